@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace Corvid {
+
+enum class SourceError {
+    None,
+    Endless, // an irregular source that outgrew kLargestStream
+    Silent,  // an irregular source that kept its reader waiting longer than kPatienceMilliseconds
+    Failed,  // the system refused a read
+};
+
+// A path opened once for reading, front to back, in binary. Pipes and devices are read like files, within bounds, so
+// that a source that never ends or never speaks cannot hang a run.
+class SourceFile {
+public:
+    static constexpr std::uint64_t kLargestStream = std::uint64_t(256) << 20; // bytes
+    static constexpr int kPatienceMilliseconds = 5000; // longest wait for the next byte of an irregular source
+
+    SourceFile() = default;
+    ~SourceFile();
+    SourceFile(const SourceFile&) = delete;
+    SourceFile& operator=(const SourceFile&) = delete;
+
+    // False when the path cannot be opened for reading; a folder counts as such.
+    bool Open(std::u16string_view path);
+
+    // A regular file of a known, non-zero size. Everything else is irregular: its size is known at its end only.
+    bool IsRegular() const { return m_IsRegular; }
+    std::uint64_t GetSize() const { return m_Size; } // bytes when opened; 0 when irregular
+
+    // Fills `bytes` as far as the source reaches: fewer than `capacity` only at the end or after an error.
+    std::size_t Read(char* bytes, std::size_t capacity);
+    SourceError GetError() const { return m_Error; }
+
+    // 0 when the system closed the file cleanly (or nothing was open).
+    int Close();
+
+private:
+    std::intptr_t m_Handle = -1;
+    bool m_IsRegular = false;
+    std::uint64_t m_Size = 0;
+    std::uint64_t m_BytesRead = 0;
+    SourceError m_Error = SourceError::None;
+};
+
+} // namespace Corvid
