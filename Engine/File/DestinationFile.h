@@ -6,15 +6,25 @@
 
 namespace Corvid {
 
+class DestinationTarget;
+
 // A path to be replaced by new content, all or nothing: until Close() the old file stands untouched, afterwards the
 // whole new one does. Destroyed without Close(), or after a failed write, it leaves everything as it was.
 //
-// An ordinary file is written to a temporary beside it, which then takes its name. A symbolic link is written
-// through. A file with several hard links, or one in a folder that takes no temporary, is rewritten in place from
-// memory. A device or FIFO is written directly.
+// An ordinary file is written to a temporary beside it, which then takes its name: a kill at any moment, a full disk
+// or a size limit leaves the old file whole, and of two runs at once the last to close wins, whole. A kill may leave
+// the temporary behind. A symbolic link is written through.
+//
+// A file with several hard links, or one in a folder that takes no temporary, is rewritten in place from memory. Its
+// space is reserved first, so a full disk still costs nothing, and two runs take turns; only a kill during the final
+// copy can leave a mixture.
+//
+// A device or FIFO is written directly, with no way back; one that takes no bytes for the patience fails the write.
 class DestinationFile {
 public:
-    DestinationFile();
+    static constexpr int kPatienceMilliseconds = 5000; // longest wait for a reader, a lock or another program
+
+    explicit DestinationFile(int patienceMilliseconds = kPatienceMilliseconds);
     ~DestinationFile();
     DestinationFile(const DestinationFile&) = delete;
     DestinationFile& operator=(const DestinationFile&) = delete;
@@ -29,8 +39,11 @@ public:
     int Close();
 
 private:
-    class Target; // how the bytes reach this kind of destination
-    std::unique_ptr<Target> m_Target;
+    static constexpr int kFailedToClose = -1;
+
+    int m_PatienceMilliseconds;
+    bool m_HasFailed = true;                     // or nothing is open
+    std::unique_ptr<DestinationTarget> m_Target; // how the bytes reach this kind of destination
 };
 
 } // namespace Corvid

@@ -123,7 +123,7 @@ template <class Float> const char* ScanReal(const char* position, const char* en
 
 } // namespace
 
-const char* ScanInt(const char* position, const char* end, std::int32_t& value) {
+const char* ScanIntOfAnyShape(const char* position, const char* end, std::int32_t& value) {
     std::uint32_t bits = 0;
     position = ScanDecimal(position, end, bits);
     if (position != nullptr)
@@ -152,7 +152,7 @@ const char* ScanHex(const char* position, const char* end, std::uint32_t& value)
     return position;
 }
 
-const char* ScanFloat(const char* position, const char* end, float& value) {
+const char* ScanFloatOfAnyShape(const char* position, const char* end, float& value) {
     return ScanReal(position, end, value);
 }
 

@@ -1,0 +1,44 @@
+#include "Engine/Archive/Archive.h"
+
+#include <string_view>
+
+#include "Engine/Archive/ArchiveLists.h"
+#include "Engine/Archive/LabelText.h"
+
+namespace Corvid {
+
+void Archivable::Load(Archive& archive, void*)
+{
+    Load(archive);
+}
+
+void Archive::ReadEnum(Label label, std::int32_t& value)
+{
+    ReadInt(label, value);
+}
+
+void Archive::WriteEnum(Label label, std::int32_t value)
+{
+    WriteInt(label, value);
+}
+
+std::int32_t BoundCount(Archive& archive, Label countLabel, std::int32_t claimed, const ElementSize& smallest)
+{
+    const std::uint64_t bound = archive.CountThatFits(smallest) + kCountSlack;
+    if (claimed < 0 || static_cast<std::uint64_t>(claimed) <= bound)
+        return claimed;
+    ReportMessage(Message::CountCut, {LabelText::Get(countLabel), claimed, bound});
+    return static_cast<std::int32_t>(bound);
+}
+
+void CheckElementCount(std::int32_t elementCount, std::int32_t slotCount)
+{
+    Check(elementCount == slotCount, "elementCount == data->Size()");
+}
+
+void ReportEntryWithoutClass(const char16_t* word, Label countLabel, std::int32_t index)
+{
+    ReportMessage(Message::EntryWithoutClass, {std::u16string_view(word), LabelText::Get(countLabel), index});
+}
+
+} // namespace Corvid

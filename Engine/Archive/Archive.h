@@ -1,0 +1,79 @@
+#pragma once
+
+#include <cstdint>
+
+#include "Engine/Archive/Archivable.h"
+#include "Engine/Archive/Label.h"
+#include "Engine/Math/Color.h"
+#include "Engine/Math/IntPair.h"
+#include "Engine/Math/Matrix.h"
+#include "Engine/Math/Vector.h"
+#include "Engine/Report/Reporter.h"
+
+namespace Corvid {
+
+// The least that one element takes in a file. See SmallestElement in MeasuringArchive.h.
+struct ElementSize {
+    std::uint64_t m_BinaryBytes = 0;
+    std::uint64_t m_LabelLetters = 0; // of all its labels together
+};
+
+// Through this interface every persistent object saves and loads itself, one typed operation a field. A read that
+// fails leaves its target as it was and has been reported; nothing is thrown.
+class Archive : public PositionSource {
+public:
+    virtual ~Archive() = default;
+
+    virtual void ReadEnum(Label label, std::int32_t& value);
+    virtual void ReadColor(Label label, Color& value) = 0;
+    virtual void ReadIntRect(Label label, IntRect& value) = 0;
+    virtual void ReadIntPair(Label label, IntPair& value) = 0;
+    virtual void ReadIntPair(Label label, std::int32_t& first, std::int32_t& second) = 0;
+    virtual void ReadVector4(Label label, Vector4& value) = 0;
+    virtual void ReadMatrix44(Label label, Matrix44& value) = 0;
+    virtual void ReadMatrix33(Label label, Matrix33& value) = 0;
+    virtual void ReadVector3(Label label, Vector3& value) = 0;
+    // Into `buffer` of `capacity` UTF-16 units, terminator included; what does not fit is reported and cut.
+    virtual void ReadString(Label label, char16_t* buffer, int capacity) = 0;
+    virtual void ReadInt64(Label label, std::int64_t& value) = 0;
+    virtual void ReadBool(Label label, bool& value) = 0;
+    virtual void ReadDouble(Label label, double& value) = 0;
+    virtual void ReadFloat(Label label, float& value) = 0;
+    virtual void ReadInt(Label label, std::int32_t& value) = 0;
+    virtual void ReadInt(Label label, std::uint32_t& value) = 0;
+    virtual void ReadObject(Archivable& object) = 0;
+    virtual void ReadLabeledObject(Label label, Archivable& object, void* context) = 0;
+    virtual void ReadLabeledObject(Label label, Archivable& object) = 0;
+
+    virtual void WriteEnum(Label label, std::int32_t value);
+    virtual void WriteColor(Label label, const Color& value) = 0;
+    virtual void WriteIntRect(Label label, const IntRect& value) = 0;
+    virtual void WriteIntPair(Label label, const IntPair& value) = 0;
+    virtual void WriteIntPair(Label label, std::int32_t first, std::int32_t second) = 0;
+    virtual void WriteVector4(Label label, const Vector4& value) = 0;
+    virtual void WriteMatrix44(Label label, const Matrix44& value) = 0;
+    virtual void WriteMatrix33(Label label, const Matrix33& value) = 0;
+    virtual void WriteVector3(Label label, const Vector3& value) = 0;
+    virtual void WriteString(Label label, const char16_t* value) = 0;
+    virtual void WriteInt64(Label label, std::int64_t value) = 0;
+    virtual void WriteBool(Label label, bool value) = 0;
+    virtual void WriteDouble(Label label, double value) = 0;
+    virtual void WriteFloat(Label label, float value) = 0;
+    virtual void WriteInt(Label label, std::int32_t value) = 0;
+    virtual void WriteInt(Label label, std::uint32_t value) = 0;
+    virtual void WriteObject(const Archivable& object) = 0;
+    virtual void WriteLabeledObject(Label label, const Archivable& object) = 0;
+
+    // Later reads leave their targets alone and report nothing.
+    virtual void Stop() = 0;
+    virtual bool IsStopped() const = 0;
+
+    // How many elements of the given smallest size the rest of the input can hold.
+    virtual std::uint64_t CountThatFits(const ElementSize& smallest) const = 0;
+
+    // Skips input until the next value to be read carries one of the two labels, where the encoding has labels; an
+    // encoding without them cannot find its place again and is stopped.
+    virtual void SkipToLabel(Label either, Label other) = 0;
+};
+
+} // namespace Corvid

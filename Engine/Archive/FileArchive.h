@@ -1,0 +1,48 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string_view>
+
+#include "Engine/Archive/Archive.h"
+#include "Engine/Archive/Checksum.h"
+#include "Engine/File/File.h"
+
+namespace Corvid {
+
+// An archive over an open file, which it owns. Reports made while it lives carry its position.
+class FileArchive : public Archive {
+public:
+    explicit FileArchive(std::unique_ptr<File> file);
+    ~FileArchive() override = default;
+
+    std::u16string_view GetPath() const { return m_File->GetPath(); }
+
+    // The file, to be closed; the archive is of no further use.
+    std::unique_ptr<File> TakeFile() { return std::move(m_File); }
+
+    // The sum over all values read so far. Computing it costs time and can be switched off, for later reads.
+    std::uint32_t GetChecksum() const { return m_Checksum.GetValue(); }
+    void EnableChecksum(bool isEnabled) { m_IsChecksumEnabled = isEnabled; }
+
+    void Stop() override { m_IsStopped = true; }
+    bool IsStopped() const override { return m_IsStopped; }
+
+    // Reports what stands in the file behind the last value that was read.
+    virtual void ReportUnreadInput() = 0;
+
+protected:
+    InputStream& GetInput() { return m_File->GetInput(); }
+    const InputStream& GetInput() const { return m_File->GetInput(); }
+    OutputStream& GetOutput() { return m_File->GetOutput(); }
+
+    bool m_IsStopped = false;
+    bool m_IsChecksumEnabled = true;
+    Checksum m_Checksum;
+
+private:
+    std::unique_ptr<File> m_File;
+    PositionScope m_PositionScope;
+};
+
+} // namespace Corvid

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace Corvid {
+
+class SourceFile;
+
+// Input seen through a window of memory. A regular file is streamed through one small, reused window; everything else
+// is held as a whole.
+class InputStream {
+public:
+    static constexpr std::size_t kWindowSize = 256 * 1024; // bytes
+    static constexpr std::size_t kPadding = 64;            // zero bytes that may be read behind the window's end
+    static constexpr std::size_t kLookahead = 2048;        // see HasLookahead
+
+    // `source` and `path` (for reports) outlive the stream.
+    InputStream(SourceFile& source, std::u16string_view path);
+    explicit InputStream(std::string bytes);
+
+    const char* GetPosition() const { return m_Position; }
+    const char* GetEnd() const { return m_End; } // of the window
+    std::size_t GetAvailable() const { return static_cast<std::size_t>(m_End - m_Position); }
+    void SetPosition(const char* position) { m_Position = position; } // within the window
+
+    // Makes `count` bytes available (at most kWindowSize / 2), unless the input has fewer: then all there are, and
+    // false. May move the window: positions taken before are void then.
+    bool Ensure(std::size_t count) { return GetAvailable() >= count || Refill(count); }
+
+    // Whether kLookahead bytes, or else all the rest of the input, stand in the window.
+    bool HasLookahead() const { return m_Position <= m_LookaheadLimit; }
+
+    std::uint64_t GetOffset() const; // of the position, from the start of the source (of its UTF-8 form, see below)
+    std::uint64_t GetBytesLeft() const;
+
+    // Reads the rest into memory. Needed once where the size of the source is not known beforehand.
+    void BringIntoMemory();
+
+    // Takes the rest as UTF-16 little-endian and goes on with its UTF-8 form, in memory.
+    void ConvertFromUtf16();
+
+private:
+    bool Refill(std::size_t count);
+    void ReadWindow();
+    void HoldInMemory(std::string bytes);
+    void SetWindow(const char* position, const char* end);
+
+    SourceFile* m_Source = nullptr; // null once everything is in the window
+    std::u16string_view m_Path;
+    std::unique_ptr<char[]> m_Window;
+    std::size_t m_WindowCapacity = 0;
+    std::string m_Memory;
+
+    const char* m_Position = nullptr;
+    const char* m_End = nullptr;
+    const char* m_LookaheadLimit = nullptr;
+    std::uint64_t m_EndOffset = 0; // of m_End, from the start of the source
+};
+
+} // namespace Corvid

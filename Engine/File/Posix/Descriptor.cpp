@@ -1,0 +1,119 @@
+#include "Engine/File/Posix/Descriptor.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <charconv>
+#include <ctime>
+#include <string_view>
+
+namespace Corvid {
+
+namespace {
+
+bool IsFifo(const std::string& path) {
+    struct stat status;
+    return stat(path.c_str(), &status) == 0 && S_ISFIFO(status.st_mode);
+}
+
+} // namespace
+
+Descriptor& Descriptor::operator=(Descriptor&& other) noexcept {
+    const int number = other.Release();
+    Close();
+    m_Number = number;
+    return *this;
+}
+
+int Descriptor::Release() {
+    const int number = m_Number;
+    m_Number = -1;
+    return number;
+}
+
+int Descriptor::Close() {
+    if (!IsOpen())
+        return 0;
+    const int result = close(Release());
+    return result != 0 && errno == EINTR ? 0 : result; // interrupted, but closed all the same
+}
+
+Descriptor OpenDescriptor(const std::string& path, int flags, mode_t mode, int patienceMilliseconds) {
+    Descriptor opened;
+    int error = 0;
+    const bool decided = RetryFor(patienceMilliseconds, [&] {
+        do
+            opened = Descriptor(open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, mode));
+        while (!opened.IsOpen() && errno == EINTR);
+        error = opened.IsOpen() ? 0 : errno;
+        return error != EWOULDBLOCK && !(error == ENXIO && IsFifo(path));
+    });
+    errno = decided ? error : ETIMEDOUT;
+    return opened;
+}
+
+int DescriptorNamedBy(const std::string& path) {
+    constexpr std::string_view kStandardStreams[] = {"/dev/stdin", "/dev/stdout", "/dev/stderr"};
+    for (int stream = STDIN_FILENO; stream <= STDERR_FILENO; ++stream)
+        if (path == kStandardStreams[stream])
+            return stream;
+    for (const std::string_view folder : {"/dev/fd/", "/proc/self/fd/"}) {
+        if (!path.starts_with(folder))
+            continue;
+        int number = -1;
+        const char* const end = path.data() + path.size();
+        const auto [rest, error] = std::from_chars(path.data() + folder.size(), end, number);
+        return error == std::errc() && rest == end ? number : -1;
+    }
+    return -1;
+}
+
+Descriptor DuplicateDescriptor(int number, int access) {
+    const int flags = fcntl(number, F_GETFL);
+    if (flags < 0 || ((flags & O_ACCMODE) != access && (flags & O_ACCMODE) != O_RDWR))
+        return Descriptor();
+    return Descriptor(fcntl(number, F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
+}
+
+bool AwaitDescriptor(int number, short events, int patienceMilliseconds, std::int64_t& budgetMicroseconds) {
+    const std::int64_t start = MonotonicMicroseconds();
+    const std::int64_t patience = std::min(std::int64_t(patienceMilliseconds) * 1000, budgetMicroseconds);
+    std::int64_t waited = 0;
+    int ready = 0;
+    do {
+        pollfd wanted{number, events, 0};
+        ready = poll(&wanted, 1, static_cast<int>((patience - waited + 999) / 1000));
+        waited = MonotonicMicroseconds() - start;
+    } while (ready < 0 && errno == EINTR && waited < patience);
+    budgetMicroseconds = std::max<std::int64_t>(budgetMicroseconds - waited, 0);
+    return ready > 0;
+}
+
+std::size_t WriteFully(int number, const char* bytes, std::size_t count) {
+    std::size_t taken = 0;
+    while (taken < count) {
+        const ssize_t written = write(number, bytes + taken, count - taken);
+        if (written > 0)
+            taken += static_cast<std::size_t>(written);
+        else if (written == 0 || errno != EINTR)
+            break;
+    }
+    return taken;
+}
+
+std::int64_t MonotonicMicroseconds() {
+    timespec now{};
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    return std::int64_t(now.tv_sec) * 1000000 + now.tv_nsec / 1000;
+}
+
+void PauseBetweenAttempts() {
+    const timespec pause{0, 5 * 1000 * 1000};
+    nanosleep(&pause, nullptr);
+}
+
+} // namespace Corvid
