@@ -1,5 +1,6 @@
 #include "Engine/String/NumberFormat.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <charconv>
@@ -102,7 +103,7 @@ char* FormatFixed(char* out, double value, int decimals) {
 
 } // namespace
 
-char* FormatInt(char* out, std::int32_t value) {
+char* FormatIntOfAnySize(char* out, std::int32_t value) {
     return std::to_chars(out, out + kMaxIntText, value).ptr;
 }
 
@@ -114,8 +115,30 @@ char* FormatHex(char* out, std::uint32_t value) {
     return std::to_chars(out, out + kMaxHexText, value, 16).ptr;
 }
 
-char* FormatFloat(char* out, float value) {
-    return FormatFixed(out, value, 6);
+// Below 2^23 the value is significand * 2^-shift with a significand below 2^24, so times 10^6 it fits 64 bits: integer
+// operations alone, exact on any processor.
+char* FormatFloatOfAnySize(char* out, float value) {
+    constexpr std::uint32_t kLimit = std::bit_cast<std::uint32_t>(8388608.0f);
+    constexpr std::uint32_t kFractionBits = 23;
+    constexpr std::uint32_t kIntegerExponent = 150; // the exponent field at which the last fraction bit is worth 1
+    constexpr std::uint32_t kMaxShift = 63;         // every product is less than half of 2^63
+    const std::uint32_t bits = std::bit_cast<std::uint32_t>(value);
+    const std::uint32_t magnitude = bits & 0x7FFFFFFF;
+    if (magnitude >= kLimit)
+        return FormatFixed(out, value, 6);
+    const std::uint32_t shift = std::min(kIntegerExponent - (magnitude >> kFractionBits), kMaxShift);
+    const std::uint32_t hiddenBit = std::uint32_t{1} << kFractionBits; // in denormals too: they are far below 10^-6
+    const std::uint64_t product = std::uint64_t{(magnitude & (hiddenBit - 1)) | hiddenBit} * NumberDetail::kMillion;
+    // Half to even: one less than a half rounds up what is above the middle, the odd bit the middle itself.
+    const std::uint64_t almostHalf = (std::uint64_t{1} << (shift - 1)) - 1;
+    const std::uint64_t scaled = (product + almostHalf + (product >> shift & 1)) >> shift;
+
+    *out = '-';
+    out += bits >> 31;
+    const auto integer = static_cast<std::uint32_t>(scaled / NumberDetail::kMillion);
+    out = FormatInt(out, static_cast<std::int32_t>(integer));
+    const std::uint64_t whole = std::uint64_t{integer} * NumberDetail::kMillion;
+    return NumberDetail::WriteMillionths(out, static_cast<std::uint32_t>(scaled - whole));
 }
 
 char* FormatFloatShort(char* out, float value) {

@@ -33,7 +33,7 @@ inline __m128i LoadText(const void* text) {
 
 // The lowest set one of 16 bits, 16 without one.
 inline std::size_t FirstBit(int bits) {
-    return static_cast<std::size_t>(std::countr_zero(static_cast<unsigned>(bits) | 0x10000));
+    return static_cast<unsigned>(std::countr_zero(static_cast<unsigned>(bits) | 0x10000));
 }
 
 // Up to eight digits, a point, six digits, and then a character that is no digit, no letter and no point.
