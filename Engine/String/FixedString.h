@@ -14,6 +14,7 @@ public:
 
     FixedString() { m_Text[0] = 0; }
     explicit FixedString(const char16_t* text) { CopyString(GetBuffer(), text); }
+    explicit FixedString(std::u16string_view text) { CopyString(GetBuffer(), text); }
     FixedString(const FixedString& other) { CopyString(GetBuffer(), other.m_Text); }
     FixedString& operator=(const FixedString& other)
     {
@@ -22,6 +23,11 @@ public:
         return *this;
     }
     FixedString& operator=(const char16_t* text) // bounded: cut, and reported, when it does not fit
+    {
+        CopyString(GetBuffer(), text);
+        return *this;
+    }
+    FixedString& operator=(std::u16string_view text) // the same
     {
         CopyString(GetBuffer(), text);
         return *this;

@@ -32,14 +32,20 @@ int Compare(const char16_t* s1, const char16_t* s2)
 
 void CopyString(StringBuffer destination, const char16_t* source)
 {
-    const bool isOther = Check(destination.m_Buffer != source, "destination.m_Buffer != source");
+    CopyString(destination, std::u16string_view(source, static_cast<std::size_t>(GetLength(source))));
+}
+
+void CopyString(StringBuffer destination, std::u16string_view source)
+{
+    const bool isOther = Check(destination.m_Buffer != source.data(), "destination.m_Buffer != source");
     const bool hasRoom = Check(destination.m_BufferSize >= 1, "destination.m_BufferSize >= 1");
     if (!isOther || !hasRoom)
         return;
-    int length = GetLength(source);
-    if (!Check(length < destination.m_BufferSize, "GetLength( source ) < destination.m_BufferSize"))
-        length = destination.m_BufferSize - 1;
-    std::copy_n(source, length, destination.m_Buffer);
+    std::size_t length = source.size();
+    if (!Check(length < static_cast<std::size_t>(destination.m_BufferSize),
+               "GetLength( source ) < destination.m_BufferSize"))
+        length = static_cast<std::size_t>(destination.m_BufferSize) - 1;
+    std::copy_n(source.data(), length, destination.m_Buffer);
     destination.m_Buffer[length] = 0;
 }
 
