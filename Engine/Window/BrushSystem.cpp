@@ -1,0 +1,36 @@
+#include "Engine/Window/BrushSystem.h"
+
+namespace Corvid {
+
+void BrushSystem::BrushSet::Load(Archive& archive) {
+    const TextureScope scope(m_Textures);
+    Record::Load(archive);
+}
+
+void BrushSystem::BrushSet::ReturnTextures() {
+    for (Brush& brush : m_Brushes)
+        brush.ReturnTextures();
+}
+
+void BrushSystem::BrushSet::Clear() {
+    m_Brushes.SetCapacity(0);
+}
+
+void BrushSystem::LoadBrushSet(FileArchiveSystem& archives, BrushSet& set, std::u16string_view path) {
+    set.SetFileName(path);
+    archives.Load(path, [&set](FileArchive& archive) {
+        set.Load(archive);
+        return true;
+    });
+}
+
+void BrushSystem::SaveBrushSet(FileArchiveSystem& archives, const BrushSet& set, std::u16string_view path,
+                               ArchiveFormat format) {
+    archives.Save(path, format, [&set](FileArchive& archive) { set.Save(archive); });
+}
+
+void BrushSystem::ReleaseTextures(BrushSet& set) {
+    set.ReturnTextures();
+}
+
+} // namespace Corvid
