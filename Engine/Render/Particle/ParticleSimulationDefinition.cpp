@@ -1,0 +1,59 @@
+#include "Engine/Render/Particle/ParticleSimulationDefinition.h"
+
+#include "Engine/File/PathParts.h"
+
+namespace Corvid {
+
+ParticleSimulationDefinition::~ParticleSimulationDefinition() {
+    // All emitters let their textures go before the first of them is destroyed.
+    for (const auto& emitter : m_Emitters) {
+        if (emitter != nullptr)
+            emitter->ReleaseTextures();
+    }
+    for (auto& emitter : m_Emitters) {
+        if (emitter != nullptr)
+            emitter->ReleaseTextures();
+        emitter.reset();
+    }
+    m_Emitters.Clear();
+    m_Affectors.Clear();
+}
+
+void ParticleSimulationDefinition::LoadFromFile(FileArchiveSystem& system, std::u16string_view path) {
+    const bool hasArchive = system.Load(path, [this](FileArchive& archive) {
+        archive.ReadLabeledObject(u"ParticleSimulation", *this);
+        return true;
+    });
+    if (hasArchive)
+        RecordPath(path);
+}
+
+void ParticleSimulationDefinition::NormaliseEmitterFileNames() {
+    for (const auto& emitter : m_Emitters) {
+        if (emitter != nullptr)
+            emitter->NormaliseFileNames();
+    }
+}
+
+bool ParticleSimulationDefinition::SaveToFile(FileArchiveSystem& system, ArchiveFormat format,
+                                              std::u16string_view path) {
+    const bool hasArchive = system.Save(
+        path, format, [this](FileArchive& archive) { archive.WriteLabeledObject(u"ParticleSimulation", *this); });
+    if (hasArchive)
+        RecordPath(path);
+    return hasArchive;
+}
+
+void ParticleSimulationDefinition::ResolveAttachments() {
+    for (const auto& affector : m_Affectors) {
+        if (affector != nullptr)
+            affector->ResolveAttachments();
+    }
+}
+
+void ParticleSimulationDefinition::RecordPath(std::u16string_view path) {
+    m_FilePath = path;
+    m_Name = SplitPath(path).m_Name;
+}
+
+} // namespace Corvid
