@@ -1,0 +1,48 @@
+#include "GS/Entity/EntitySystem.h"
+
+#include <utility>
+
+#include "Engine/File/PathParts.h"
+#include "GS/Entity/EntityTypeTable.h"
+
+namespace Corvid {
+
+namespace {
+
+std::unique_ptr<EntityDef> LoadFrom(Archive& archive, std::u16string_view name) {
+    EntityType type = EntityType::Invalid;
+    ReadValue(archive, u"entityType", type);
+    if (name.size() >= EntityDefName::kCapacity) {
+        ReportMessage(Message::EntityNameTooLong, {name});
+        return nullptr;
+    }
+    std::unique_ptr<EntityDef> definition = CreateEntityDef(type, EntityDefName(name));
+    if (definition == nullptr)
+        return nullptr;
+    if (!FindEntityType(type)->m_IsLayoutSettled)
+        ReportMessage(Message::IncompleteLayout, {std::u16string_view(WordOf(type))});
+    definition->Load(archive);
+    return definition;
+}
+
+} // namespace
+
+std::unique_ptr<EntityDef> EntitySystem::LoadDefinition(FileArchiveSystem& archives, std::u16string_view path) {
+    std::unique_ptr<EntityDef> definition;
+    archives.Load(path, [&](FileArchive& archive) {
+        definition = LoadFrom(archive, SplitPath(path).m_Name);
+        m_ChecksumTotal += archive.GetChecksum();
+        return definition != nullptr;
+    });
+    return definition;
+}
+
+void EntitySystem::SaveDefinition(FileArchiveSystem& archives, const EntityDef& definition, std::u16string_view path,
+                                  ArchiveFormat format) {
+    archives.Save(path, format, [&definition](FileArchive& archive) {
+        WriteValue(archive, u"entityType", definition.GetType());
+        definition.Save(archive);
+    });
+}
+
+} // namespace Corvid

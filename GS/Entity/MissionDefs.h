@@ -1,0 +1,56 @@
+#pragma once
+
+#include "GS/Entity/EntityDef.h"
+
+namespace Corvid {
+
+// In an order of its own, not that of the entity types.
+enum class MissionType {
+    Invalid = -1,
+    AttackPlanet,
+    CaptureResources,
+    Colonize,
+    BuildStarBase,
+    BuildMines,
+    Explore,
+    Raid,
+    FosterRelationships,
+    DefendFlagship
+};
+
+template <> struct EnumWords<MissionType> {
+    static constexpr EnumWord Words[] = {u"AttackPlanet",  u"CaptureResources",    u"Colonize",
+                                         u"BuildStarBase", u"BuildMines",          u"Explore",
+                                         u"Raid",          u"FosterRelationships", u"DefendFlagship"};
+};
+
+class IMissionDefinition final : public Record<IMissionDefinition> {
+public:
+    static void Fields(auto& self, auto& fields) {
+        fields.Value(u"missionType", self.m_MissionType); // nothing holds it against the entity type
+    }
+
+private:
+    MissionType m_MissionType = MissionType::Invalid;
+};
+
+// All missions have one layout.
+class MissionDef : public Record<MissionDef, EntityDef> {
+public:
+    static void Fields(auto& self, auto& fields) { fields.Block(self.m_Mission); }
+
+private:
+    IMissionDefinition m_Mission;
+};
+
+class Mission_AttackPlanetDef final : public MissionDef {};
+class Mission_CaptureResourcesDef final : public MissionDef {};
+class Mission_ColonizeDef final : public MissionDef {};
+class Mission_DefendFlagshipDef final : public MissionDef {};
+class Mission_BuildStarBaseDef final : public MissionDef {};
+class Mission_BuildMinesDef final : public MissionDef {};
+class Mission_ExploreDef final : public MissionDef {};
+class Mission_RaidDef final : public MissionDef {};
+class Mission_FosterRelationshipsDef final : public MissionDef {};
+
+} // namespace Corvid
