@@ -7,23 +7,19 @@
 
 namespace Corvid {
 
-void Archivable::Load(Archive& archive, void*)
-{
+void Archivable::Load(Archive& archive, void*) {
     Load(archive);
 }
 
-void Archive::ReadEnum(Label label, std::int32_t& value)
-{
+void Archive::ReadEnum(Label label, std::int32_t& value) {
     ReadInt(label, value);
 }
 
-void Archive::WriteEnum(Label label, std::int32_t value)
-{
+void Archive::WriteEnum(Label label, std::int32_t value) {
     WriteInt(label, value);
 }
 
-std::int32_t BoundCount(Archive& archive, Label countLabel, std::int32_t claimed, const ElementSize& smallest)
-{
+std::int32_t BoundCount(Archive& archive, Label countLabel, std::int32_t claimed, const ElementSize& smallest) {
     const std::uint64_t bound = archive.CountThatFits(smallest) + kCountSlack;
     if (claimed < 0 || static_cast<std::uint64_t>(claimed) <= bound)
         return claimed;
@@ -31,13 +27,11 @@ std::int32_t BoundCount(Archive& archive, Label countLabel, std::int32_t claimed
     return static_cast<std::int32_t>(bound);
 }
 
-void CheckElementCount(std::int32_t elementCount, std::int32_t slotCount)
-{
+void CheckElementCount(std::int32_t elementCount, std::int32_t slotCount) {
     Check(elementCount == slotCount, "elementCount == data->Size()");
 }
 
-void ReportEntryWithoutClass(const char16_t* word, Label countLabel, std::int32_t index)
-{
+void ReportEntryWithoutClass(const char16_t* word, Label countLabel, std::int32_t index) {
     ReportMessage(Message::EntryWithoutClass, {std::u16string_view(word), LabelText::Get(countLabel), index});
 }
 

@@ -23,40 +23,27 @@ void CheckElementCount(std::int32_t elementCount, std::int32_t slotCount);
 void ReportEntryWithoutClass(const char16_t* word, Label countLabel, std::int32_t index);
 
 // Makes the container ready for `count` elements. Without the memory for them nothing more can be read.
-template <class T>
-void BeginElements(Archive& archive, DynamicArray<T>& list, std::int32_t count)
-{
+template <class T> void BeginElements(Archive& archive, DynamicArray<T>& list, std::int32_t count) {
     if (!list.SetSize(count))
         archive.Stop();
 }
 
-template <class T>
-void BeginElements(Archive& archive, DynamicVector<T>& list, std::int32_t count)
-{
+template <class T> void BeginElements(Archive& archive, DynamicVector<T>& list, std::int32_t count) {
     if (!list.SetCapacity(count))
         archive.Stop();
 }
 
-template <class T, int MAX_SIZE>
-void BeginElements(Archive&, FixedVector<T, MAX_SIZE>&, std::int32_t)
-{
-}
+template <class T, int MAX_SIZE> void BeginElements(Archive&, FixedVector<T, MAX_SIZE>&, std::int32_t) {}
 
-template <class T>
-T& NextElement(DynamicArray<T>& list, std::int32_t index)
-{
+template <class T> T& NextElement(DynamicArray<T>& list, std::int32_t index) {
     return list[index];
 }
 
-template <class T>
-T& NextElement(DynamicVector<T>& list, std::int32_t)
-{
+template <class T> T& NextElement(DynamicVector<T>& list, std::int32_t) {
     return list.Append();
 }
 
-template <class T, int MAX_SIZE>
-T& NextElement(FixedVector<T, MAX_SIZE>& list, std::int32_t)
-{
+template <class T, int MAX_SIZE> T& NextElement(FixedVector<T, MAX_SIZE>& list, std::int32_t) {
     return list.Append();
 }
 

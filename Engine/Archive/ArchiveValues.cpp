@@ -4,23 +4,20 @@ namespace Corvid {
 
 namespace {
 
-EnumWord ArchivedWord(const EnumWord* words, int count, int value)
-{
+EnumWord ArchivedWord(const EnumWord* words, int count, int value) {
     const EnumWord word = WordAt(words, count, value);
     return word != nullptr ? word : kInvalidWord;
 }
 
 } // namespace
 
-void ReadWord(Archive& archive, Label label, const EnumWord* words, int count, int& value)
-{
+void ReadWord(Archive& archive, Label label, const EnumWord* words, int count, int& value) {
     FixedString<kWordCapacity> word(ArchivedWord(words, count, value));
     ReadValue(archive, label, word);
     value = ValueOfWord(words, count, word.GetText());
 }
 
-void WriteWord(Archive& archive, Label label, const EnumWord* words, int count, int value)
-{
+void WriteWord(Archive& archive, Label label, const EnumWord* words, int count, int value) {
     archive.WriteString(label, ArchivedWord(words, count, value));
 }
 

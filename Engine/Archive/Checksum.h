@@ -12,8 +12,8 @@ public:
     std::uint32_t GetValue() const { return m_Sum; }
 
     void AddInt(std::uint32_t value) { m_Sum += value; }
-    void AddFloat(float value);   // the Fletcher-32 sum of the low half of the value as a double
-    void AddDouble(double value); // the Fletcher-32 sum of all its bits
+    void AddFloat(float value);           // the Fletcher-32 sum of the low half of the value as a double
+    void AddDouble(double value);         // the Fletcher-32 sum of all its bits
     void AddString(const char16_t* text); // FNV-1a over the UTF-16 units
 
 private:

@@ -16,10 +16,8 @@ public:
     explicit FileArchive(std::unique_ptr<File> file);
     ~FileArchive() override = default;
 
+    File& GetFile() const { return *m_File; }
     std::u16string_view GetPath() const { return m_File->GetPath(); }
-
-    // The file, to be closed; the archive is of no further use.
-    std::unique_ptr<File> TakeFile() { return std::move(m_File); }
 
     // The sum over all values read so far. Computing it costs time and can be switched off, for later reads.
     std::uint32_t GetChecksum() const { return m_Checksum.GetValue(); }
@@ -32,8 +30,7 @@ public:
     virtual void ReportUnreadInput() = 0;
 
 protected:
-    InputStream& GetInput() { return m_File->GetInput(); }
-    const InputStream& GetInput() const { return m_File->GetInput(); }
+    InputStream& GetInput() const { return m_File->GetInput(); }
     OutputStream& GetOutput() { return m_File->GetOutput(); }
 
     bool m_IsStopped = false;

@@ -23,12 +23,15 @@ public:
     FileArchiveSystem(const FileArchiveSystem&) = delete;
     FileArchiveSystem& operator=(const FileArchiveSystem&) = delete;
 
-    // Finds out the encoding by the file's first bytes: "BIN", or "TXT" anywhere in the first line. Null, with a report,
-    // when the file cannot be opened or is neither. The source is opened and read once.
+    // Finds out the encoding by the file's first bytes: "BIN", or "TXT" anywhere in the first line. Null, with a
+    // report, when the file cannot be opened or is neither. The source is opened and read once.
     std::unique_ptr<FileArchive> OpenForReading(std::u16string_view path);
+    std::unique_ptr<FileArchive> OpenForReading(std::unique_ptr<File> file);
 
-    // The header is written. Null, with a report, when the file cannot be opened.
+    // The header is written. Null, with a report, when the file cannot be opened. Any value outside the enumeration is
+    // reported and yields null.
     std::unique_ptr<FileArchive> OpenForWriting(std::u16string_view path, ArchiveFormat format);
+    std::unique_ptr<FileArchive> OpenForWriting(std::unique_ptr<File> file, ArchiveFormat format);
 
     // `file` is null for ArchiveFormat::Steam only. Any other format value is reported and yields null. The open count
     // goes up in every case.
@@ -45,16 +48,13 @@ public:
     // Opens, runs `load(FileArchive&)`, which tells whether it loaded an object, and releases. Input that a loaded
     // object left unread is reported. False when there is no archive to load from. Running out of memory ends the
     // loading with a report, like any other failure.
-    template <class Step>
-    bool Load(std::u16string_view path, Step load);
+    template <class Step> bool Load(std::u16string_view path, Step load);
 
     // Opens, runs `save(FileArchive&)` and releases. False when there is no archive to save to. Running out of memory
     // is reported and keeps the destination as it was.
-    template <class Step>
-    bool Save(std::u16string_view path, ArchiveFormat format, Step save);
+    template <class Step> bool Save(std::u16string_view path, ArchiveFormat format, Step save);
 
 private:
-    std::unique_ptr<FileArchive> DetectAndCreate(std::unique_ptr<File> file);
     void Abandon(std::unique_ptr<FileArchive> archive);
 
     int m_FileArchiveCount = 0;
@@ -62,9 +62,7 @@ private:
 };
 
 // False, and a report, when `step()` ran out of memory.
-template <class Step>
-bool RunWithinMemory(Step step)
-{
+template <class Step> bool RunWithinMemory(Step step) {
     try {
         step();
         return true;
@@ -74,9 +72,7 @@ bool RunWithinMemory(Step step)
     }
 }
 
-template <class Step>
-bool FileArchiveSystem::Load(std::u16string_view path, Step load)
-{
+template <class Step> bool FileArchiveSystem::Load(std::u16string_view path, Step load) {
     std::unique_ptr<FileArchive> archive;
     RunWithinMemory([&] { archive = OpenForReading(path); });
     if (archive == nullptr)
@@ -89,9 +85,7 @@ bool FileArchiveSystem::Load(std::u16string_view path, Step load)
     return true;
 }
 
-template <class Step>
-bool FileArchiveSystem::Save(std::u16string_view path, ArchiveFormat format, Step save)
-{
+template <class Step> bool FileArchiveSystem::Save(std::u16string_view path, ArchiveFormat format, Step save) {
     std::unique_ptr<FileArchive> archive;
     RunWithinMemory([&] { archive = OpenForWriting(path, format); });
     if (archive == nullptr)

@@ -12,8 +12,7 @@ public:
     static constexpr std::size_t kMaxLength = 47;
 
     template <std::size_t Size>
-    consteval Label(const char16_t (&text)[Size]) : m_Text(text), m_Length(static_cast<std::uint32_t>(Size - 1))
-    {
+    consteval Label(const char16_t (&text)[Size]) : m_Text(text), m_Length(static_cast<std::uint32_t>(Size - 1)) {
         if (m_Length == 0 || m_Length > kMaxLength)
             throw "a label has 1 to 47 characters";
         for (std::size_t i = 0; i < m_Length; ++i) {

@@ -28,48 +28,38 @@ public:
 
 private:
 #ifdef __SSE2__
-    static __m128i Pack16(const char16_t* text)
-    {
+    static __m128i Pack16(const char16_t* text) {
         const auto* units = reinterpret_cast<const __m128i*>(text);
         return _mm_packus_epi16(_mm_loadu_si128(units), _mm_loadu_si128(units + 1));
     }
-    static __m128i Pack8(const char16_t* text)
-    {
+    static __m128i Pack8(const char16_t* text) {
         const __m128i units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text));
         return _mm_packus_epi16(units, units);
     }
-    static std::uint32_t Pack4(const char16_t* text)
-    {
+    static std::uint32_t Pack4(const char16_t* text) {
         const __m128i units = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(text));
         return static_cast<std::uint32_t>(_mm_cvtsi128_si32(_mm_packus_epi16(units, units)));
     }
-    static bool Equals16(const char16_t* text, const char* bytes)
-    {
-        const __m128i equal =
-            _mm_cmpeq_epi8(Pack16(text), _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes)));
+    static bool Equals16(const char16_t* text, const char* bytes) {
+        const __m128i equal = _mm_cmpeq_epi8(Pack16(text), _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes)));
         return _mm_movemask_epi8(equal) == 0xFFFF;
     }
-    static bool Equals8(const char16_t* text, const char* bytes)
-    {
+    static bool Equals8(const char16_t* text, const char* bytes) {
         const __m128i equal = _mm_cmpeq_epi8(Pack8(text), _mm_loadl_epi64(reinterpret_cast<const __m128i*>(bytes)));
         return (_mm_movemask_epi8(equal) & 0xFF) == 0xFF;
     }
-    static bool Equals4(const char16_t* text, const char* bytes)
-    {
+    static bool Equals4(const char16_t* text, const char* bytes) {
         std::uint32_t word;
         std::memcpy(&word, bytes, sizeof word);
         return Pack4(text) == word;
     }
-    static void Write16(const char16_t* text, char* bytes)
-    {
+    static void Write16(const char16_t* text, char* bytes) {
         _mm_storeu_si128(reinterpret_cast<__m128i*>(bytes), Pack16(text));
     }
-    static void Write8(const char16_t* text, char* bytes)
-    {
+    static void Write8(const char16_t* text, char* bytes) {
         _mm_storel_epi64(reinterpret_cast<__m128i*>(bytes), Pack8(text));
     }
-    static void Write4(const char16_t* text, char* bytes)
-    {
+    static void Write4(const char16_t* text, char* bytes) {
         const std::uint32_t word = Pack4(text);
         std::memcpy(bytes, &word, sizeof word);
     }
@@ -78,8 +68,7 @@ private:
 
 #ifdef __SSE2__
 
-inline bool LabelText::Matches(Label label, const char* bytes)
-{
+inline bool LabelText::Matches(Label label, const char* bytes) {
     const char16_t* const text = label.m_Text;
     const std::uint32_t length = label.m_Length;
     if (length >= 16) {
@@ -97,8 +86,7 @@ inline bool LabelText::Matches(Label label, const char* bytes)
            bytes[length - 1] == static_cast<char>(text[length - 1]);
 }
 
-inline char* LabelText::Write(Label label, char* bytes)
-{
+inline char* LabelText::Write(Label label, char* bytes) {
     const char16_t* const text = label.m_Text;
     const std::uint32_t length = label.m_Length;
     if (length >= 16) {
@@ -121,8 +109,7 @@ inline char* LabelText::Write(Label label, char* bytes)
 
 #else
 
-inline bool LabelText::Matches(Label label, const char* bytes)
-{
+inline bool LabelText::Matches(Label label, const char* bytes) {
     for (std::uint32_t i = 0; i < label.m_Length; ++i) {
         if (bytes[i] != static_cast<char>(label.m_Text[i]))
             return false;
@@ -130,8 +117,7 @@ inline bool LabelText::Matches(Label label, const char* bytes)
     return true;
 }
 
-inline char* LabelText::Write(Label label, char* bytes)
-{
+inline char* LabelText::Write(Label label, char* bytes) {
     for (std::uint32_t i = 0; i < label.m_Length; ++i)
         *bytes++ = static_cast<char>(label.m_Text[i]);
     return bytes;

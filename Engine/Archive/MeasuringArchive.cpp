@@ -4,14 +4,12 @@
 
 namespace Corvid {
 
-void MeasuringArchive::WriteLabeledObject(Label label, const Archivable& object)
-{
+void MeasuringArchive::WriteLabeledObject(Label label, const Archivable& object) {
     Add(label, 0);
     object.Save(*this);
 }
 
-void MeasuringArchive::Add(Label label, unsigned binaryBytes)
-{
+void MeasuringArchive::Add(Label label, unsigned binaryBytes) {
     m_Size.m_BinaryBytes += binaryBytes;
     m_Size.m_LabelLetters += LabelText::GetLength(label);
 }

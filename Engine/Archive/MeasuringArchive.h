@@ -59,9 +59,7 @@ private:
     ElementSize m_Size;
 };
 
-template <class Element>
-ElementSize SmallestElement(Label label, const Element& element = Element())
-{
+template <class Element> ElementSize SmallestElement(Label label, const Element& element = Element()) {
     MeasuringArchive archive;
     WriteValue(archive, label, element);
     return archive.GetSize();

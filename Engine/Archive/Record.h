@@ -43,8 +43,7 @@ public:
     void BeforeSave(auto&, auto) {}
 
     // A count, then so many elements under one label. A missing count goes the way of a negative one.
-    void List(Label countLabel, Label label, auto& list)
-    {
+    void List(Label countLabel, Label label, auto& list) {
         using Element = std::remove_reference_t<decltype(*list.begin())>;
         std::int32_t count = -1;
         Value(countLabel, count);
@@ -57,9 +56,7 @@ public:
 
     // A count that is always the number of slots, then an element for each. Elements beyond the slots are dropped,
     // slots without an element are emptied; a missing count is the right one.
-    template <class T, int MAX_SIZE>
-    void Slots(Label countLabel, Label label, FixedArray<T, MAX_SIZE>& slots)
-    {
+    template <class T, int MAX_SIZE> void Slots(Label countLabel, Label label, FixedArray<T, MAX_SIZE>& slots) {
         std::int32_t count = MAX_SIZE;
         Value(countLabel, count);
         CheckElementCount(count, MAX_SIZE);
@@ -78,8 +75,7 @@ public:
     // null where the type has no class: that entry stays empty and its record is skipped, up to the next type word or
     // to `nextLabel`, which follows the list.
     template <class Type>
-    void Objects(Label countLabel, Label typeLabel, Label contentsLabel, Label nextLabel, auto& list, auto create)
-    {
+    void Objects(Label countLabel, Label typeLabel, Label contentsLabel, Label nextLabel, auto& list, auto create) {
         std::int32_t count = -1;
         Value(countLabel, count);
         if (count > kCountSlack)
@@ -99,9 +95,7 @@ public:
     }
 
 private:
-    template <class Type>
-    static ElementSize SmallestObject(Label typeLabel, Label contentsLabel, auto create)
-    {
+    template <class Type> static ElementSize SmallestObject(Label typeLabel, Label contentsLabel, auto create) {
         constexpr std::uint64_t kUnknown = std::numeric_limits<std::uint64_t>::max();
         ElementSize smallest{kUnknown, kUnknown};
         for (int value = 0; value < EnumWordCount<Type>(); ++value) {
@@ -130,16 +124,13 @@ public:
     void AfterLoad(const auto&, auto) {}
     void BeforeSave(const auto& record, auto step) { step(record); }
 
-    void List(Label countLabel, Label label, const auto& list)
-    {
+    void List(Label countLabel, Label label, const auto& list) {
         Value(countLabel, list.GetSize());
         for (const auto& element : list)
             Value(label, element);
     }
 
-    template <class T, int MAX_SIZE>
-    void Slots(Label countLabel, Label label, const FixedArray<T, MAX_SIZE>& slots)
-    {
+    template <class T, int MAX_SIZE> void Slots(Label countLabel, Label label, const FixedArray<T, MAX_SIZE>& slots) {
         Value(countLabel, slots.GetSize());
         for (const T& element : slots)
             Value(label, element);
@@ -147,8 +138,7 @@ public:
 
     // Empty entries are left out, of the count too.
     template <class Type>
-    void Objects(Label countLabel, Label typeLabel, Label contentsLabel, Label, const auto& list, auto)
-    {
+    void Objects(Label countLabel, Label typeLabel, Label contentsLabel, Label, const auto& list, auto) {
         const auto isThere = [](const auto& object) { return object != nullptr; };
         Value(countLabel, static_cast<std::int32_t>(std::count_if(list.begin(), list.end(), isThere)));
         for (const auto& object : list) {
@@ -164,26 +154,25 @@ private:
 };
 
 template <class T>
-concept IsRecord = requires { typename T::RecordTag; };
+concept IsRecord = requires {
+    typename T::RecordTag;
+};
 
 // The base of a record with a field list. The fields of a base that is a record itself come first.
-template <class T, class Base = Archivable>
-class Record : public Base {
+template <class T, class Base = Archivable> class Record : public Base {
 public:
     using RecordTag = void;
     using Base::Base;
     using Base::Load; // keeps the overload with a context visible
 
-    void Load(Archive& archive) override
-    {
+    void Load(Archive& archive) override {
         if constexpr (IsRecord<Base>)
             Base::Load(archive);
         FieldReader fields(archive);
         T::Fields(static_cast<T&>(*this), fields);
     }
 
-    void Save(Archive& archive) const override
-    {
+    void Save(Archive& archive) const override {
         if constexpr (IsRecord<Base>)
             Base::Save(archive);
         FieldWriter fields(archive);

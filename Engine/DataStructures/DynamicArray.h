@@ -9,8 +9,7 @@ namespace Corvid {
 
 // A number of elements that is set as a whole. Elements of a type with no initial value of its own (plain numbers,
 // records of them) are not touched until they are assigned.
-template <class T>
-class DynamicArray {
+template <class T> class DynamicArray {
 public:
     DynamicArray() = default;
     ~DynamicArray() { Destroy(); }
@@ -21,8 +20,7 @@ public:
 
     // Replaces everything by `size` default elements (none when it is negative). False when memory is short: the
     // array is empty then.
-    bool SetSize(int size)
-    {
+    bool SetSize(int size) {
         Destroy();
         m_Buffer = ElementBuffer<T>();
         if (size <= 0)

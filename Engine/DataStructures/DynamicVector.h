@@ -9,8 +9,7 @@
 namespace Corvid {
 
 // Elements appended up to a capacity that is set beforehand; it does not grow by itself.
-template <class T>
-class DynamicVector {
+template <class T> class DynamicVector {
 public:
     DynamicVector() = default;
     ~DynamicVector() { Clear(); }
@@ -21,8 +20,7 @@ public:
     int GetCapacity() const { return m_Buffer.GetCapacity(); }
 
     // Drops everything, then makes room for `newMaxSize` elements. False when memory is short.
-    bool SetCapacity(int newMaxSize)
-    {
+    bool SetCapacity(int newMaxSize) {
         Clear();
         m_Buffer = ElementBuffer<T>();
         if (!Check(newMaxSize >= 0, "newMaxSize >= 0") || newMaxSize == 0)
@@ -32,24 +30,21 @@ public:
     }
 
     // A new default element; a spare one, and a report, when the vector is full.
-    T& Append()
-    {
+    T& Append() {
         if (!Check(m_CurrentSize < GetCapacity(), "m_CurrentSize < m_MaxSize"))
             return SpareElement<T>();
         return *new (static_cast<void*>(m_Buffer.GetElements() + m_CurrentSize++)) T();
     }
 
     // Keeps the first `size` elements.
-    void Truncate(int size)
-    {
+    void Truncate(int size) {
         if (size < 0 || size >= m_CurrentSize)
             return;
         std::destroy(begin() + size, end());
         m_CurrentSize = size;
     }
 
-    void Clear()
-    {
+    void Clear() {
         std::destroy(begin(), end());
         m_CurrentSize = 0;
     }

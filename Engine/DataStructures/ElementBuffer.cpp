@@ -6,11 +6,10 @@
 
 namespace Corvid {
 
-void* AllocateElements(std::size_t count, std::size_t size)
-{
+void* AllocateElements(std::size_t count, std::size_t size) {
     void* elements = nullptr;
     if (count <= std::numeric_limits<std::ptrdiff_t>::max() / size)
-        elements = ::operator new(count * size, std::nothrow);
+        elements = ::operator new(count* size, std::nothrow);
     if (elements == nullptr)
         ReportMessage(Message::OutOfMemory);
     return elements;

@@ -6,8 +6,7 @@
 namespace Corvid {
 
 // MAX_SIZE elements, no more and no fewer. An index outside is reported and reaches a spare element.
-template <class T, int MAX_SIZE>
-class FixedArray {
+template <class T, int MAX_SIZE> class FixedArray {
 public:
     static constexpr int GetSize() { return MAX_SIZE; }
 

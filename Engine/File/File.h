@@ -35,6 +35,9 @@ public:
     // Whether what is left is known to its last byte without reading it.
     bool IsSizeKnown() const { return m_Source.IsRegular() || !m_IsOnDisk; }
 
+    // False when reading ended for another reason than the end of the source.
+    bool IsWhole() const { return m_Source.GetError() == SourceError::None; }
+
     // Hands out what is still in the window and closes: 0 when all went well. A file for writing reaches its
     // destination here; without Close(), or after a failed write, the destination keeps what it had.
     int Close();

@@ -4,25 +4,22 @@
 
 namespace Corvid {
 
-std::unique_ptr<File> FileSystem::OpenForReading(std::u16string_view path)
-{
+std::unique_ptr<File> FileSystem::OpenForReading(std::u16string_view path) {
     std::unique_ptr<File> file = File::OpenForReading(path);
     if (file == nullptr)
         ReportMessage(Message::FailedToOpenFile, {path});
     return file;
 }
 
-std::unique_ptr<File> FileSystem::OpenForWriting(std::u16string_view path)
-{
+std::unique_ptr<File> FileSystem::OpenForWriting(std::u16string_view path) {
     std::unique_ptr<File> file = File::OpenForWriting(path);
     if (file == nullptr)
         ReportMessage(Message::FailedToOpenFile, {path});
     return file;
 }
 
-void FileSystem::Close(std::unique_ptr<File> file)
-{
-    const int closeResult = file->Close();
+void FileSystem::Close(File& file) {
+    const int closeResult = file.Close();
     Check(closeResult == 0, "closeResult == 0");
 }
 

@@ -14,8 +14,8 @@ namespace FileSystem {
 std::unique_ptr<File> OpenForReading(std::u16string_view path);
 std::unique_ptr<File> OpenForWriting(std::u16string_view path);
 
-// Closes and destroys; a failure, such as a full disk, is reported.
-void Close(std::unique_ptr<File> file);
+// A failure, such as a full disk, is reported.
+void Close(File& file);
 
 } // namespace FileSystem
 

@@ -10,8 +10,7 @@
 
 namespace Corvid {
 
-InputStream::InputStream(SourceFile& source, std::u16string_view path) : m_Source(&source), m_Path(path)
-{
+InputStream::InputStream(SourceFile& source, std::u16string_view path) : m_Source(&source), m_Path(path) {
     m_WindowCapacity = kWindowSize;
     if (source.IsRegular()) // a small file needs a small window; the extra byte lets the first read find its end
         m_WindowCapacity = static_cast<std::size_t>(std::min<std::uint64_t>(source.GetSize() + 1, kWindowSize));
@@ -20,32 +19,37 @@ InputStream::InputStream(SourceFile& source, std::u16string_view path) : m_Sourc
     ReadWindow();
 }
 
-InputStream::InputStream(std::string bytes)
-{
+InputStream::InputStream(std::string bytes) {
     HoldInMemory(std::move(bytes));
 }
 
-std::uint64_t InputStream::GetOffset() const
-{
+std::uint64_t InputStream::GetOffset() const {
     return m_EndOffset - GetAvailable();
 }
 
-std::uint64_t InputStream::GetBytesLeft() const
-{
+std::uint64_t InputStream::GetBytesLeft() const {
     const std::uint64_t size = m_Source != nullptr ? m_Source->GetSize() : 0;
     return GetAvailable() + (size > m_EndOffset ? size - m_EndOffset : 0);
 }
 
-bool InputStream::Refill(std::size_t count)
-{
+bool InputStream::Refill(std::size_t count) {
     while (GetAvailable() < count && m_Source != nullptr)
         ReadWindow();
     return GetAvailable() >= count;
 }
 
+std::uint64_t InputStream::Skip(std::uint64_t count) {
+    std::uint64_t done = 0;
+    while (done < count && Ensure(1)) {
+        const std::uint64_t step = std::min<std::uint64_t>(count - done, GetAvailable());
+        m_Position += step;
+        done += step;
+    }
+    return done;
+}
+
 // Moves what is left to the window's start and fills up behind it.
-void InputStream::ReadWindow()
-{
+void InputStream::ReadWindow() {
     const std::size_t kept = GetAvailable();
     char* const window = m_Window.get();
     std::memmove(window, m_Position, kept);
@@ -66,8 +70,7 @@ void InputStream::ReadWindow()
     SetWindow(window, window + kept + count);
 }
 
-void InputStream::SetWindow(const char* position, const char* end)
-{
+void InputStream::SetWindow(const char* position, const char* end) {
     m_Position = position;
     m_End = end;
     if (m_Source == nullptr)
@@ -76,8 +79,7 @@ void InputStream::SetWindow(const char* position, const char* end)
         m_LookaheadLimit = position + (GetAvailable() > kLookahead ? GetAvailable() - kLookahead : 0);
 }
 
-void InputStream::BringIntoMemory()
-{
+void InputStream::BringIntoMemory() {
     if (m_Source == nullptr)
         return;
     std::string bytes;
@@ -92,14 +94,13 @@ void InputStream::BringIntoMemory()
     m_EndOffset = endOffset;
 }
 
-void InputStream::ConvertFromUtf16()
-{
+void InputStream::ConvertFromUtf16() {
     BringIntoMemory();
     std::string bytes;
     bytes.reserve(GetAvailable());
     const auto unitAt = [](const char* position) {
-        return static_cast<char16_t>(static_cast<unsigned char>(position[0]) |
-                                     static_cast<unsigned char>(position[1]) << 8);
+        return static_cast<char16_t>(static_cast<unsigned char>(position[0]) | static_cast<unsigned char>(position[1])
+                                                                                   << 8);
     };
     const char* position = m_Position;
     while (m_End - position >= 2) {
@@ -120,8 +121,7 @@ void InputStream::ConvertFromUtf16()
     HoldInMemory(std::move(bytes));
 }
 
-void InputStream::HoldInMemory(std::string bytes)
-{
+void InputStream::HoldInMemory(std::string bytes) {
     m_Memory = std::move(bytes);
     m_Window.reset();
     const std::size_t size = m_Memory.size();

@@ -31,6 +31,9 @@ public:
     // false. May move the window: positions taken before are void then.
     bool Ensure(std::size_t count) { return GetAvailable() >= count || Refill(count); }
 
+    // Moves over `count` bytes, or over all there are; returns how many those were.
+    std::uint64_t Skip(std::uint64_t count);
+
     // Whether kLookahead bytes, or else all the rest of the input, stand in the window.
     bool HasLookahead() const { return m_Position <= m_LookaheadLimit; }
 

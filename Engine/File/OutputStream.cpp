@@ -6,13 +6,12 @@
 namespace Corvid {
 
 OutputStream::OutputStream(ByteSink& sink)
-    : m_Sink(sink), m_Window(std::make_unique_for_overwrite<char[]>(kWindowSize)), m_Position(m_Window.get()),
-      m_Limit(m_Window.get() + kWindowSize)
-{
-}
+    : m_Sink(sink),
+      m_Window(std::make_unique_for_overwrite<char[]>(kWindowSize)),
+      m_Position(m_Window.get()),
+      m_Limit(m_Window.get() + kWindowSize) {}
 
-void OutputStream::Write(const char* bytes, std::size_t count)
-{
+void OutputStream::Write(const char* bytes, std::size_t count) {
     while (count > 0) {
         const std::size_t piece = std::min(count, kWindowSize / 2);
         char* const out = Reserve(piece);
@@ -23,8 +22,7 @@ void OutputStream::Write(const char* bytes, std::size_t count)
     }
 }
 
-void OutputStream::Flush()
-{
+void OutputStream::Flush() {
     if (m_Position != m_Window.get())
         m_Sink.WriteBlock(m_Window.get(), static_cast<std::size_t>(m_Position - m_Window.get()));
     m_Position = m_Window.get();

@@ -21,8 +21,7 @@ public:
     explicit OutputStream(ByteSink& sink); // which outlives the stream
 
     // Room for `count` bytes (at most kWindowSize) at the returned place; Commit() takes those that were written.
-    char* Reserve(std::size_t count)
-    {
+    char* Reserve(std::size_t count) {
         if (static_cast<std::size_t>(m_Limit - m_Position) < count) [[unlikely]]
             Flush();
         return m_Position;

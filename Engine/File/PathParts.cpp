@@ -2,8 +2,7 @@
 
 namespace Corvid {
 
-PathParts SplitPath(std::u16string_view path)
-{
+PathParts SplitPath(std::u16string_view path) {
     PathParts parts;
     if (path.size() >= 2 && path[1] == u':') {
         parts.m_Drive = path.substr(0, 2);

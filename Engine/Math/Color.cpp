@@ -4,8 +4,7 @@ namespace Corvid {
 
 namespace {
 
-std::uint32_t PackChannel(float channel)
-{
+std::uint32_t PackChannel(float channel) {
     if (channel >= 1.0f)
         return 255;
     if (!(channel > 0.0f))
@@ -13,21 +12,18 @@ std::uint32_t PackChannel(float channel)
     return static_cast<std::uint32_t>(static_cast<double>(channel) * 255.0 + 0.5);
 }
 
-float UnpackChannel(std::uint32_t packed, int shift)
-{
+float UnpackChannel(std::uint32_t packed, int shift) {
     return static_cast<float>((packed >> shift) & 0xFF) * (1.0f / 255.0f);
 }
 
 } // namespace
 
-std::uint32_t PackColor(const Color& color)
-{
+std::uint32_t PackColor(const Color& color) {
     return PackChannel(color.alpha) << 24 | PackChannel(color.red) << 16 | PackChannel(color.green) << 8 |
            PackChannel(color.blue);
 }
 
-Color UnpackColor(std::uint32_t packed)
-{
+Color UnpackColor(std::uint32_t packed) {
     return {UnpackChannel(packed, 16), UnpackChannel(packed, 8), UnpackChannel(packed, 0), UnpackChannel(packed, 24)};
 }
 

@@ -18,8 +18,7 @@ public:
     Vector3& GetRow(int row) { return m_Rows[Check((0 <= row) && (row < 3), "(0 <= row) && (row < 3)") ? row : 0]; }
     const Vector3& GetRow(int row) const { return const_cast<Matrix33&>(*this).GetRow(row); }
 
-    float& At(int row, int column)
-    {
+    float& At(int row, int column) {
         Vector3& values = GetRow(row);
         const bool isInside = Check((0 <= column) && (column < 3), "(0 <= column) && (column < 3)");
         return !isInside || column == 0 ? values.x : column == 1 ? values.y : values.z;
@@ -37,8 +36,7 @@ public:
     Vector4& GetRow(int row) { return m_Rows[Check((0 <= row) && (row < 4), "(0 <= row) && (row < 4)") ? row : 0]; }
     const Vector4& GetRow(int row) const { return const_cast<Matrix44&>(*this).GetRow(row); }
 
-    float& At(int row, int column)
-    {
+    float& At(int row, int column) {
         Vector4& values = GetRow(row);
         const bool isInside = Check((0 <= column) && (column < 4), "(0 <= column) && (column < 4)");
         return !isInside || column == 0 ? values.x : column == 1 ? values.y : column == 2 ? values.z : values.w;

@@ -15,13 +15,11 @@ struct Vector3 {
     friend Vector3 operator*(const Vector3& a, float factor) { return {a.x * factor, a.y * factor, a.z * factor}; }
 };
 
-inline float Dot(const Vector3& a, const Vector3& b)
-{
+inline float Dot(const Vector3& a, const Vector3& b) {
     return a.x * b.x + a.y * b.y + a.z * b.z;
 }
 
-inline float Distance(const Vector3& a, const Vector3& b)
-{
+inline float Distance(const Vector3& a, const Vector3& b) {
     const Vector3 difference = a - b;
     return std::sqrt(Dot(difference, difference));
 }

@@ -23,14 +23,14 @@ public:
     enum class Kind { Integer, Utf8, Utf16 };
 
     template <class Integer>
-        requires std::is_integral_v<Integer>
+    requires std::is_integral_v<Integer>
     constexpr ReportArgument(Integer value) : m_Kind(Kind::Integer), m_Integer(static_cast<std::int64_t>(value)) {}
     constexpr ReportArgument(std::string_view text) : m_Kind(Kind::Utf8), m_Utf8(text) {}
     constexpr ReportArgument(std::u16string_view text) : m_Kind(Kind::Utf16), m_Utf16(text) {}
 
     constexpr Kind GetKind() const { return m_Kind; }
     constexpr std::int64_t GetInteger() const { return m_Integer; }
-    constexpr std::string_view GetUtf8() const { return m_Utf8; }    // raw bytes of a file: may be ill-formed
+    constexpr std::string_view GetUtf8() const { return m_Utf8; } // raw bytes of a file: may be ill-formed
     constexpr std::u16string_view GetUtf16() const { return m_Utf16; }
 
 private:

@@ -6,52 +6,44 @@ namespace {
 
 constinit thread_local Reporter* t_Current = nullptr;
 
-void Send(Report& report)
-{
+void Send(Report& report) {
     if (const Reporter* reporter = Reporter::GetCurrent())
         reporter->Send(report);
 }
 
 } // namespace
 
-Reporter::Reporter(ReportSink& sink) : m_Sink(sink), m_Outer(t_Current)
-{
+Reporter::Reporter(ReportSink& sink) : m_Sink(sink), m_Outer(t_Current) {
     t_Current = this;
 }
 
-Reporter::~Reporter()
-{
+Reporter::~Reporter() {
     t_Current = m_Outer;
 }
 
-Reporter* Reporter::GetCurrent()
-{
+Reporter* Reporter::GetCurrent() {
     return t_Current;
 }
 
-void Reporter::Send(Report& report) const
-{
+void Reporter::Send(Report& report) const {
     if (m_PositionSource != nullptr)
         report.m_Position = m_PositionSource->GetPosition();
     m_Sink.Take(report);
 }
 
-PositionScope::PositionScope(const PositionSource& source) : m_Reporter(Reporter::GetCurrent())
-{
+PositionScope::PositionScope(const PositionSource& source) : m_Reporter(Reporter::GetCurrent()) {
     if (m_Reporter == nullptr)
         return;
     m_Outer = m_Reporter->m_PositionSource;
     m_Reporter->m_PositionSource = &source;
 }
 
-PositionScope::~PositionScope()
-{
+PositionScope::~PositionScope() {
     if (m_Reporter != nullptr)
         m_Reporter->m_PositionSource = m_Outer;
 }
 
-void ReportMessage(Message message, std::initializer_list<ReportArgument> arguments)
-{
+void ReportMessage(Message message, std::initializer_list<ReportArgument> arguments) {
     Report report;
     report.m_Kind = Report::Kind::Message;
     report.m_Message = message;
@@ -59,8 +51,7 @@ void ReportMessage(Message message, std::initializer_list<ReportArgument> argume
     Send(report);
 }
 
-void ReportFailedCheck(const char* condition, const char* sourceFile, int sourceLine)
-{
+void ReportFailedCheck(const char* condition, const char* sourceFile, int sourceLine) {
     Report report;
     report.m_Kind = Report::Kind::FailedCheck;
     report.m_Condition = condition;

@@ -65,8 +65,7 @@ void ReportFailedCheck(const char* condition, const char* sourceFile, int source
 // The assertion reporter: a condition that does not hold is reported with its text and place, and processing goes on.
 // Returns the condition, so that the caller can stay within bounds after a failure.
 inline bool Check(bool holds, const char* condition, const char* sourceFile = __builtin_FILE(),
-                  int sourceLine = __builtin_LINE())
-{
+                  int sourceLine = __builtin_LINE()) {
     if (!holds) [[unlikely]]
         ReportFailedCheck(condition, sourceFile, sourceLine);
     return holds;

@@ -5,8 +5,7 @@
 
 namespace Corvid {
 
-int ValueOfWord(const EnumWord* words, int count, const char16_t* word)
-{
+int ValueOfWord(const EnumWord* words, int count, const char16_t* word) {
     for (int i = 0; i < count; ++i) {
         if (Compare(word, words[i]) == 0)
             return i;

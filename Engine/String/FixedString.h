@@ -7,8 +7,7 @@
 namespace Corvid {
 
 // A wide string of at most Capacity - 1 UTF-16 units, its terminator always in place.
-template <int Capacity>
-class FixedString {
+template <int Capacity> class FixedString {
 public:
     static_assert(Capacity >= 1);
 
@@ -16,8 +15,7 @@ public:
     explicit FixedString(const char16_t* text) { CopyString(GetBuffer(), text); }
     explicit FixedString(std::u16string_view text) { CopyString(GetBuffer(), text); }
     FixedString(const FixedString& other) { CopyString(GetBuffer(), other.m_Text); }
-    FixedString& operator=(const FixedString& other)
-    {
+    FixedString& operator=(const FixedString& other) {
         if (this != &other)
             CopyString(GetBuffer(), other.m_Text);
         return *this;

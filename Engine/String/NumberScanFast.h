@@ -38,13 +38,15 @@ inline std::size_t FirstBit(int bits) {
 
 // Up to eight digits, a point, six digits, and then a character that is no digit, no letter and no point.
 //
-// The division is correctly rounded, so the only doubt is rounding twice: the double might fall on the middle between
-// two floats while the exact quotient lies beside it. It cannot. A middle has 25 significant bits; call the last one's
-// weight u. The quotient of an integer by 10^6 that differs from the middle does so by at least min(u, 2^-6) / 5^6,
-// which is more than u * 2^-29, the rounding error of the double there (u is at most 4, the quotient below 2^27). And
-// where the quotient is the middle, the conversion rounds the exact value, half to even.
+// Multiplying by the double nearest 10^-6 suffices, although it is rounded twice. That double is too small by less than
+// 0.41 * 2^-53 of itself, so:
+// - A quotient that a double holds comes out exactly: what is missing is less than half a unit of its last place. That
+//   covers the middles between two floats that the text can state; the conversion rounds them half to even.
+// - Any other quotient q by 10^6 differs from each middle by at least min(u, 2^-6) / 5^6, u being the weight of the
+//   middle's 25th and last bit. The product is off by less than 2^-52 of q, which is u * 2^-27. With q below 2^27, so u
+//   at most 4, it stays on the right side of the middle.
 inline const char* ScanCanonicalFloat(const char* position, const char* end, float& value) {
-    static constexpr double kDivisors[] = {1e6, -1e6};
+    static constexpr double kScales[] = {1e-6, -1e-6};
     constexpr int kPointLane = 8;
     constexpr int kEndLane = 15;
     const std::size_t negative = *position == '-' ? 1 : 0;
@@ -67,7 +69,7 @@ inline const char* ScanCanonicalFloat(const char* position, const char* end, flo
     const __m128i parts =
         _mm_madd_epi16(_mm_packs_epi32(groups, groups), _mm_setr_epi16(10000, 1, 1000, 1, 0, 0, 0, 0));
     const __m128d millionths = _mm_dp_pd(_mm_cvtepi32_pd(parts), _mm_setr_pd(1e6, 1.0), 0x31);
-    value = static_cast<float>(_mm_cvtsd_f64(millionths) / kDivisors[negative]);
+    value = static_cast<float>(_mm_cvtsd_f64(millionths) * kScales[negative]);
     return behind;
 }
 

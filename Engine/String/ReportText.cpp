@@ -9,8 +9,7 @@ namespace Corvid {
 
 namespace {
 
-const char16_t* FormatOf(Message message)
-{
+const char16_t* FormatOf(Message message) {
     switch (message) {
     case Message::FailedToOpenFile:
         return u"Failed to Open File: '%s'\n";
@@ -63,8 +62,7 @@ const char16_t* FormatOf(Message message)
 }
 
 // A stretch of a file, its CR LF as "\n" and its ill-formed parts replaced.
-void AppendFileText(std::string& text, std::string_view bytes)
-{
+void AppendFileText(std::string& text, std::string_view bytes) {
     const char* position = bytes.data();
     const char* const end = position + bytes.size();
     while (position != end) {
@@ -75,8 +73,7 @@ void AppendFileText(std::string& text, std::string_view bytes)
     }
 }
 
-void AppendArgument(std::string& text, const ReportArgument& argument)
-{
+void AppendArgument(std::string& text, const ReportArgument& argument) {
     switch (argument.GetKind()) {
     case ReportArgument::Kind::Integer: {
         char digits[kMaxInt64Text + kFormatSlack];
@@ -92,8 +89,7 @@ void AppendArgument(std::string& text, const ReportArgument& argument)
     }
 }
 
-void AppendMessage(std::string& text, const Report& report)
-{
+void AppendMessage(std::string& text, const Report& report) {
     const ReportArgument* argument = report.m_Arguments.data();
     const ReportArgument* const end = argument + report.m_Arguments.size();
     for (const char16_t* c = FormatOf(report.m_Message); *c != 0; ++c) {
@@ -107,8 +103,7 @@ void AppendMessage(std::string& text, const Report& report)
 }
 
 // A source file by its path under the engine's root, without extension.
-std::string_view SourceFileName(std::string_view path)
-{
+std::string_view SourceFileName(std::string_view path) {
     for (const std::string_view root : {"Engine/", "GS/", "Recast/"}) {
         if (const std::size_t start = path.rfind(root); start != path.npos) {
             path.remove_prefix(start);
@@ -118,8 +113,7 @@ std::string_view SourceFileName(std::string_view path)
     return path.substr(0, path.rfind('.'));
 }
 
-void AppendFailedCheck(std::string& text, const Report& report)
-{
+void AppendFailedCheck(std::string& text, const Report& report) {
     text.append("Assertion failed: ").append(report.m_Condition);
     text.append(" (").append(SourceFileName(report.m_SourceFile)).append(", line ");
     AppendArgument(text, report.m_SourceLine);
@@ -128,8 +122,7 @@ void AppendFailedCheck(std::string& text, const Report& report)
 
 } // namespace
 
-void AppendReportText(std::string& text, const Report& report)
-{
+void AppendReportText(std::string& text, const Report& report) {
     if (report.m_Kind == Report::Kind::Message)
         AppendMessage(text, report);
     else

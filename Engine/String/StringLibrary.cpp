@@ -9,14 +9,12 @@
 
 namespace Corvid {
 
-int GetLength(const char16_t* source)
-{
+int GetLength(const char16_t* source) {
     const std::size_t length = std::char_traits<char16_t>::length(source);
     return static_cast<int>(std::min<std::size_t>(length, INT_MAX));
 }
 
-int Compare(const char16_t* s1, const char16_t* s2)
-{
+int Compare(const char16_t* s1, const char16_t* s2) {
     Check(s1 != nullptr, "s1 != NULL");
     Check(s2 != nullptr, "s2 != NULL");
     if (s1 == nullptr)
@@ -30,13 +28,11 @@ int Compare(const char16_t* s1, const char16_t* s2)
     return *s1 < *s2 ? -1 : *s1 > *s2 ? 1 : 0;
 }
 
-void CopyString(StringBuffer destination, const char16_t* source)
-{
+void CopyString(StringBuffer destination, const char16_t* source) {
     CopyString(destination, std::u16string_view(source, static_cast<std::size_t>(GetLength(source))));
 }
 
-void CopyString(StringBuffer destination, std::u16string_view source)
-{
+void CopyString(StringBuffer destination, std::u16string_view source) {
     const bool isOther = Check(destination.m_Buffer != source.data(), "destination.m_Buffer != source");
     const bool hasRoom = Check(destination.m_BufferSize >= 1, "destination.m_BufferSize >= 1");
     if (!isOther || !hasRoom)

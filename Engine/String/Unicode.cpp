@@ -14,8 +14,7 @@ struct Sequence {
     unsigned char m_FirstHigh;
 };
 
-Sequence SequenceOf(unsigned char lead)
-{
+Sequence SequenceOf(unsigned char lead) {
     if (lead < 0xC2)
         return {0, 0, 0};
     if (lead < 0xE0)
@@ -31,8 +30,7 @@ Sequence SequenceOf(unsigned char lead)
 
 } // namespace
 
-char32_t DecodeUtf8(const char*& position, const char* end)
-{
+char32_t DecodeUtf8(const char*& position, const char* end) {
     const auto lead = static_cast<unsigned char>(*position++);
     if (lead < 0x80)
         return lead;
@@ -54,8 +52,7 @@ char32_t DecodeUtf8(const char*& position, const char* end)
     return character;
 }
 
-char32_t DecodeUtf16(const char16_t*& position, const char16_t* end)
-{
+char32_t DecodeUtf16(const char16_t*& position, const char16_t* end) {
     const char32_t unit = *position++;
     if (IsHighSurrogate(unit) && position != end && IsLowSurrogate(*position)) {
         const char32_t low = *position++;
@@ -64,8 +61,7 @@ char32_t DecodeUtf16(const char16_t*& position, const char16_t* end)
     return IsHighSurrogate(unit) || IsLowSurrogate(unit) ? kReplacementCharacter : unit;
 }
 
-char* EncodeUtf8(char* out, char32_t character)
-{
+char* EncodeUtf8(char* out, char32_t character) {
     if (IsHighSurrogate(character) || IsLowSurrogate(character))
         character = kReplacementCharacter;
     const auto put = [&out](char32_t byte) { *out++ = static_cast<char>(byte); };
@@ -87,8 +83,7 @@ char* EncodeUtf8(char* out, char32_t character)
     return out;
 }
 
-void AppendUtf8(std::string& text, std::u16string_view units)
-{
+void AppendUtf8(std::string& text, std::u16string_view units) {
     const char16_t* position = units.data();
     const char16_t* const end = position + units.size();
     while (position != end) {
@@ -97,16 +92,14 @@ void AppendUtf8(std::string& text, std::u16string_view units)
     }
 }
 
-std::string ToUtf8(std::u16string_view units)
-{
+std::string ToUtf8(std::u16string_view units) {
     std::string text;
     text.reserve(units.size());
     AppendUtf8(text, units);
     return text;
 }
 
-std::u16string ToUtf16(std::string_view bytes)
-{
+std::u16string ToUtf16(std::string_view bytes) {
     std::u16string units;
     units.reserve(bytes.size());
     const char* position = bytes.data();

@@ -11,23 +11,19 @@ namespace Corvid {
 inline constexpr char32_t kReplacementCharacter = 0xFFFD;
 inline constexpr std::size_t kMaxUtf8Bytes = 4; // of one character; three for each UTF-16 unit at the most
 
-constexpr bool IsHighSurrogate(char32_t unit)
-{
+constexpr bool IsHighSurrogate(char32_t unit) {
     return (unit & 0xFFFFFC00) == 0xD800;
 }
 
-constexpr bool IsLowSurrogate(char32_t unit)
-{
+constexpr bool IsLowSurrogate(char32_t unit) {
     return (unit & 0xFFFFFC00) == 0xDC00;
 }
 
-constexpr char16_t HighSurrogate(char32_t character)
-{
+constexpr char16_t HighSurrogate(char32_t character) {
     return static_cast<char16_t>(0xD7C0 + (character >> 10));
 }
 
-constexpr char16_t LowSurrogate(char32_t character)
-{
+constexpr char16_t LowSurrogate(char32_t character) {
     return static_cast<char16_t>(0xDC00 + (character & 0x3FF));
 }
 

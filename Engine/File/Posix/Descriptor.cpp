@@ -8,8 +8,9 @@
 #include <algorithm>
 #include <cerrno>
 #include <charconv>
-#include <ctime>
 #include <string_view>
+
+#include "Engine/File/Retry.h"
 
 namespace Corvid {
 
@@ -103,17 +104,6 @@ std::size_t WriteFully(int number, const char* bytes, std::size_t count) {
             break;
     }
     return taken;
-}
-
-std::int64_t MonotonicMicroseconds() {
-    timespec now{};
-    clock_gettime(CLOCK_MONOTONIC, &now);
-    return std::int64_t(now.tv_sec) * 1000000 + now.tv_nsec / 1000;
-}
-
-void PauseBetweenAttempts() {
-    const timespec pause{0, 5 * 1000 * 1000};
-    nanosleep(&pause, nullptr);
 }
 
 } // namespace Corvid

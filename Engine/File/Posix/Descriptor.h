@@ -43,21 +43,4 @@ bool AwaitDescriptor(int number, short events, int patienceMilliseconds, std::in
 // write() in full, EINTR and short writes seen to. The number of bytes taken; on fewer, errno says why.
 std::size_t WriteFully(int number, const char* bytes, std::size_t count);
 
-std::int64_t MonotonicMicroseconds();
-
-// Calls `attempt` until it returns true, pausing a little between calls; false when the patience has run out.
-template <class Attempt> bool RetryFor(int patienceMilliseconds, Attempt attempt);
-
-void PauseBetweenAttempts();
-
-template <class Attempt> bool RetryFor(int patienceMilliseconds, Attempt attempt) {
-    const std::int64_t end = MonotonicMicroseconds() + std::int64_t(patienceMilliseconds) * 1000;
-    while (!attempt()) {
-        if (MonotonicMicroseconds() >= end)
-            return false;
-        PauseBetweenAttempts();
-    }
-    return true;
-}
-
 } // namespace Corvid

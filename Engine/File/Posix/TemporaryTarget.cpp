@@ -12,6 +12,7 @@
 
 #include "Engine/File/Posix/Descriptor.h"
 #include "Engine/File/Posix/DestinationTargets.h"
+#include "Engine/File/Retry.h"
 
 namespace Corvid {
 

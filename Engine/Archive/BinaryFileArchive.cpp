@@ -1,0 +1,280 @@
+#include "Engine/Archive/BinaryFileArchive.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstring>
+#include <string>
+#include <utility>
+
+namespace Corvid {
+
+static_assert(std::endian::native == std::endian::little, "values are stored as they stand in memory");
+
+BinaryFileArchive::BinaryFileArchive(std::unique_ptr<File> file) : FileArchive(std::move(file)) {}
+
+// Single values ------------------------------------------------------------------------------------------------------
+
+template <class Value> inline bool BinaryFileArchive::ReadRaw(Value& value) {
+    if (m_IsStopped)
+        return false;
+    InputStream& input = GetInput();
+    if (!input.Ensure(sizeof value)) [[unlikely]] {
+        input.SetPosition(input.GetEnd());
+        ReportShortRead(1, 0);
+        return false;
+    }
+    std::memcpy(&value, input.GetPosition(), sizeof value);
+    input.SetPosition(input.GetPosition() + sizeof value);
+    return true;
+}
+
+template <class Value> inline void BinaryFileArchive::WriteRaw(Value value) {
+    char* const out = GetOutput().Reserve(sizeof value);
+    std::memcpy(out, &value, sizeof value);
+    GetOutput().Commit(out + sizeof value);
+}
+
+void BinaryFileArchive::ReportShortRead(std::uint64_t wantedCount, std::uint64_t count) {
+    ReportMessage(Message::FailedToReadFile, {GetPath(), wantedCount, count});
+}
+
+void BinaryFileArchive::ReadInt(Label, std::int32_t& value) {
+    if (ReadRaw(value) && m_IsChecksumEnabled)
+        m_Checksum.AddInt(static_cast<std::uint32_t>(value));
+}
+
+void BinaryFileArchive::WriteInt(Label, std::int32_t value) {
+    WriteRaw(value);
+}
+
+void BinaryFileArchive::ReadInt(Label, std::uint32_t& value) {
+    if (ReadRaw(value) && m_IsChecksumEnabled)
+        m_Checksum.AddInt(value);
+}
+
+void BinaryFileArchive::WriteInt(Label, std::uint32_t value) {
+    WriteRaw(value);
+}
+
+void BinaryFileArchive::ReadInt64(Label, std::int64_t& value) {
+    ReadRaw(value); // no part of the checksum
+}
+
+void BinaryFileArchive::WriteInt64(Label, std::int64_t value) {
+    WriteRaw(value);
+}
+
+void BinaryFileArchive::ReadBool(Label, bool& value) {
+    std::uint8_t byte;
+    if (!ReadRaw(byte))
+        return;
+    value = byte != 0;
+    if (m_IsChecksumEnabled)
+        m_Checksum.AddInt(value ? 1 : 0);
+}
+
+void BinaryFileArchive::WriteBool(Label, bool value) {
+    WriteRaw(static_cast<std::uint8_t>(value ? 1 : 0));
+}
+
+void BinaryFileArchive::ReadFloat(Label, float& value) {
+    std::uint32_t bits; // a float register might quieten a NaN
+    if (!ReadRaw(bits))
+        return;
+    value = std::bit_cast<float>(bits);
+    if (m_IsChecksumEnabled)
+        m_Checksum.AddFloat(value);
+}
+
+void BinaryFileArchive::WriteFloat(Label, float value) {
+    WriteRaw(std::bit_cast<std::uint32_t>(value));
+}
+
+void BinaryFileArchive::ReadDouble(Label, double& value) {
+    if (ReadRaw(value) && m_IsChecksumEnabled)
+        m_Checksum.AddDouble(value);
+}
+
+void BinaryFileArchive::WriteDouble(Label, double value) {
+    WriteRaw(value);
+}
+
+// Composites ---------------------------------------------------------------------------------------------------------
+
+void BinaryFileArchive::ReadIntPair(Label label, std::int32_t& first, std::int32_t& second) {
+    ReadInt(label, first);
+    ReadInt(label, second);
+}
+
+void BinaryFileArchive::WriteIntPair(Label label, std::int32_t first, std::int32_t second) {
+    WriteInt(label, first);
+    WriteInt(label, second);
+}
+
+void BinaryFileArchive::ReadIntPair(Label label, IntPair& value) {
+    ReadIntPair(label, value.first, value.second);
+}
+
+void BinaryFileArchive::WriteIntPair(Label label, const IntPair& value) {
+    WriteIntPair(label, value.first, value.second);
+}
+
+void BinaryFileArchive::ReadIntRect(Label label, IntRect& value) {
+    ReadIntPair(label, value.x, value.y);
+    ReadIntPair(label, value.width, value.height);
+}
+
+void BinaryFileArchive::WriteIntRect(Label label, const IntRect& value) {
+    WriteIntPair(label, value.x, value.y);
+    WriteIntPair(label, value.width, value.height);
+}
+
+void BinaryFileArchive::ReadVector3(Label label, Vector3& value) {
+    ReadFloat(label, value.x);
+    ReadFloat(label, value.y);
+    ReadFloat(label, value.z);
+}
+
+void BinaryFileArchive::WriteVector3(Label label, const Vector3& value) {
+    WriteFloat(label, value.x);
+    WriteFloat(label, value.y);
+    WriteFloat(label, value.z);
+}
+
+void BinaryFileArchive::ReadVector4(Label label, Vector4& value) {
+    ReadFloat(label, value.x);
+    ReadFloat(label, value.y);
+    ReadFloat(label, value.z);
+    ReadFloat(label, value.w);
+}
+
+void BinaryFileArchive::WriteVector4(Label label, const Vector4& value) {
+    WriteFloat(label, value.x);
+    WriteFloat(label, value.y);
+    WriteFloat(label, value.z);
+    WriteFloat(label, value.w);
+}
+
+void BinaryFileArchive::ReadColor(Label label, Color& value) {
+    ReadFloat(label, value.red);
+    ReadFloat(label, value.green);
+    ReadFloat(label, value.blue);
+    ReadFloat(label, value.alpha);
+}
+
+void BinaryFileArchive::WriteColor(Label label, const Color& value) {
+    WriteFloat(label, value.red);
+    WriteFloat(label, value.green);
+    WriteFloat(label, value.blue);
+    WriteFloat(label, value.alpha);
+}
+
+void BinaryFileArchive::ReadMatrix33(Label label, Matrix33& value) {
+    for (int i = 0; i < 3; ++i)
+        ReadVector3(label, value.GetRow(i));
+}
+
+void BinaryFileArchive::WriteMatrix33(Label label, const Matrix33& value) {
+    for (int i = 0; i < 3; ++i)
+        WriteVector3(label, value.GetRow(i));
+}
+
+void BinaryFileArchive::ReadMatrix44(Label label, Matrix44& value) {
+    for (int i = 0; i < 4; ++i)
+        ReadVector4(label, value.GetRow(i));
+}
+
+void BinaryFileArchive::WriteMatrix44(Label label, const Matrix44& value) {
+    for (int i = 0; i < 4; ++i)
+        WriteVector4(label, value.GetRow(i));
+}
+
+// Strings ------------------------------------------------------------------------------------------------------------
+
+void BinaryFileArchive::ReadString(Label, char16_t* buffer, int capacity) {
+    std::uint32_t numChars;
+    if (!ReadRaw(numChars) || capacity < 1)
+        return;
+    const auto bufferSize = static_cast<std::uint32_t>(capacity);
+    Check(numChars < bufferSize, "numChars < bufferSize");
+    const std::uint32_t kept = std::min(numChars, bufferSize - 1);
+    std::uint32_t count = ReadUnits(buffer, kept);
+    buffer[count] = 0;
+    if (numChars > kept) // the next value stands behind all that was claimed
+        count += static_cast<std::uint32_t>(GetInput().Skip(2 * std::uint64_t(numChars - kept)) / 2);
+    if (count < numChars)
+        ReportShortRead(numChars, count);
+    if (m_IsChecksumEnabled)
+        m_Checksum.AddString(buffer);
+}
+
+// The units that are there; half a unit at the end of the input is used up.
+std::uint32_t BinaryFileArchive::ReadUnits(char16_t* buffer, std::uint32_t count) {
+    InputStream& input = GetInput();
+    std::uint32_t done = 0;
+    while (done < count) {
+        constexpr std::uint32_t kBlockUnits = InputStream::kWindowSize / 8;
+        const std::uint32_t wanted = std::min(count - done, kBlockUnits);
+        input.Ensure(2 * wanted);
+        const auto available = static_cast<std::uint32_t>(std::min<std::size_t>(input.GetAvailable() / 2, wanted));
+        std::memcpy(buffer + done, input.GetPosition(), 2 * available);
+        done += available;
+        if (available < wanted) {
+            input.SetPosition(input.GetEnd());
+            break;
+        }
+        input.SetPosition(input.GetPosition() + 2 * available);
+    }
+    return done;
+}
+
+void BinaryFileArchive::WriteString(Label, const char16_t* value) {
+    const std::size_t length = std::char_traits<char16_t>::length(value);
+    WriteRaw(static_cast<std::uint32_t>(length));
+    GetOutput().Write(reinterpret_cast<const char*>(value), 2 * length);
+}
+
+// Objects ------------------------------------------------------------------------------------------------------------
+
+void BinaryFileArchive::ReadObject(Archivable& object) {
+    object.Load(*this);
+}
+
+void BinaryFileArchive::WriteObject(const Archivable& object) {
+    object.Save(*this);
+}
+
+void BinaryFileArchive::ReadLabeledObject(Label, Archivable& object, void* context) {
+    object.Load(*this, context);
+}
+
+void BinaryFileArchive::ReadLabeledObject(Label, Archivable& object) {
+    object.Load(*this);
+}
+
+void BinaryFileArchive::WriteLabeledObject(Label, const Archivable& object) {
+    object.Save(*this);
+}
+
+// The rest of the input ----------------------------------------------------------------------------------------------
+
+std::uint64_t BinaryFileArchive::CountThatFits(const ElementSize& smallest) const {
+    return GetInput().GetBytesLeft() / std::max<std::uint64_t>(smallest.m_BinaryBytes, 1);
+}
+
+void BinaryFileArchive::SkipToLabel(Label, Label) {
+    Stop();
+}
+
+void BinaryFileArchive::ReportUnreadInput() {
+    if (const std::uint64_t left = GetInput().GetBytesLeft())
+        ReportMessage(Message::UnreadBytes, {GetPath(), left, GetInput().GetOffset()});
+}
+
+ReportPosition BinaryFileArchive::GetPosition() const {
+    if (GetFile().GetAccess() == FileAccess::Write)
+        return {};
+    return {ReportPosition::Kind::Offset, GetInput().GetOffset()};
+}
+
+} // namespace Corvid

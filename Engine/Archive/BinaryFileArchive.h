@@ -1,0 +1,70 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+
+#include "Engine/Archive/FileArchive.h"
+
+namespace Corvid {
+
+// The compact encoding: behind a header of four bytes ("BIN" and a line feed) the raw little-endian values, back to
+// back in the order in which the objects save them. Labels are ignored.
+//
+// A bool takes one byte, an integer or float 4, a string a 32-bit count and so many UTF-16 units without terminator.
+// Composites go through the single-value operations, so that a subclass which changes how a float is stored changes
+// them all. A short read is reported, once a value, and leaves the value as it was.
+class BinaryFileArchive : public FileArchive {
+public:
+    explicit BinaryFileArchive(std::unique_ptr<File> file);
+
+    void ReadColor(Label label, Color& value) override;
+    void ReadIntRect(Label label, IntRect& value) override;
+    void ReadIntPair(Label label, IntPair& value) override;
+    void ReadIntPair(Label label, std::int32_t& first, std::int32_t& second) override;
+    void ReadVector4(Label label, Vector4& value) override;
+    void ReadMatrix44(Label label, Matrix44& value) override;
+    void ReadMatrix33(Label label, Matrix33& value) override;
+    void ReadVector3(Label label, Vector3& value) override;
+    void ReadString(Label label, char16_t* buffer, int capacity) override;
+    void ReadInt64(Label label, std::int64_t& value) override;
+    void ReadBool(Label label, bool& value) override;
+    void ReadDouble(Label label, double& value) override;
+    void ReadFloat(Label label, float& value) override;
+    void ReadInt(Label label, std::int32_t& value) override;
+    void ReadInt(Label label, std::uint32_t& value) override;
+    void ReadObject(Archivable& object) override;
+    void ReadLabeledObject(Label label, Archivable& object, void* context) override;
+    void ReadLabeledObject(Label label, Archivable& object) override;
+
+    void WriteColor(Label label, const Color& value) override;
+    void WriteIntRect(Label label, const IntRect& value) override;
+    void WriteIntPair(Label label, const IntPair& value) override;
+    void WriteIntPair(Label label, std::int32_t first, std::int32_t second) override;
+    void WriteVector4(Label label, const Vector4& value) override;
+    void WriteMatrix44(Label label, const Matrix44& value) override;
+    void WriteMatrix33(Label label, const Matrix33& value) override;
+    void WriteVector3(Label label, const Vector3& value) override;
+    void WriteString(Label label, const char16_t* value) override;
+    void WriteInt64(Label label, std::int64_t value) override;
+    void WriteBool(Label label, bool value) override;
+    void WriteDouble(Label label, double value) override;
+    void WriteFloat(Label label, float value) override;
+    void WriteInt(Label label, std::int32_t value) override;
+    void WriteInt(Label label, std::uint32_t value) override;
+    void WriteObject(const Archivable& object) override;
+    void WriteLabeledObject(Label label, const Archivable& object) override;
+
+    std::uint64_t CountThatFits(const ElementSize& smallest) const override;
+    void SkipToLabel(Label either, Label other) override; // stops: nothing tells where a label would be
+    void ReportUnreadInput() override;
+    ReportPosition GetPosition() const override; // a byte offset
+
+private:
+    template <class Value> bool ReadRaw(Value& value);
+    template <class Value> void WriteRaw(Value value);
+    void ReportShortRead(std::uint64_t wantedCount, std::uint64_t count);
+    std::uint32_t ReadUnits(char16_t* buffer, std::uint32_t count);
+};
+
+} // namespace Corvid

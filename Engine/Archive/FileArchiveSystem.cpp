@@ -1,0 +1,139 @@
+#include "Engine/Archive/FileArchiveSystem.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+#include "Engine/Archive/BinaryFileArchive.h"
+#include "Engine/Archive/SteamFileArchive.h"
+#include "Engine/Archive/TextFileArchive.h"
+#include "Engine/File/FileSystem.h"
+
+namespace Corvid {
+
+namespace {
+
+constexpr std::string_view kBinaryHeader = "BIN\n";
+constexpr std::string_view kBinaryMark = "BIN"; // what detection looks at
+constexpr std::string_view kTextMark = "TXT";
+constexpr std::string_view kTextHeader = "TXT\r\n";
+constexpr std::string_view kUtf8ByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::string_view kUtf16ByteOrderMark = "\xFF\xFE"; // little-endian
+
+bool StartsWith(InputStream& input, std::string_view start) {
+    input.Ensure(start.size());
+    return std::string_view(input.GetPosition(), input.GetAvailable()).starts_with(start);
+}
+
+// Looks at the header bytes one by one, as detection is told to report them.
+bool IsBinary(const File& file, InputStream& input) {
+    input.Ensure(kBinaryHeader.size());
+    for (std::size_t i = input.GetAvailable(); i < kBinaryHeader.size(); ++i)
+        ReportMessage(Message::FailedToReadFile, {file.GetPath(), 1, 0});
+    return StartsWith(input, kBinaryMark);
+}
+
+// Leaves the input behind its byte-order mark, as UTF-8.
+bool IsText(InputStream& input) {
+    if (StartsWith(input, kUtf16ByteOrderMark)) {
+        input.SetPosition(input.GetPosition() + kUtf16ByteOrderMark.size());
+        input.ConvertFromUtf16();
+    } else if (StartsWith(input, kUtf8ByteOrderMark)) {
+        input.SetPosition(input.GetPosition() + kUtf8ByteOrderMark.size());
+    }
+    return TextLineReader(input).Peek().m_Text.find(kTextMark) != std::string_view::npos;
+}
+
+} // namespace
+
+FileArchiveSystem::~FileArchiveSystem() {
+    const int fileArchiveCount = m_FileArchiveCount;
+    Check(fileArchiveCount == 0, "fileArchiveCount == 0");
+}
+
+std::unique_ptr<FileArchive> FileArchiveSystem::OpenForReading(std::u16string_view path) {
+    std::unique_ptr<File> file = FileSystem::OpenForReading(path);
+    if (file == nullptr) {
+        ReportMessage(Message::UndetectedEncoding, {path});
+        return nullptr;
+    }
+    return OpenForReading(std::move(file));
+}
+
+std::unique_ptr<FileArchive> FileArchiveSystem::OpenForReading(std::unique_ptr<File> file) {
+    InputStream& input = file->GetInput();
+    const bool isBinary = IsBinary(*file, input);
+    if (!isBinary && !IsText(input)) {
+        ReportMessage(Message::UndetectedEncoding, {file->GetPath()});
+        FileSystem::Close(*file);
+        return nullptr;
+    }
+    if (!file->IsSizeKnown())
+        input.BringIntoMemory();
+    if (isBinary) {
+        input.SetPosition(input.GetPosition() + std::min(input.GetAvailable(), kBinaryHeader.size()));
+        return CreateArchive(std::move(file), ArchiveFormat::Binary, false);
+    }
+    std::unique_ptr<FileArchive> archive = CreateArchive(std::move(file), ArchiveFormat::Text, false);
+    static_cast<TextFileArchive&>(*archive).SkipFirstLine();
+    return archive;
+}
+
+std::unique_ptr<FileArchive> FileArchiveSystem::OpenForWriting(std::u16string_view path, ArchiveFormat format) {
+    if (format == ArchiveFormat::Steam)
+        return CreateArchive(nullptr, format, false);
+    std::unique_ptr<File> file = FileSystem::OpenForWriting(path);
+    return OpenForWriting(std::move(file), format);
+}
+
+std::unique_ptr<FileArchive> FileArchiveSystem::OpenForWriting(std::unique_ptr<File> file, ArchiveFormat format) {
+    if (!Check(file != nullptr, "file != NULL"))
+        return nullptr;
+    Check(file->GetAccess() == FileAccess::Write, "file->GetAccess() == FileAccess::Write");
+    OutputStream& output = file->GetOutput();
+    if (format == ArchiveFormat::Text) {
+        output.Write(kUtf8ByteOrderMark.data(), kUtf8ByteOrderMark.size());
+        output.Write(kTextHeader.data(), kTextHeader.size());
+    } else if (format == ArchiveFormat::Binary) {
+        output.Write(kBinaryHeader.data(), kBinaryHeader.size());
+    }
+    return CreateArchive(std::move(file), format, false);
+}
+
+std::unique_ptr<FileArchive> FileArchiveSystem::CreateArchive(std::unique_ptr<File> file, ArchiveFormat format,
+                                                              bool isBitsMode) {
+    ++m_FileArchiveCount;
+    std::unique_ptr<FileArchive> archive;
+    switch (format) {
+    case ArchiveFormat::Text:
+        archive =
+            std::make_unique<TextFileArchive>(std::move(file), isBitsMode ? FloatForm::Bits : FloatForm::SixDecimals);
+        break;
+    case ArchiveFormat::Binary:
+        archive = std::make_unique<BinaryFileArchive>(std::move(file));
+        break;
+    case ArchiveFormat::Steam:
+        archive = std::make_unique<SteamFileArchive>();
+        break;
+    }
+    if (!Check(archive != nullptr, "false"))
+        return nullptr;
+    archive->EnableChecksum(m_AreChecksumsEnabled);
+    return archive;
+}
+
+void FileArchiveSystem::Release(std::unique_ptr<FileArchive> archive) {
+    if (archive != nullptr)
+        FileSystem::Close(archive->GetFile());
+    Abandon(std::move(archive));
+}
+
+// Without closing its file, the destination of an archive keeps what it had.
+void FileArchiveSystem::Abandon(std::unique_ptr<FileArchive> archive) {
+    archive.reset();
+    --m_FileArchiveCount;
+    const int fileArchiveCount = m_FileArchiveCount;
+    Check(fileArchiveCount >= 0, "fileArchiveCount >= 0");
+}
+
+} // namespace Corvid

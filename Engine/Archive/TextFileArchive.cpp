@@ -1,0 +1,456 @@
+#include "Engine/Archive/TextFileArchive.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string>
+#include <utility>
+
+#include "Engine/Archive/LabelText.h"
+#include "Engine/Archive/TextValues.h"
+#include "Engine/String/Unicode.h"
+
+namespace Corvid {
+
+namespace {
+
+// The checked condition of a parse, by the number of items that its format asks for.
+bool CheckResult(int result, int items) {
+    static constexpr const char* kConditions[] = {"result == 0", "result == 1", "result == 2",
+                                                  "result == 3", "result == 4", "result == 5",
+                                                  "result == 6", "result == 7", "result == 8"};
+    return Check(result == items, kConditions[items]);
+}
+
+std::string_view SkipWhiteSpace(std::string_view text) {
+    while (!text.empty() && IsWhiteSpace(text.front()))
+        text.remove_prefix(1);
+    return text;
+}
+
+// The text behind the label and the white space that must follow it; nothing when the line carries another label.
+std::optional<std::string_view> ValueBehindLabel(const TextLine& line, Label label) {
+    static_assert(InputStream::kPadding >= LabelText::kAccessibleBytes);
+    if (line.m_FirstUnit != 0)
+        return std::nullopt;
+    const std::string_view text = SkipWhiteSpace(line.m_Text);
+    const std::size_t length = LabelText::GetLength(label);
+    if (text.size() <= length || !IsWhiteSpace(text[length]) || !LabelText::Matches(label, text.data()))
+        return std::nullopt;
+    return SkipWhiteSpace(text.substr(length));
+}
+
+// A line for a message, the halves of a split character as they are printed.
+std::string_view TextForReport(const TextLine& line, std::string& storage) {
+    constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
+    if (line.m_FirstUnit == 0 && line.m_LastUnit == 0)
+        return line.m_Text;
+    storage.append(line.m_FirstUnit != 0 ? kReplacement : "");
+    storage.append(line.m_Text).append(line.m_LastUnit != 0 ? kReplacement : "");
+    return storage;
+}
+
+} // namespace
+
+TextFileArchive::TextFileArchive(std::unique_ptr<File> file, FloatForm floatForm)
+    : FileArchive(std::move(file)), m_FloatForm(floatForm) {
+    if (GetFile().GetAccess() == FileAccess::Write)
+        return;
+    m_Lines.emplace(GetInput());
+    if (m_FloatForm == FloatForm::Bits)
+        m_Lines->CloseAhead(); // it knows plain decimals only
+}
+
+// Finding a label ----------------------------------------------------------------------------------------------------
+
+inline const char* TextFileArchive::FindAhead(Label label) {
+    if (!m_Lines->IsAheadOpen()) [[unlikely]]
+        return nullptr;
+    const char* position = SkipBlanks(m_Lines->GetAhead());
+    if (!LabelText::Matches(label, position)) [[unlikely]]
+        return nullptr;
+    position += LabelText::GetLength(label);
+    return *position == ' ' ? SkipBlanks(position + 1) : nullptr;
+}
+
+inline bool TextFileArchive::TakeAhead(const char* valueEnd) {
+    if (!m_Lines->TakeAhead(valueEnd)) [[unlikely]]
+        return false;
+    ++m_LineNumber;
+    m_CurrentLineUnread = false;
+    return true;
+}
+
+void TextFileArchive::SkipFirstLine() {
+    m_Lines->Peek();
+    m_Lines->Take();
+}
+
+std::optional<std::string_view> TextFileArchive::FindLabel(Label label) {
+    if (m_IsStopped)
+        return std::nullopt;
+    ++m_LineNumber;
+    m_CurrentLineUnread = false;
+    m_CurrentLine = m_Lines->Peek();
+    const std::optional<std::string_view> value = ValueBehindLabel(m_CurrentLine, label);
+    if (value)
+        m_Lines->Take();
+    else
+        ReportMissingLabel(label);
+    return value;
+}
+
+void TextFileArchive::ReportMissingLabel(Label label) {
+    Check(!m_CurrentLineUnread, "! m_CurrentLineUnread");
+    m_CurrentLineUnread = true;
+    std::string storage;
+    ReportMessage(Message::MissingLabel,
+                  {GetPath(), LabelText::Get(label), m_LineNumber, TextForReport(m_CurrentLine, storage)});
+}
+
+bool TextFileArchive::TakeLabelLine(Label label) {
+    if (m_Lines->IsAheadOpen()) {
+        const char* const position = SkipBlanks(m_Lines->GetAhead());
+        if (LabelText::Matches(label, position) && TakeAhead(position + LabelText::GetLength(label)))
+            return true;
+    }
+    return FindLabel(label).has_value();
+}
+
+// A line of a matrix: taken as it comes, no look-up.
+std::string_view TextFileArchive::TakeRow() {
+    m_CurrentLine = m_Lines->Peek();
+    m_Lines->Take();
+    return m_CurrentLine.m_FirstUnit == 0 ? m_CurrentLine.m_Text : std::string_view();
+}
+
+// Numbers ------------------------------------------------------------------------------------------------------------
+
+void TextFileArchive::ReadInt(Label label, std::int32_t& value) {
+    std::int32_t number;
+    if (const char* text = FindAhead(label)) {
+        const char* const end = ScanInt(text, m_Lines->GetAheadEnd(), number);
+        if (end != nullptr && TakeAhead(end)) [[likely]] {
+            value = number;
+            if (m_IsChecksumEnabled)
+                m_Checksum.AddInt(static_cast<std::uint32_t>(number));
+            return;
+        }
+    }
+    const auto text = FindLabel(label);
+    if (text && CheckResult(ScanIntValue(*text, value), 1))
+        m_Checksum.AddInt(static_cast<std::uint32_t>(value));
+}
+
+void TextFileArchive::ReadInt(Label label, std::uint32_t& value) {
+    auto bits = static_cast<std::int32_t>(value);
+    ReadInt(label, bits);
+    value = static_cast<std::uint32_t>(bits);
+}
+
+void TextFileArchive::ReadInt64(Label label, std::int64_t& value) {
+    const auto text = FindLabel(label);
+    if (text && CheckResult(ScanInt64Value(*text, value), 1))
+        m_Checksum.AddInt(static_cast<std::uint32_t>(value));
+}
+
+void TextFileArchive::ReadIntPair(Label label, std::int32_t& first, std::int32_t& second) {
+    IntPair pair{first, second};
+    ReadIntPair(label, pair);
+    first = pair.first;
+    second = pair.second;
+}
+
+void TextFileArchive::ReadIntPair(Label label, IntPair& value) {
+    const auto text = FindLabel(label);
+    if (!text)
+        return;
+    std::int32_t numbers[] = {value.first, value.second};
+    const int result = ScanIntsValue(*text, numbers, 2);
+    value = {numbers[0], numbers[1]};
+    if (CheckResult(result, 2)) {
+        for (const std::int32_t number : numbers)
+            m_Checksum.AddInt(static_cast<std::uint32_t>(number));
+    }
+}
+
+void TextFileArchive::ReadIntRect(Label label, IntRect& value) {
+    const auto text = FindLabel(label);
+    if (!text)
+        return;
+    std::int32_t numbers[] = {value.x, value.y, value.width, value.height};
+    const int result = ScanIntsValue(*text, numbers, 4);
+    value = {numbers[0], numbers[1], numbers[2], numbers[3]};
+    if (CheckResult(result, 4)) {
+        for (const std::int32_t number : numbers)
+            m_Checksum.AddInt(static_cast<std::uint32_t>(number));
+    }
+}
+
+void TextFileArchive::ReadFloat(Label label, float& value) {
+    float number;
+    if (const char* text = FindAhead(label)) {
+        const char* const end = ScanFloat(text, m_Lines->GetAheadEnd(), number);
+        if (end != nullptr && TakeAhead(end)) [[likely]] {
+            value = number;
+            AddToChecksum(&number, 1);
+            return;
+        }
+    }
+    const auto text = FindLabel(label);
+    if (!text)
+        return;
+    const bool isComplete = m_FloatForm == FloatForm::Bits ? CheckResult(ScanFloatBits(*text, value), 2)
+                                                           : CheckResult(ScanFloatValue(*text, value), 1);
+    if (isComplete)
+        AddToChecksum(&value, 1);
+}
+
+void TextFileArchive::ReadDouble(Label label, double& value) {
+    const auto text = FindLabel(label);
+    if (!text)
+        return;
+    const bool isComplete = m_FloatForm == FloatForm::Bits ? CheckResult(ScanDoubleBits(*text, value), 2)
+                                                           : CheckResult(ScanDoubleValue(*text, value), 1);
+    if (isComplete && m_IsChecksumEnabled)
+        m_Checksum.AddDouble(value);
+}
+
+void TextFileArchive::ReadVector3(Label label, Vector3& value) {
+    float numbers[3];
+    if (const char* text = FindAhead(label); text != nullptr && *text == '[') {
+        const char* const windowEnd = m_Lines->GetAheadEnd();
+        const char* end = ScanNextFloat(text + 1, windowEnd, numbers[0]);
+        if (end != nullptr)
+            end = ScanNextFloat(end, windowEnd, numbers[1]);
+        if (end != nullptr)
+            end = ScanNextFloat(end, windowEnd, numbers[2]);
+        if (end != nullptr) {
+            end = SkipBlanks(end);
+            if (*end == ']' && TakeAhead(end + 1)) [[likely]] {
+                value = {numbers[0], numbers[1], numbers[2]};
+                AddToChecksum(numbers, 3);
+                return;
+            }
+        }
+    }
+    numbers[0] = value.x;
+    numbers[1] = value.y;
+    numbers[2] = value.z;
+    ReadFloats(label, numbers, 3);
+    value = {numbers[0], numbers[1], numbers[2]};
+}
+
+void TextFileArchive::ReadVector4(Label label, Vector4& value) {
+    float numbers[] = {value.x, value.y, value.z, value.w};
+    ReadFloats(label, numbers, 4);
+    value = {numbers[0], numbers[1], numbers[2], numbers[3]};
+}
+
+bool TextFileArchive::ReadFloats(Label label, float* values, int count) {
+    const auto text = FindLabel(label);
+    if (!text)
+        return false;
+    const int itemsOfAFloat = m_FloatForm == FloatForm::Bits ? 2 : 1;
+    if (!CheckResult(ScanFloatsInForm(*text, values, count), itemsOfAFloat * count))
+        return false;
+    AddToChecksum(values, count);
+    return true;
+}
+
+int TextFileArchive::ScanFloatsInForm(std::string_view text, float* values, int count) const {
+    return m_FloatForm == FloatForm::Bits ? ScanFloatsBits(text, values, count) : ScanFloatsValue(text, values, count);
+}
+
+void TextFileArchive::ReadMatrix33(Label label, Matrix33& value) {
+    if (!TakeLabelLine(label))
+        return;
+    const int items = m_FloatForm == FloatForm::Bits ? 6 : 3;
+    for (int i = 0; i < 3; ++i) {
+        Vector3& row = value.GetRow(i);
+        float numbers[] = {row.x, row.y, row.z};
+        const int result = ScanFloatsInForm(TakeRow(), numbers, 3);
+        row = {numbers[0], numbers[1], numbers[2]};
+        if (CheckResult(result, items))
+            AddToChecksum(numbers, 3);
+    }
+}
+
+void TextFileArchive::ReadMatrix44(Label label, Matrix44& value) {
+    if (!TakeLabelLine(label))
+        return;
+    const int items = m_FloatForm == FloatForm::Bits ? 8 : 4;
+    for (int i = 0; i < 4; ++i) {
+        Vector4& row = value.GetRow(i);
+        float numbers[] = {row.x, row.y, row.z, row.w};
+        const int result = ScanFloatsInForm(TakeRow(), numbers, 4);
+        row = {numbers[0], numbers[1], numbers[2], numbers[3]};
+        if (CheckResult(result, items))
+            AddToChecksum(numbers, 4);
+    }
+}
+
+void TextFileArchive::AddToChecksum(const float* values, int count) {
+    if (!m_IsChecksumEnabled)
+        return;
+    for (int i = 0; i < count; ++i)
+        m_Checksum.AddFloat(values[i]);
+}
+
+void TextFileArchive::ReadColor(Label label, Color& value) {
+    std::uint32_t packed;
+    if (const char* text = FindAhead(label)) {
+        const char* const end = ScanHex(text, m_Lines->GetAheadEnd(), packed);
+        if (end != nullptr && TakeAhead(end)) [[likely]] {
+            TakeColor(packed, value);
+            return;
+        }
+    }
+    const auto text = FindLabel(label);
+    if (text && CheckResult(ScanHexValue(*text, packed), 1))
+        TakeColor(packed, value);
+}
+
+void TextFileArchive::TakeColor(std::uint32_t packed, Color& value) {
+    value = UnpackColor(packed);
+    const float channels[] = {value.red, value.green, value.blue, value.alpha};
+    AddToChecksum(channels, 4);
+}
+
+// Words and strings --------------------------------------------------------------------------------------------------
+
+void TextFileArchive::ReadBool(Label label, bool& value) {
+    const auto text = FindLabel(label);
+    if (!text)
+        return;
+    if (text->find("TRUE") != text->npos)
+        value = true;
+    else if (text->find("FALSE") != text->npos)
+        value = false;
+    else if (!Check(false, "false"))
+        return; // neither word
+    m_Checksum.AddInt(value ? 1 : 0);
+}
+
+void TextFileArchive::ReadString(Label label, char16_t* buffer, int capacity) {
+    const auto text = FindLabel(label);
+    if (!text || capacity < 1)
+        return;
+    CopyString(*text, buffer, capacity);
+    if (m_IsChecksumEnabled)
+        m_Checksum.AddString(buffer);
+}
+
+// Copies the quoted string of a value text. A first unit that is no quote is skipped like one.
+void TextFileArchive::CopyString(std::string_view text, char16_t* buffer, int capacity) {
+    const char* position = text.data();
+    const char* end = position + text.size();
+    const int bufferSize = capacity;
+    int numCharsCopied = 0;
+    const auto append = [&](char16_t unit) {
+        if (!Check(numCharsCopied + 1 < bufferSize, "numCharsCopied < bufferSize"))
+            return false;
+        buffer[numCharsCopied++] = unit;
+        return true;
+    };
+    const auto appendCharacter = [&](char32_t character) {
+        if (character >= 0x10000)
+            return append(HighSurrogate(character)) && append(LowSurrogate(character));
+        return append(static_cast<char16_t>(character));
+    };
+
+    bool isFitting = true;
+    Check(!text.empty() && text.front() == '"', "*stringSrc == _T('\"')");
+    if (position != end) {
+        const char32_t first = DecodeUtf8(position, end);
+        if (first >= 0x10000)
+            isFitting = append(LowSurrogate(first));
+    }
+    const std::string_view behindQuote(position, static_cast<std::size_t>(end - position));
+    if (position != end && end[-1] == '\n') {
+        --end;
+        if (position != end && end[-1] == '\r')
+            --end;
+    }
+    while (isFitting && position != end && *position != '"')
+        isFitting = appendCharacter(DecodeUtf8(position, end));
+    const bool isTerminated = position != end && *position == '"';
+    if (isFitting && !isTerminated && m_CurrentLine.m_LastUnit != 0)
+        isFitting = append(m_CurrentLine.m_LastUnit);
+    buffer[numCharsCopied] = 0;
+
+    if (isFitting && !isTerminated) {
+        std::string storage;
+        ReportMessage(Message::UnterminatedString,
+                      {behindQuote, GetPath(), m_LineNumber, TextForReport(m_CurrentLine, storage)});
+    }
+}
+
+// Objects ------------------------------------------------------------------------------------------------------------
+
+void TextFileArchive::ReadObject(Archivable& object) {
+    object.Load(*this);
+}
+
+void TextFileArchive::ReadLabeledObject(Label label, Archivable& object, void* context) {
+    if (TakeLabelLine(label))
+        object.Load(*this, context);
+}
+
+void TextFileArchive::ReadLabeledObject(Label label, Archivable& object) {
+    if (TakeLabelLine(label))
+        object.Load(*this);
+}
+
+// The rest of the input ----------------------------------------------------------------------------------------------
+
+void TextFileArchive::Stop() {
+    FileArchive::Stop();
+    m_Lines->CloseAhead();
+}
+
+std::uint64_t TextFileArchive::CountThatFits(const ElementSize& smallest) const {
+    return GetInput().GetBytesLeft() / std::max<std::uint64_t>(smallest.m_LabelLetters / 2, 1);
+}
+
+void TextFileArchive::SkipToLabel(Label either, Label other) {
+    while (!m_Lines->IsAtEnd()) {
+        const TextLine line = m_Lines->Peek();
+        if (ValueBehindLabel(line, either) || ValueBehindLabel(line, other))
+            return;
+        m_Lines->Take();
+    }
+}
+
+void TextFileArchive::ReportUnreadInput() {
+    std::uint64_t lineCount = 0;
+    std::uint64_t firstNumber = 0;
+    std::uint64_t lastNumber = 0;
+    std::string first;
+    while (!m_Lines->IsAtEnd()) {
+        const TextLine line = m_Lines->Peek();
+        const std::uint64_t number = m_Lines->GetLinesTaken() + 1;
+        const bool isBlank = line.m_FirstUnit == 0 && std::all_of(line.m_Text.begin(), line.m_Text.end(), IsWhiteSpace);
+        if (!isBlank && number != lastNumber) {
+            if (lineCount++ == 0) {
+                firstNumber = number;
+                std::string storage;
+                first = SkipWhiteSpace(TextForReport(line, storage));
+                first.erase(std::find_if(first.begin(), first.end(), [](char c) { return c == '\r' || c == '\n'; }),
+                            first.end());
+            }
+            lastNumber = number;
+        }
+        m_Lines->Take();
+    }
+    if (lineCount > 0)
+        ReportMessage(Message::UnreadLines, {GetPath(), lineCount, firstNumber, std::string_view(first)});
+}
+
+ReportPosition TextFileArchive::GetPosition() const {
+    if (!m_Lines)
+        return {};
+    const std::uint64_t taken = m_Lines->GetLinesTaken();
+    return {ReportPosition::Kind::Line, m_CurrentLineUnread ? taken + 1 : taken};
+}
+
+} // namespace Corvid

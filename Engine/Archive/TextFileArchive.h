@@ -1,0 +1,112 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string_view>
+
+#include "Engine/Archive/FileArchive.h"
+#include "Engine/Archive/TextLineReader.h"
+
+namespace Corvid {
+
+enum class FloatForm {
+    SixDecimals, // "%f"
+    Bits,        // "%.2f Bits=%d": every value comes back bit by bit
+};
+
+// The human-readable encoding. One value is one line: tabs, the label, a blank, the value. Nested objects show by their
+// indentation alone, which reading ignores.
+//
+// On disk: UTF-8 behind a byte-order mark, a first line "TXT", lines end with CR LF. In memory a line is UTF-16 and
+// ends with "\n"; it is at most TextLineReader::kMaxLineUnits long, a longer one counts as several.
+//
+// A read takes the current line if it begins with the label and white space behind it. Otherwise the miss is reported,
+// the value stays as it was, and the line is offered to the next read: a missing field costs one message.
+class TextFileArchive final : public FileArchive {
+public:
+    // Reading and writing start where the file stands.
+    explicit TextFileArchive(std::unique_ptr<File> file, FloatForm floatForm = FloatForm::SixDecimals);
+
+    // When reading: the header is no look-up.
+    void SkipFirstLine();
+
+    void ReadColor(Label label, Color& value) override;
+    void ReadIntRect(Label label, IntRect& value) override;
+    void ReadIntPair(Label label, IntPair& value) override;
+    void ReadIntPair(Label label, std::int32_t& first, std::int32_t& second) override;
+    void ReadVector4(Label label, Vector4& value) override;
+    void ReadMatrix44(Label label, Matrix44& value) override;
+    void ReadMatrix33(Label label, Matrix33& value) override;
+    void ReadVector3(Label label, Vector3& value) override;
+    void ReadString(Label label, char16_t* buffer, int capacity) override;
+    void ReadInt64(Label label, std::int64_t& value) override;
+    void ReadBool(Label label, bool& value) override;
+    void ReadDouble(Label label, double& value) override;
+    void ReadFloat(Label label, float& value) override;
+    void ReadInt(Label label, std::int32_t& value) override;
+    void ReadInt(Label label, std::uint32_t& value) override;
+    void ReadObject(Archivable& object) override;
+    void ReadLabeledObject(Label label, Archivable& object, void* context) override;
+    void ReadLabeledObject(Label label, Archivable& object) override;
+
+    void WriteColor(Label label, const Color& value) override;
+    void WriteIntRect(Label label, const IntRect& value) override;
+    void WriteIntPair(Label label, const IntPair& value) override;
+    void WriteIntPair(Label label, std::int32_t first, std::int32_t second) override;
+    void WriteVector4(Label label, const Vector4& value) override;
+    void WriteMatrix44(Label label, const Matrix44& value) override;
+    void WriteMatrix33(Label label, const Matrix33& value) override;
+    void WriteVector3(Label label, const Vector3& value) override;
+    void WriteString(Label label, const char16_t* value) override;
+    void WriteInt64(Label label, std::int64_t value) override;
+    void WriteBool(Label label, bool value) override;
+    void WriteDouble(Label label, double value) override;
+    void WriteFloat(Label label, float value) override;
+    void WriteInt(Label label, std::int32_t value) override;
+    void WriteInt(Label label, std::uint32_t value) override;
+    void WriteObject(const Archivable& object) override;
+    void WriteLabeledObject(Label label, const Archivable& object) override;
+
+    void Stop() override;
+    std::uint64_t CountThatFits(const ElementSize& smallest) const override;
+    void SkipToLabel(Label either, Label other) override;
+    void ReportUnreadInput() override;
+    ReportPosition GetPosition() const override; // a physical line; the header is line 1
+
+    // For tests: every read takes the general way.
+    void CloseFastWay() { m_Lines->CloseAhead(); }
+
+private:
+    // The fast way: the value's place on the current line if that has the label, with usual blanks, right there in the
+    // window. TakeAhead() ends it. Both are no more than a shorter way to what FindLabel() does for the same line.
+    const char* FindAhead(Label label);
+    bool TakeAhead(const char* valueEnd);
+
+    // The value text of the current line if it has the label; else the miss is reported.
+    std::optional<std::string_view> FindLabel(Label label);
+    bool TakeLabelLine(Label label);
+    std::string_view TakeRow();
+    void ReportMissingLabel(Label label);
+
+    bool ReadFloats(Label label, float* values, int count);
+    int ScanFloatsInForm(std::string_view text, float* values, int count) const;
+    void CopyString(std::string_view text, char16_t* buffer, int capacity);
+    void TakeColor(std::uint32_t packed, Color& value);
+    void AddToChecksum(const float* values, int count);
+
+    char* BeginLine(Label label);
+    void EndLine(char* end);
+    char* BeginRow();
+    char* WriteIndentation(char* out, int depth) const;
+    char* WriteFloats(char* out, const float* values, int count) const;
+
+    std::optional<TextLineReader> m_Lines;
+    FloatForm m_FloatForm;
+    int m_TabDepth = 0;
+    TextLine m_CurrentLine;           // the last line that a look-up saw the general way
+    std::int32_t m_LineNumber = 0;    // label look-ups so far
+    bool m_CurrentLineUnread = false; // the current line did not carry the label that was asked for
+};
+
+} // namespace Corvid

@@ -1,0 +1,206 @@
+#include "Engine/Archive/TextFileArchive.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstring>
+#include <string_view>
+
+#include "Engine/Archive/LabelText.h"
+#include "Engine/String/NumberFormat.h"
+#include "Engine/String/Unicode.h"
+
+namespace Corvid {
+
+namespace {
+
+// Room for one line, its tabs aside: the label and the longest value, four floats in the bits form.
+constexpr std::size_t kLineRoom = 1024;
+static_assert(kLineRoom > LabelText::kAccessibleBytes + 4 * (kMaxFloatText + kMaxIntText + 8) + kFormatSlack);
+static_assert(kLineRoom > LabelText::kAccessibleBytes + kMaxDoubleText + kMaxInt64Text + 16 + kFormatSlack);
+
+constexpr int kTabBlock = 16;
+
+char* Append(char* out, std::string_view text) {
+    std::memcpy(out, text.data(), text.size());
+    return out + text.size();
+}
+
+// "[ 1 , 2 , 3 ]"
+char* AppendInts(char* out, const std::int32_t* values, int count) {
+    out = Append(out, "[ ");
+    for (int i = 0; i < count; ++i) {
+        if (i > 0)
+            out = Append(out, " , ");
+        out = FormatInt(out, values[i]);
+    }
+    return Append(out, " ]");
+}
+
+} // namespace
+
+inline char* TextFileArchive::WriteIndentation(char* out, int depth) const {
+    std::memset(out, '\t', kTabBlock);
+    if (depth > kTabBlock) [[unlikely]]
+        std::memset(out, '\t', static_cast<std::size_t>(depth));
+    return out + depth;
+}
+
+// The indentation, the label and a blank; the value goes to the returned place.
+inline char* TextFileArchive::BeginLine(Label label) {
+    char* out = GetOutput().Reserve(static_cast<std::size_t>(m_TabDepth) + kTabBlock + kLineRoom);
+    out = WriteIndentation(out, m_TabDepth);
+    out = LabelText::Write(label, out);
+    *out = ' ';
+    return out + 1;
+}
+
+inline void TextFileArchive::EndLine(char* end) {
+    end[0] = '\r';
+    end[1] = '\n';
+    GetOutput().Commit(end + 2);
+}
+
+// A line without a label, such as the row of a matrix.
+char* TextFileArchive::BeginRow() {
+    const int depth = m_TabDepth + 1;
+    char* const out = GetOutput().Reserve(static_cast<std::size_t>(depth) + kTabBlock + kLineRoom);
+    return WriteIndentation(out, depth);
+}
+
+void TextFileArchive::WriteInt(Label label, std::int32_t value) {
+    EndLine(FormatInt(BeginLine(label), value));
+}
+
+void TextFileArchive::WriteInt(Label label, std::uint32_t value) {
+    WriteInt(label, static_cast<std::int32_t>(value)); // "%d" as well
+}
+
+void TextFileArchive::WriteInt64(Label label, std::int64_t value) {
+    EndLine(FormatInt64(BeginLine(label), value));
+}
+
+void TextFileArchive::WriteBool(Label label, bool value) {
+    EndLine(Append(BeginLine(label), value ? "TRUE" : "FALSE"));
+}
+
+void TextFileArchive::WriteFloat(Label label, float value) {
+    char* out = BeginLine(label);
+    if (m_FloatForm == FloatForm::Bits) {
+        out = Append(FormatFloatShort(out, value), " Bits=");
+        out = FormatInt(out, std::bit_cast<std::int32_t>(value));
+    } else {
+        out = FormatFloat(out, value);
+    }
+    EndLine(out);
+}
+
+void TextFileArchive::WriteDouble(Label label, double value) {
+    char* out = BeginLine(label);
+    if (m_FloatForm == FloatForm::Bits) {
+        out = Append(FormatDoubleShort(out, value), " Bits=");
+        out = FormatInt64(out, std::bit_cast<std::int64_t>(value));
+    } else {
+        out = FormatDouble(out, value);
+    }
+    EndLine(out);
+}
+
+// "[ 1.000000 2.000000 ]", or "[ 1.00 2.00 ] Bits=[ 1065353216 , 1073741824 ]"
+inline char* TextFileArchive::WriteFloats(char* out, const float* values, int count) const {
+    const bool isBitsForm = m_FloatForm == FloatForm::Bits;
+    *out++ = '[';
+    *out++ = ' ';
+    for (int i = 0; i < count; ++i) {
+        out = isBitsForm ? FormatFloatShort(out, values[i]) : FormatFloat(out, values[i]);
+        *out++ = ' ';
+    }
+    *out++ = ']';
+    if (isBitsForm) {
+        std::int32_t bits[4];
+        std::transform(values, values + count, bits, [](float value) { return std::bit_cast<std::int32_t>(value); });
+        out = AppendInts(Append(out, " Bits="), bits, count);
+    }
+    return out;
+}
+
+void TextFileArchive::WriteVector3(Label label, const Vector3& value) {
+    const float numbers[] = {value.x, value.y, value.z};
+    EndLine(WriteFloats(BeginLine(label), numbers, 3));
+}
+
+void TextFileArchive::WriteVector4(Label label, const Vector4& value) {
+    const float numbers[] = {value.x, value.y, value.z, value.w};
+    EndLine(WriteFloats(BeginLine(label), numbers, 4));
+}
+
+void TextFileArchive::WriteMatrix33(Label label, const Matrix33& value) {
+    EndLine(BeginLine(label) - 1);
+    for (int i = 0; i < 3; ++i) {
+        const Vector3& row = value.GetRow(i);
+        const float numbers[] = {row.x, row.y, row.z};
+        EndLine(WriteFloats(Append(BeginRow(), " "), numbers, 3));
+    }
+}
+
+void TextFileArchive::WriteMatrix44(Label label, const Matrix44& value) {
+    EndLine(BeginLine(label) - 1);
+    for (int i = 0; i < 4; ++i) {
+        const Vector4& row = value.GetRow(i);
+        const float numbers[] = {row.x, row.y, row.z, row.w};
+        EndLine(WriteFloats(Append(BeginRow(), " "), numbers, 4));
+    }
+}
+
+void TextFileArchive::WriteIntPair(Label label, const IntPair& value) {
+    WriteIntPair(label, value.first, value.second);
+}
+
+void TextFileArchive::WriteIntPair(Label label, std::int32_t first, std::int32_t second) {
+    const std::int32_t numbers[] = {first, second};
+    EndLine(AppendInts(BeginLine(label), numbers, 2));
+}
+
+void TextFileArchive::WriteIntRect(Label label, const IntRect& value) {
+    const std::int32_t numbers[] = {value.x, value.y, value.width, value.height};
+    EndLine(AppendInts(BeginLine(label), numbers, 4));
+}
+
+void TextFileArchive::WriteColor(Label label, const Color& value) {
+    EndLine(FormatHex(BeginLine(label), PackColor(value)));
+}
+
+// As it is held, in quotes; each LF, inside it too, as CR LF.
+void TextFileArchive::WriteString(Label label, const char16_t* value) {
+    char* out = BeginLine(label);
+    *out++ = '"';
+    GetOutput().Commit(out);
+    const char16_t* const end = value + std::char_traits<char16_t>::length(value);
+    while (value != end) {
+        constexpr std::ptrdiff_t kBlockUnits = 1024; // a surrogate pair may take one more
+        const char16_t* const blockEnd = end - value > kBlockUnits ? value + kBlockUnits : end;
+        out = GetOutput().Reserve((kBlockUnits + 1) * kMaxUtf8Bytes);
+        while (value < blockEnd) {
+            if (*value == u'\n')
+                *out++ = '\r';
+            out = EncodeUtf8(out, DecodeUtf16(value, end));
+        }
+        GetOutput().Commit(out);
+    }
+    out = GetOutput().Reserve(kLineRoom);
+    *out++ = '"';
+    EndLine(out);
+}
+
+void TextFileArchive::WriteObject(const Archivable& object) {
+    object.Save(*this);
+}
+
+void TextFileArchive::WriteLabeledObject(Label label, const Archivable& object) {
+    EndLine(BeginLine(label) - 1);
+    ++m_TabDepth;
+    object.Save(*this);
+    Check(m_TabDepth > 0, "m_TabDepth > 0");
+    --m_TabDepth;
+}
+
+} // namespace Corvid

@@ -1,0 +1,86 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "Engine/File/InputStream.h"
+
+namespace Corvid {
+
+// The six white space characters of text archives.
+constexpr bool IsWhiteSpace(char character) {
+    return character == ' ' || (character >= '\t' && character <= '\r');
+}
+
+// One line of a text archive as the line buffer holds it.
+struct TextLine {
+    std::string_view m_Text;  // UTF-8 up to the line's first NUL; the line end, LF or CR LF, is included
+    char16_t m_FirstUnit = 0; // the second half of a character that the line buffer's end had split, or 0
+    char16_t m_LastUnit = 0;  // the first half of a character that the line buffer's end splits, or 0
+};
+
+// Reads UTF-8 text line by line. A line longer than the line buffer comes in pieces.
+class TextLineReader {
+public:
+    // UTF-16 units of a line at the most, its line end (always one unit) included; the buffer's terminator is not.
+    static constexpr int kMaxLineUnits = 1023;
+
+    explicit TextLineReader(InputStream& input) : m_Input(input) {}
+
+    // The next line, without moving on; empty at the end of the input. Views are valid until the next call of Peek().
+    TextLine Peek();
+    // Moves behind the line that Peek() gave.
+    void Take();
+
+    bool IsAtEnd() { return m_FirstUnit == 0 && !m_Input.Ensure(1); }
+    std::uint64_t GetLinesTaken() const { return m_LinesTaken; } // whole ones
+
+    // The fast way for lines of the expected shape. Where it is open, the window holds the next line up to its end, as
+    // far as that is a line of less than kMaxLineUnits bytes, and may be read on the spot, in front of
+    // InputStream::kPadding zero bytes at the end of the input. TakeAhead() moves behind the line if `end`, where its
+    // value ended, is its end but for blanks; if it refuses, nothing has happened.
+    bool IsAheadOpen();
+    const char* GetAhead() const { return m_Input.GetPosition(); }
+    const char* GetAheadEnd() const { return m_Input.GetEnd(); }
+    bool TakeAhead(const char* end);
+
+    // Closes the fast way for good: for tests, and when every line needs the general rule.
+    void CloseAhead() { m_IsAheadClosed = true; }
+
+private:
+    const char* FindPieceEnd(TextLine& line);
+
+    InputStream& m_Input;
+    std::uint64_t m_LinesTaken = 0;
+    const char* m_PieceEnd = nullptr; // of the line that Peek() gave
+    char16_t m_FirstUnit = 0;
+    char16_t m_NextFirstUnit = 0;
+    bool m_IsAheadClosed = false;
+};
+
+inline const char* SkipBlanks(const char* position) {
+    while (*position == '\t' || *position == ' ')
+        ++position;
+    return position;
+}
+
+inline bool TextLineReader::IsAheadOpen() {
+    if (m_IsAheadClosed || m_FirstUnit != 0) [[unlikely]]
+        return false;
+    if (!m_Input.HasLookahead()) [[unlikely]]
+        m_Input.Ensure(InputStream::kWindowSize / 2);
+    return true;
+}
+
+inline bool TextLineReader::TakeAhead(const char* end) {
+    end = SkipBlanks(end);
+    if (*end == '\r')
+        ++end;
+    if (*end != '\n' || end - m_Input.GetPosition() >= kMaxLineUnits) [[unlikely]]
+        return false;
+    m_Input.SetPosition(end + 1);
+    ++m_LinesTaken;
+    return true;
+}
+
+} // namespace Corvid

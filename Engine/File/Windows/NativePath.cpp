@@ -1,0 +1,28 @@
+#include "Engine/File/NativePath.h"
+
+#include "Engine/File/Windows/Handle.h"
+#include "Engine/File/Windows/SystemPath.h"
+
+namespace Corvid {
+
+static_assert(sizeof(wchar_t) == sizeof(char16_t));
+
+std::u16string PathFromNative(std::wstring_view native) { return std::u16string(native.begin(), native.end()); }
+
+std::wstring NativeFromPath(std::u16string_view path) { return std::wstring(path.begin(), path.end()); }
+
+PathKind GetPathKind(std::u16string_view path) {
+    const std::wstring name = SystemPath(path);
+    const DWORD attributes = GetFileAttributesW(name.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES)
+        return PathKind::Missing;
+    if (attributes & FILE_ATTRIBUTE_DIRECTORY)
+        return PathKind::Folder;
+    if (attributes & FILE_ATTRIBUTE_REPARSE_POINT) { // a link, which may lead nowhere
+        const Handle target = OpenHandle(name, 0, OPEN_EXISTING, 0);
+        return target.IsOpen() || GetLastError() == ERROR_SHARING_VIOLATION ? PathKind::File : PathKind::Missing;
+    }
+    return PathKind::File;
+}
+
+} // namespace Corvid

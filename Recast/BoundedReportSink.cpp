@@ -1,0 +1,71 @@
+#include "Recast/BoundedReportSink.h"
+
+#include <algorithm>
+
+#include "Engine/File/SourceFile.h"
+#include "Engine/String/ReportText.h"
+
+namespace Corvid {
+
+namespace {
+
+constexpr std::size_t kFlushBytes = 64 * 1024;
+constexpr std::size_t kClosingLineBytes = 128; // kept back for the closing line
+
+void AppendLine(std::string& text, const Report& report) {
+    AppendReportText(text, report);
+    if (text.empty() || text.back() != '\n')
+        text.push_back('\n');
+}
+
+} // namespace
+
+BoundedReportSink::BoundedReportSink(TextSink& output, std::u16string_view sourcePath)
+    : m_Output(output), m_SourcePath(sourcePath) {}
+
+BoundedReportSink::~BoundedReportSink() {
+    if (m_ReportsLeftOut > 0) {
+        Report closing;
+        const ReportArgument arguments[] = {m_ReportsLeftOut};
+        closing.m_Message = Message::ReportsLeftOut;
+        closing.m_Arguments = arguments;
+        AppendLine(m_Text, closing);
+    }
+    Flush();
+}
+
+void BoundedReportSink::Take(const Report& report) {
+    if (m_ReportsLeftOut > 0) { // nothing behind a gap, and no more work for it
+        ++m_ReportsLeftOut;
+        return;
+    }
+    const std::size_t start = m_Text.size();
+    AppendLine(m_Text, report);
+    const std::size_t bytes = m_Text.size() - start;
+    if (!HasRoomFor(bytes)) {
+        m_Text.resize(start);
+        ++m_ReportsLeftOut;
+        return;
+    }
+    m_BytesTaken += bytes;
+    if (m_Text.size() >= kFlushBytes)
+        Flush();
+}
+
+bool BoundedReportSink::HasRoomFor(std::size_t bytes) {
+    const std::uint64_t wanted = m_BytesTaken + bytes + kClosingLineBytes;
+    if (wanted > m_Bound && !m_IsBoundFinal) {
+        SourceFile source;
+        const std::uint64_t size = source.Open(m_SourcePath) ? source.GetSize() : 0;
+        m_Bound = std::min(kMostBytes, kBaseBytes + kBytesPerSourceByte * std::min(size, kMostBytes));
+        m_IsBoundFinal = true;
+    }
+    return wanted <= m_Bound;
+}
+
+void BoundedReportSink::Flush() {
+    m_Output.WriteText(m_Text);
+    m_Text.clear();
+}
+
+} // namespace Corvid
