@@ -17,7 +17,6 @@ void BrushSystem::BrushSet::Clear() {
 }
 
 void BrushSystem::LoadBrushSet(FileArchiveSystem& archives, BrushSet& set, std::u16string_view path) {
-    set.SetFileName(path);
     archives.Load(path, [&set](FileArchive& archive) {
         set.Load(archive);
         return true;

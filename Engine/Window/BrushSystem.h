@@ -39,8 +39,7 @@ public:
         DynamicVector<Brush> m_Brushes;
     };
 
-    // Makes the path the set's file name, and opens it whole, whatever its length. The brushes of a file that cannot be
-    // opened stay as they were.
+    // The path is opened whole, whatever its length. A set whose file cannot be opened stays as it was.
     static void LoadBrushSet(FileArchiveSystem& archives, BrushSet& set, std::u16string_view path);
     static void SaveBrushSet(FileArchiveSystem& archives, const BrushSet& set, std::u16string_view path,
                              ArchiveFormat format);
