@@ -8,8 +8,7 @@ std::int64_t MonotonicMicroseconds();
 void PauseBetweenAttempts(); // a few milliseconds
 
 // Calls `attempt` until it returns true; false when the patience has run out. The first call is always made.
-template <class Attempt>
-bool RetryFor(int patienceMilliseconds, Attempt attempt) {
+template <class Attempt> bool RetryFor(int patienceMilliseconds, Attempt attempt) {
     if (attempt())
         return true;
     const std::int64_t end = MonotonicMicroseconds() + std::int64_t(patienceMilliseconds) * 1000;

@@ -5,7 +5,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <string>
 
@@ -13,12 +12,6 @@
 #include "Engine/File/Posix/Descriptor.h"
 
 namespace Corvid {
-
-SourceFile::SourceFile() = default;
-SourceFile::SourceFile(const Bounds& bounds) : m_Bounds(bounds) {}
-SourceFile::~SourceFile() {
-    Close();
-}
 
 bool SourceFile::Open(std::u16string_view path) {
     Close();
@@ -38,27 +31,6 @@ bool SourceFile::Open(std::u16string_view path) {
     m_WaitLeft = std::int64_t(kLongestWaitMilliseconds) * 1000;
     m_Handle = file.Release();
     return true;
-}
-
-std::size_t SourceFile::Read(char* bytes, std::size_t capacity) {
-    std::size_t taken = 0;
-    while (taken < capacity && !m_IsAtEnd) {
-        const std::uint64_t bound = m_IsRegular ? m_Size : m_Bounds.LargestStream;
-        const std::uint64_t left = bound - m_BytesRead;
-        char beyond;
-        if (left > 0) {
-            const std::size_t wanted = static_cast<std::size_t>(std::min<std::uint64_t>(left, capacity - taken));
-            const std::size_t count = ReadSome(bytes + taken, wanted);
-            taken += count;
-            m_BytesRead += count;
-        } else if (m_IsRegular) {
-            m_IsAtEnd = true; // what was appended since is left alone
-        } else if (ReadSome(&beyond, 1) > 0) {
-            m_IsAtEnd = true;
-            m_Error = SourceError::Endless;
-        }
-    }
-    return taken;
 }
 
 std::size_t SourceFile::ReadSome(char* bytes, std::size_t capacity) {

@@ -30,7 +30,9 @@ HANDLE Handle::Release() {
     return value;
 }
 
-int Handle::Close() { return !IsOpen() || CloseHandle(Release()) ? 0 : -1; }
+int Handle::Close() {
+    return !IsOpen() || CloseHandle(Release()) ? 0 : -1;
+}
 
 bool IsBusy(DWORD error) {
     return error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION || error == ERROR_USER_MAPPED_FILE ||

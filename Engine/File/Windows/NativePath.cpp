@@ -7,9 +7,13 @@ namespace Corvid {
 
 static_assert(sizeof(wchar_t) == sizeof(char16_t));
 
-std::u16string PathFromNative(std::wstring_view native) { return std::u16string(native.begin(), native.end()); }
+std::u16string PathFromNative(std::wstring_view native) {
+    return std::u16string(native.begin(), native.end());
+}
 
-std::wstring NativeFromPath(std::u16string_view path) { return std::wstring(path.begin(), path.end()); }
+std::wstring NativeFromPath(std::u16string_view path) {
+    return std::wstring(path.begin(), path.end());
+}
 
 PathKind GetPathKind(std::u16string_view path) {
     const std::wstring name = SystemPath(path);

@@ -4,8 +4,12 @@
 
 namespace Corvid {
 
-std::int64_t MonotonicMicroseconds() { return static_cast<std::int64_t>(GetTickCount64()) * 1000; }
+std::int64_t MonotonicMicroseconds() {
+    return static_cast<std::int64_t>(GetTickCount64()) * 1000;
+}
 
-void PauseBetweenAttempts() { Sleep(5); }
+void PauseBetweenAttempts() {
+    Sleep(5);
+}
 
 } // namespace Corvid

@@ -10,7 +10,9 @@ namespace Corvid {
 
 namespace {
 
-HANDLE ToHandle(std::intptr_t value) { return reinterpret_cast<HANDLE>(value); }
+HANDLE ToHandle(std::intptr_t value) {
+    return reinterpret_cast<HANDLE>(value);
+}
 
 // Whether a read will return at once: something has come, or nothing can come any more.
 bool IsReadable(HANDLE file) {
@@ -23,10 +25,6 @@ bool IsReadable(HANDLE file) {
 }
 
 } // namespace
-
-SourceFile::SourceFile() = default;
-SourceFile::SourceFile(const Bounds& bounds) : m_Bounds(bounds) {}
-SourceFile::~SourceFile() { Close(); }
 
 bool SourceFile::Open(std::u16string_view path) {
     Close();
@@ -63,13 +61,12 @@ std::size_t SourceFile::ReadSome(char* bytes, std::size_t capacity) {
         }
     }
     DWORD count = 0;
-    if (ReadFile(file, bytes, static_cast<DWORD>(std::min(capacity, kMostAtOnce)), &count, nullptr) && count > 0)
-        return count;
-    const DWORD error = count == 0 ? GetLastError() : ERROR_SUCCESS;
-    m_IsAtEnd = true;
-    m_Error = SourceError::None;
-    static_cast<void>(error);
-    return 0;
+    const bool hasRead = ReadFile(file, bytes, static_cast<DWORD>(std::min(capacity, kMostAtOnce)), &count, nullptr);
+    const DWORD error = hasRead ? ERROR_SUCCESS : GetLastError();
+    m_IsAtEnd = !hasRead || count == 0;
+    if (error != ERROR_SUCCESS && error != ERROR_BROKEN_PIPE && error != ERROR_HANDLE_EOF)
+        m_Error = SourceError::Failed;
+    return hasRead ? count : 0;
 }
 
 int SourceFile::Close() {

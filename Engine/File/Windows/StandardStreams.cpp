@@ -9,7 +9,9 @@ namespace Corvid {
 
 namespace {
 
-bool IsContinuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; }
+bool IsContinuation(char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
+}
 
 // A console shows UTF-16, whatever its code page.
 bool WriteConsoleText(HANDLE console, const char* bytes, std::size_t count) {

@@ -25,6 +25,8 @@ std::wstring SystemPath(std::wstring_view path) {
     return whole.starts_with(kShare) ? L"\\\\?\\UNC\\" + whole.substr(kShare.size()) : L"\\\\?\\" + whole;
 }
 
-std::wstring SystemPath(std::u16string_view path) { return SystemPath(NativeFromPath(path)); }
+std::wstring SystemPath(std::u16string_view path) {
+    return SystemPath(NativeFromPath(path));
+}
 
 } // namespace Corvid
