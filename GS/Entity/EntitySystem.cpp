@@ -30,8 +30,7 @@ std::unique_ptr<EntityDef> LoadFrom(Archive& archive, std::u16string_view name) 
 std::unique_ptr<EntityDef> EntitySystem::LoadDefinition(FileArchiveSystem& archives, std::u16string_view path) {
     std::unique_ptr<EntityDef> definition;
     archives.Load(path, [&](FileArchive& archive) {
-        definition = LoadFrom(archive, SplitPath(path).m_Name);
-        m_ChecksumTotal += archive.GetChecksum();
+        definition = ReadDefinition(archive, path);
         return definition != nullptr;
     });
     return definition;
@@ -39,10 +38,18 @@ std::unique_ptr<EntityDef> EntitySystem::LoadDefinition(FileArchiveSystem& archi
 
 void EntitySystem::SaveDefinition(FileArchiveSystem& archives, const EntityDef& definition, std::u16string_view path,
                                   ArchiveFormat format) {
-    archives.Save(path, format, [&definition](FileArchive& archive) {
-        WriteValue(archive, u"entityType", definition.GetType());
-        definition.Save(archive);
-    });
+    archives.Save(path, format, [&definition](FileArchive& archive) { WriteDefinition(archive, definition); });
+}
+
+std::unique_ptr<EntityDef> EntitySystem::ReadDefinition(FileArchive& archive, std::u16string_view path) {
+    std::unique_ptr<EntityDef> definition = LoadFrom(archive, SplitPath(path).m_Name);
+    m_ChecksumTotal += archive.GetChecksum();
+    return definition;
+}
+
+void EntitySystem::WriteDefinition(Archive& archive, const EntityDef& definition) {
+    WriteValue(archive, u"entityType", definition.GetType());
+    definition.Save(archive);
 }
 
 } // namespace Corvid

@@ -19,6 +19,10 @@ public:
     void SaveDefinition(FileArchiveSystem& archives, const EntityDef& definition, std::u16string_view path,
                         ArchiveFormat format);
 
+    // The same over an open archive; `path` gives the name.
+    std::unique_ptr<EntityDef> ReadDefinition(FileArchive& archive, std::u16string_view path);
+    static void WriteDefinition(Archive& archive, const EntityDef& definition);
+
     // Over the values of every archive opened so far, with wrap-around, whether or not it gave a definition.
     std::uint32_t GetChecksumTotal() const { return m_ChecksumTotal; }
 
