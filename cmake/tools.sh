@@ -1,0 +1,35 @@
+# For the scripts of this project: makes sure that the tools and packages they need are there. Sourced, not run.
+
+# Runs apt-get as root, without questions; its output goes to standard error.
+RunAptGet() {
+    runAs=
+    if [ "$(id -u)" -ne 0 ]; then
+        command -v sudo >/dev/null || return 1
+        runAs="sudo -n"
+    fi
+    $runAs env DEBIAN_FRONTEND=noninteractive timeout "${APT_SECONDS:-300}" apt-get -q -y \
+        -o Acquire::Retries=2 -o Acquire::http::Timeout=20 -o DPkg::Lock::Timeout=120 "$@" </dev/null >&2
+}
+
+# InstallPackages name...: installs Debian packages, after a look for newer package lists if need be.
+InstallPackages() {
+    command -v apt-get >/dev/null || return 1
+    RunAptGet install --no-install-recommends "$@" 2>/dev/null && return 0
+    RunAptGet update && RunAptGet install --no-install-recommends "$@"
+}
+
+# RequireTools command...: installs what is missing of these. Says what to do where that is not possible.
+RequireTools() {
+    missing=
+    for tool in "$@"; do
+        command -v "$tool" >/dev/null || missing="$missing $tool"
+    done
+    [ -z "$missing" ] && return 0
+    echo "Missing:$missing; installing." >&2
+    InstallPackages $missing # the packages are named like their tools
+    for tool in $missing; do
+        command -v "$tool" >/dev/null && continue
+        echo "This needs $tool, and it could not be installed here. Please install it: apt-get install$missing" >&2
+        return 1
+    done
+}
