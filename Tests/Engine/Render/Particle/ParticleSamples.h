@@ -12,16 +12,16 @@ struct SampleEntry {
     std::string m_Lines;
 };
 
-// The lines of a definition as they are saved.
+// The lines of a definition, as they are saved, with these emitters and affectors.
 inline std::string EffectLines(const std::vector<SampleEntry>& emitters, const std::vector<SampleEntry>& affectors) {
-    std::string text = "ParticleSimulation\n\tHasInfiniteLifeTime TRUE\n\tTotalLifeTime 2.500000\n";
+    std::string text = "HasInfiniteLifeTime TRUE\nTotalLifeTime 2.500000\n";
     const auto append = [&text](const std::string& kind, const std::vector<SampleEntry>& entries) {
-        text += "\tNum" + kind + "s " + std::to_string(entries.size()) + "\n";
+        text += "Num" + kind + "s " + std::to_string(entries.size()) + "\n";
         for (const SampleEntry& entry : entries) {
-            text += "\t" + kind + "Type \"" + std::string(entry.m_Word) + "\"\n\t" + kind + "Contents\n";
+            text += kind + "Type \"" + std::string(entry.m_Word) + "\"\n" + kind + "Contents\n";
             bool isLineStart = true;
             for (const char c : entry.m_Lines) {
-                text += isLineStart ? "\t\t" : "";
+                text += isLineStart ? "\t" : "";
                 text += c;
                 isLineStart = c == '\n';
             }
@@ -29,7 +29,7 @@ inline std::string EffectLines(const std::vector<SampleEntry>& emitters, const s
     };
     append("Emitter", emitters);
     append("Affector", affectors);
-    return text + "\tlength 7.000000\n";
+    return text + "length 7.000000\n";
 }
 
 // `text` with its first `from` replaced.
@@ -37,130 +37,89 @@ inline std::string With(std::string text, std::string_view from, std::string_vie
     return text.replace(text.find(from), from.size(), to);
 }
 
-// Every field of the emitters' base record with a value of its own, none the default.
-inline constexpr char kEmitterLines[] = R"(Name "smoke"
-Enabled FALSE
-EmitRate 12.500000
-HasInfiniteEmitCount FALSE
-MaxEmitCount 77
-hasEmitIntervals TRUE
-emitIntervalRunDuration 1.250000
-emitIntervalWaitDuration 2.750000
-ParticleLifeTime 4.500000
-ParticleMinStartLinearSpeed -1.500000
-ParticleMaxStartLinearSpeed 2.250000
-ParticleMinStartAngularSpeed 3.125000
-ParticleMaxStartAngularSpeed 4.750000
-ParticleMinStartRotation 5.250000
-ParticleMaxStartRotation 6.250000
-ParticleStartMass 7.250000
-ParticleStartColor 80ff0033
-ParticleWidth 8.250000
-ParticleHeight 9.250000
-MeshName "ring.mesh"
-Position [ 1.000000 2.000000 3.000000 ]
+// Fields of a record, one a line: a label, a value of its own, and the default where that is another.
+inline constexpr char kEmitterFields[] = R"(Name "smoke" | ""
+Enabled FALSE | TRUE
+EmitRate 12.500000 | 1.000000
+HasInfiniteEmitCount FALSE | TRUE
+MaxEmitCount 77 | 1
+hasEmitIntervals TRUE | FALSE
+emitIntervalRunDuration 1.250000 | 0.000000
+emitIntervalWaitDuration 2.750000 | 0.000000
+ParticleLifeTime 4.500000 | 3.000000
+ParticleMinStartLinearSpeed -1.500000 | 0.000000
+ParticleMaxStartLinearSpeed 2.250000 | 0.000000
+ParticleMinStartAngularSpeed 3.125000 | 0.000000
+ParticleMaxStartAngularSpeed 4.750000 | 0.000000
+ParticleMinStartRotation 5.250000 | 0.000000
+ParticleMaxStartRotation 6.250000 | 0.000000
+ParticleStartMass 7.250000 | 1.000000
+ParticleStartColor 80ff0033 | ffffffff
+ParticleWidth 8.250000 | 1.000000
+ParticleHeight 9.250000 | 1.000000
+MeshName "ring.mesh" | ""
+Position [ 1.000000 2.000000 3.000000 ] | [ 0.000000 0.000000 0.000000 ]
 Orientation
-	 [ 0.000000 1.000000 0.000000 ]
-	 [ -1.000000 0.000000 0.000000 ]
-	 [ 0.000000 0.000000 0.500000 ]
-RotateAboutForward 0.500000
-RotateAboutUp 0.250000
-RotateAboutCross 0.125000
-StartTime 10.500000
-HasInfiniteLifeTime FALSE
-TotalLifeTime 20.500000
-BillboardAnchor 8
-ParticleFacing 2
-PipelineEffectID "Particle_AlphaMesh.fx"
-AreParticlesAttached FALSE
+	 [ 0.000000 1.000000 0.000000 ] | [ 1.000000 0.000000 0.000000 ]
+	 [ -1.000000 0.000000 0.000000 ] | [ 0.000000 1.000000 0.000000 ]
+	 [ 0.000000 0.000000 0.500000 ] | [ 0.000000 0.000000 1.000000 ]
+RotateAboutForward 0.500000 | 0.000000
+RotateAboutUp 0.250000 | 0.000000
+RotateAboutCross 0.125000 | 0.000000
+StartTime 10.500000 | 0.000000
+HasInfiniteLifeTime FALSE | TRUE
+TotalLifeTime 20.500000 | 0.000000
+BillboardAnchor 8 | 0
+ParticleFacing 2 | 0
+PipelineEffectID "Particle_AlphaMesh.fx" | "Invalid"
+AreParticlesAttached FALSE | TRUE
 numTextures 2
-textureName "one.dds"
-textureName "two.dds"
-textureAnimationName "fire.texanim"
-textureAnimationSpawnType "SequentialFrames"
-textureAnimationOnParticleFPS 24.000000
-ParticlesRotate TRUE
-MeshParticleRotationAxisType 3
-MeshParticleRotationAxis [ 0.000000 0.250000 1.000000 ]
-RotationDirectionType 4
+textureName "one.dds" | ""
+textureName "two.dds" | ""
+textureAnimationName "fire.texanim" | ""
+textureAnimationSpawnType "SequentialFrames" | "RandomFrames"
+textureAnimationOnParticleFPS 24.000000 | 0.000000
+ParticlesRotate TRUE | FALSE
+MeshParticleRotationAxisType 3 | 0
+MeshParticleRotationAxis [ 0.000000 0.250000 1.000000 ] | [ 0.000000 0.100000 0.000000 ]
+RotationDirectionType 4 | 0
 )";
-
-inline constexpr char kEmitterDefaults[] = R"(Name ""
-Enabled TRUE
-EmitRate 1.000000
-HasInfiniteEmitCount TRUE
-MaxEmitCount 1
-hasEmitIntervals FALSE
-emitIntervalRunDuration 0.000000
-emitIntervalWaitDuration 0.000000
-ParticleLifeTime 3.000000
-ParticleMinStartLinearSpeed 0.000000
-ParticleMaxStartLinearSpeed 0.000000
-ParticleMinStartAngularSpeed 0.000000
-ParticleMaxStartAngularSpeed 0.000000
-ParticleMinStartRotation 0.000000
-ParticleMaxStartRotation 0.000000
-ParticleStartMass 1.000000
-ParticleStartColor ffffffff
-ParticleWidth 1.000000
-ParticleHeight 1.000000
-MeshName ""
-Position [ 0.000000 0.000000 0.000000 ]
-Orientation
-	 [ 1.000000 0.000000 0.000000 ]
-	 [ 0.000000 1.000000 0.000000 ]
-	 [ 0.000000 0.000000 1.000000 ]
-RotateAboutForward 0.000000
-RotateAboutUp 0.000000
-RotateAboutCross 0.000000
-StartTime 0.000000
-HasInfiniteLifeTime TRUE
-TotalLifeTime 0.000000
-BillboardAnchor 0
-ParticleFacing 0
-PipelineEffectID "Invalid"
-AreParticlesAttached TRUE
-numTextures 2
-textureName ""
-textureName ""
-textureAnimationName ""
-textureAnimationSpawnType "RandomFrames"
-textureAnimationOnParticleFPS 0.000000
-ParticlesRotate FALSE
-MeshParticleRotationAxisType 0
-MeshParticleRotationAxis [ 0.000000 0.100000 0.000000 ]
-RotationDirectionType 0
+inline constexpr char kAffectorFields[] = R"(Name "wind" | ""
+Enabled FALSE | TRUE
+StartTime 1.500000 | 0.000000
+HasInfiniteLifeTime FALSE | TRUE
+TotalLifeTime 2.250000 | 0.000000
+UseYoungParticleAffectThreshold TRUE | FALSE
+YoungParticleAffectThreshold 3.500000 | 0.000000
+UseOldParticleAffectThreshold TRUE | FALSE
+OldParticleAffectThreshold 4.500000 | 0.000000
+AffectAttachedParticles FALSE | TRUE
 )";
+inline constexpr char kAttachedNames[] =
+    "numAttachedEmitters 2\nattachedEmitterName \"smoke\"\nattachedEmitterName \"nobody\"\n";
 
-inline constexpr char kAffectorLines[] = R"(Name "wind"
-Enabled FALSE
-StartTime 1.500000
-HasInfiniteLifeTime FALSE
-TotalLifeTime 2.250000
-UseYoungParticleAffectThreshold TRUE
-YoungParticleAffectThreshold 3.500000
-UseOldParticleAffectThreshold TRUE
-OldParticleAffectThreshold 4.500000
-AffectAttachedParticles FALSE
-numAttachedEmitters 2
-attachedEmitterName "smoke"
-attachedEmitterName "nobody"
-)";
+// The lines of such fields, with their own values or with the defaults.
+inline std::string FieldLines(std::string_view fields, bool areDefault) {
+    std::string lines;
+    while (!fields.empty()) {
+        const std::string_view line = fields.substr(0, fields.find('\n'));
+        fields.remove_prefix(line.size() + 1);
+        const std::size_t bar = line.find(" | ");
+        if (bar == line.npos || !areDefault)
+            lines += line.substr(0, bar);
+        else
+            lines.append(line.substr(0, line.find(' '))).append(line.substr(bar + 2));
+        lines += '\n';
+    }
+    return lines;
+}
 
-inline constexpr char kAffectorDefaults[] = R"(Name ""
-Enabled TRUE
-StartTime 0.000000
-HasInfiniteLifeTime TRUE
-TotalLifeTime 0.000000
-UseYoungParticleAffectThreshold FALSE
-YoungParticleAffectThreshold 0.000000
-UseOldParticleAffectThreshold FALSE
-OldParticleAffectThreshold 0.000000
-AffectAttachedParticles TRUE
-numAttachedEmitters 0
-)";
+inline SampleEntry SampleEmitter() {
+    return {"Point", FieldLines(kEmitterFields, false) + "AngleVariance 0.500000\n"};
+}
 
-inline const SampleEntry kPoint{"Point", std::string(kEmitterLines) + "AngleVariance 0.500000\n"};
-inline const SampleEntry kDrag{"Drag", std::string(kAffectorLines) + "DragCoefficient 2.500000\n"};
+inline SampleEntry SampleAffector() {
+    return {"Drag", FieldLines(kAffectorFields, false) + kAttachedNames + "DragCoefficient 2.500000\n"};
+}
 
 } // namespace Corvid
