@@ -1,0 +1,82 @@
+#include <string>
+#include <vector>
+
+#include "GS/Entity/EntityTypeTable.h"
+#include "Tests/Support/ExpectWords.h"
+
+namespace Corvid {
+namespace {
+
+const std::vector<std::u16string> kWords = {u"Ability",
+                                            u"Buff",
+                                            u"EmpireWindowNode",
+                                            u"Fighter",
+                                            u"Squad",
+                                            u"Debris",
+                                            u"Weapon",
+                                            u"CannonShell",
+                                            u"CapitalShip",
+                                            u"Cosmetic",
+                                            u"EntryVehicle",
+                                            u"Fleet",
+                                            u"Formation",
+                                            u"Frigate",
+                                            u"MissionAttackPlanet",
+                                            u"MissionCaptureResources",
+                                            u"MissionColonize",
+                                            u"MissionDefendFlagship",
+                                            u"MissionBuildStarBase",
+                                            u"MissionBuildMines",
+                                            u"MissionExplore",
+                                            u"MissionRaid",
+                                            u"PipCloud",
+                                            u"Planet",
+                                            u"PlanetBonus",
+                                            u"PlanetConnection",
+                                            u"PlanetModuleHangarDefense",
+                                            u"PlanetModuleShipFactory",
+                                            u"PlanetModuleStandard",
+                                            u"PlanetModuleTradePort",
+                                            u"PlanetModuleRefinery",
+                                            u"PlanetModuleSpaceMine",
+                                            u"PlanetModuleUserAbilityModule",
+                                            u"PlanetModuleWeaponDefense",
+                                            u"Player",
+                                            u"Quest",
+                                            u"ResearchSubject",
+                                            u"ResourceAsteroid",
+                                            u"SpaceMine",
+                                            u"Star",
+                                            u"StarBase",
+                                            u"StarBaseUpgrade",
+                                            u"Titan",
+                                            u"TitanUpgrade",
+                                            u"MissionFosterRelationships",
+                                            u"Trigger"};
+
+TEST(EntityTypeTest, Words) {
+    ASSERT_EQ(kWords.size(), 46u);
+    ExpectWords<EntityType>(kWords);
+    ExpectWords<MissionType>({u"AttackPlanet", u"CaptureResources", u"Colonize", u"BuildStarBase", u"BuildMines",
+                              u"Explore", u"Raid", u"FosterRelationships", u"DefendFlagship"});
+    ExpectWords<CohesionRange>({u"None", u"Near", u"Far"});
+}
+
+TEST(EntityTypeTest, EveryTypeButTwoHasAClass) {
+    ReportLog reports;
+    for (int value = -2; value <= 47; ++value) {
+        const auto type = static_cast<EntityType>(value);
+        const std::unique_ptr<EntityDef> definition = CreateEntityDef(type, EntityDefName(u"Thing"));
+        const bool hasClass = value >= 0 && value < 46 && value != 31 && value != 32;
+        ASSERT_EQ(definition != nullptr, hasClass) << value;
+        if (!hasClass)
+            continue;
+        EXPECT_EQ(definition->GetType(), type);
+        EXPECT_EQ(std::u16string(definition->GetName().GetText()), u"Thing");
+        EXPECT_EQ(definition->GetName().GetIndex(), -1);
+    }
+    EXPECT_EQ(reports.Take(), "");
+}
+
+} // namespace
+} // namespace Corvid
