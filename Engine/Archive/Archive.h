@@ -65,8 +65,8 @@ public:
     virtual void WriteLabeledObject(Label label, const Archivable& object) = 0;
 
     // Later reads leave their targets alone and report nothing.
-    virtual void Stop() = 0;
-    virtual bool IsStopped() const = 0;
+    virtual void Stop() { m_IsStopped = true; }
+    bool IsStopped() const { return m_IsStopped; }
 
     // How many elements of the given smallest size the rest of the input can hold.
     virtual std::uint64_t CountThatFits(const ElementSize& smallest) const = 0;
@@ -74,6 +74,9 @@ public:
     // Skips input until the next value to be read carries one of the two labels, where the encoding has labels; an
     // encoding without them cannot find its place again and is stopped.
     virtual void SkipToLabel(Label either, Label other) = 0;
+
+private:
+    bool m_IsStopped = false;
 };
 
 } // namespace Corvid

@@ -14,22 +14,36 @@ BinaryFileArchive::BinaryFileArchive(std::unique_ptr<File> file) : FileArchive(s
 
 // Single values ------------------------------------------------------------------------------------------------------
 
-template <class Value> inline bool BinaryFileArchive::ReadRaw(Value& value) {
-    if (m_IsStopped)
-        return false;
+template <class Value> inline bool BinaryFileArchive::IsInWindow() const {
+    return GetInput().GetAvailable() >= sizeof(Value);
+}
+
+template <class Value> inline Value BinaryFileArchive::TakeRaw() {
     InputStream& input = GetInput();
-    if (!input.Ensure(sizeof value)) [[unlikely]] {
-        input.SetPosition(input.GetEnd());
-        ReportShortRead(1, 0);
-        return false;
-    }
+    Value value;
     std::memcpy(&value, input.GetPosition(), sizeof value);
     input.SetPosition(input.GetPosition() + sizeof value);
-    return true;
+    return value;
+}
+
+bool BinaryFileArchive::FetchBehindWindow(std::size_t size) {
+    if (GetInput().Ensure(size))
+        return true;
+    GetInput().SetPosition(GetInput().GetEnd());
+    if (!IsStopped())
+        ReportShortRead(1, 0);
+    return false;
+}
+
+template <class Value>
+[[gnu::noinline]] void BinaryFileArchive::ReadBehindWindow(void (BinaryFileArchive::*read)(Label, Value&), Label label,
+                                                           Value& value) {
+    if (FetchBehindWindow(sizeof value))
+        (this->*read)(label, value);
 }
 
 template <class Value> inline void BinaryFileArchive::WriteRaw(Value value) {
-    char* const out = GetOutput().Reserve(sizeof value);
+    char* const out = GetOutput().GetPosition();
     std::memcpy(out, &value, sizeof value);
     GetOutput().Commit(out + sizeof value);
 }
@@ -38,8 +52,11 @@ void BinaryFileArchive::ReportShortRead(std::uint64_t wantedCount, std::uint64_t
     ReportMessage(Message::FailedToReadFile, {GetPath(), wantedCount, count});
 }
 
-void BinaryFileArchive::ReadInt(Label, std::int32_t& value) {
-    if (ReadRaw(value) && m_IsChecksumEnabled)
+void BinaryFileArchive::ReadInt(Label label, std::int32_t& value) {
+    if (!IsInWindow<std::int32_t>()) [[unlikely]]
+        return ReadBehindWindow(&BinaryFileArchive::ReadInt, label, value);
+    value = TakeRaw<std::int32_t>();
+    if (m_IsChecksumEnabled) [[unlikely]]
         m_Checksum.AddInt(static_cast<std::uint32_t>(value));
 }
 
@@ -47,8 +64,11 @@ void BinaryFileArchive::WriteInt(Label, std::int32_t value) {
     WriteRaw(value);
 }
 
-void BinaryFileArchive::ReadInt(Label, std::uint32_t& value) {
-    if (ReadRaw(value) && m_IsChecksumEnabled)
+void BinaryFileArchive::ReadInt(Label label, std::uint32_t& value) {
+    if (!IsInWindow<std::uint32_t>()) [[unlikely]]
+        return ReadBehindWindow(&BinaryFileArchive::ReadInt, label, value);
+    value = TakeRaw<std::uint32_t>();
+    if (m_IsChecksumEnabled) [[unlikely]]
         m_Checksum.AddInt(value);
 }
 
@@ -56,20 +76,21 @@ void BinaryFileArchive::WriteInt(Label, std::uint32_t value) {
     WriteRaw(value);
 }
 
-void BinaryFileArchive::ReadInt64(Label, std::int64_t& value) {
-    ReadRaw(value); // no part of the checksum
+void BinaryFileArchive::ReadInt64(Label label, std::int64_t& value) {
+    if (!IsInWindow<std::int64_t>()) [[unlikely]]
+        return ReadBehindWindow(&BinaryFileArchive::ReadInt64, label, value);
+    value = TakeRaw<std::int64_t>(); // no part of the checksum
 }
 
 void BinaryFileArchive::WriteInt64(Label, std::int64_t value) {
     WriteRaw(value);
 }
 
-void BinaryFileArchive::ReadBool(Label, bool& value) {
-    std::uint8_t byte;
-    if (!ReadRaw(byte))
-        return;
-    value = byte != 0;
-    if (m_IsChecksumEnabled)
+void BinaryFileArchive::ReadBool(Label label, bool& value) {
+    if (!IsInWindow<bool>()) [[unlikely]]
+        return ReadBehindWindow(&BinaryFileArchive::ReadBool, label, value);
+    value = TakeRaw<std::uint8_t>() != 0;
+    if (m_IsChecksumEnabled) [[unlikely]]
         m_Checksum.AddInt(value ? 1 : 0);
 }
 
@@ -77,12 +98,11 @@ void BinaryFileArchive::WriteBool(Label, bool value) {
     WriteRaw(static_cast<std::uint8_t>(value ? 1 : 0));
 }
 
-void BinaryFileArchive::ReadFloat(Label, float& value) {
-    std::uint32_t bits; // a float register might quieten a NaN
-    if (!ReadRaw(bits))
-        return;
-    value = std::bit_cast<float>(bits);
-    if (m_IsChecksumEnabled)
+void BinaryFileArchive::ReadFloat(Label label, float& value) {
+    if (!IsInWindow<float>()) [[unlikely]]
+        return ReadBehindWindow(&BinaryFileArchive::ReadFloat, label, value);
+    value = std::bit_cast<float>(TakeRaw<std::uint32_t>()); // a float register might quieten a NaN
+    if (m_IsChecksumEnabled) [[unlikely]]
         m_Checksum.AddFloat(value);
 }
 
@@ -90,8 +110,11 @@ void BinaryFileArchive::WriteFloat(Label, float value) {
     WriteRaw(std::bit_cast<std::uint32_t>(value));
 }
 
-void BinaryFileArchive::ReadDouble(Label, double& value) {
-    if (ReadRaw(value) && m_IsChecksumEnabled)
+void BinaryFileArchive::ReadDouble(Label label, double& value) {
+    if (!IsInWindow<double>()) [[unlikely]]
+        return ReadBehindWindow(&BinaryFileArchive::ReadDouble, label, value);
+    value = TakeRaw<double>();
+    if (m_IsChecksumEnabled) [[unlikely]]
         m_Checksum.AddDouble(value);
 }
 
@@ -192,9 +215,9 @@ void BinaryFileArchive::WriteMatrix44(Label label, const Matrix44& value) {
 // Strings ------------------------------------------------------------------------------------------------------------
 
 void BinaryFileArchive::ReadString(Label, char16_t* buffer, int capacity) {
-    std::uint32_t numChars;
-    if (!ReadRaw(numChars) || capacity < 1)
+    if (capacity < 1 || !FetchBehindWindow(sizeof(std::uint32_t)))
         return;
+    const auto numChars = TakeRaw<std::uint32_t>();
     const auto bufferSize = static_cast<std::uint32_t>(capacity);
     Check(numChars < bufferSize, "numChars < bufferSize");
     const std::uint32_t kept = std::min(numChars, bufferSize - 1);
@@ -260,6 +283,11 @@ void BinaryFileArchive::WriteLabeledObject(Label, const Archivable& object) {
 
 std::uint64_t BinaryFileArchive::CountThatFits(const ElementSize& smallest) const {
     return GetInput().GetBytesLeft() / std::max<std::uint64_t>(smallest.m_BinaryBytes, 1);
+}
+
+void BinaryFileArchive::Stop() {
+    FileArchive::Stop();
+    GetInput().Seal();
 }
 
 void BinaryFileArchive::SkipToLabel(Label, Label) {

@@ -55,13 +55,20 @@ public:
     void WriteObject(const Archivable& object) override;
     void WriteLabeledObject(Label label, const Archivable& object) override;
 
+    void Stop() override;
     std::uint64_t CountThatFits(const ElementSize& smallest) const override;
     void SkipToLabel(Label either, Label other) override; // stops: nothing tells where a label would be
     void ReportUnreadInput() override;
     ReportPosition GetPosition() const override; // a byte offset
 
 private:
-    template <class Value> bool ReadRaw(Value& value);
+    // Takes a value from the window. Where it does not stand there as a whole, the window is refilled and `read` called
+    // again, or the short read reported: off the way of the reads that succeed, which then call nothing.
+    template <class Value> bool IsInWindow() const;
+    template <class Value> Value TakeRaw();
+    template <class Value>
+    void ReadBehindWindow(void (BinaryFileArchive::*read)(Label, Value&), Label label, Value& value);
+    bool FetchBehindWindow(std::size_t size);
     template <class Value> void WriteRaw(Value value);
     void ReportShortRead(std::uint64_t wantedCount, std::uint64_t count);
     std::uint32_t ReadUnits(char16_t* buffer, std::uint32_t count);

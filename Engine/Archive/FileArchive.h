@@ -21,19 +21,15 @@ public:
 
     // The sum over all values read so far. Computing it costs time and can be switched off, for later reads.
     std::uint32_t GetChecksum() const { return m_Checksum.GetValue(); }
-    void EnableChecksum(bool isEnabled) { m_IsChecksumEnabled = isEnabled; }
-
-    void Stop() override { m_IsStopped = true; }
-    bool IsStopped() const override { return m_IsStopped; }
+    virtual void EnableChecksum(bool isEnabled) { m_IsChecksumEnabled = isEnabled; }
 
     // Reports what stands in the file behind the last value that was read.
     virtual void ReportUnreadInput() = 0;
 
 protected:
     InputStream& GetInput() const { return m_File->GetInput(); }
-    OutputStream& GetOutput() { return m_File->GetOutput(); }
+    OutputStream& GetOutput() const { return m_File->GetOutput(); }
 
-    bool m_IsStopped = false;
     bool m_IsChecksumEnabled = true;
     Checksum m_Checksum;
 

@@ -32,36 +32,27 @@ private:
         const auto* units = reinterpret_cast<const __m128i*>(text);
         return _mm_packus_epi16(_mm_loadu_si128(units), _mm_loadu_si128(units + 1));
     }
-    static __m128i Pack8(const char16_t* text) {
-        const __m128i units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text));
+    // The eight characters at either place, the four at either place.
+    static __m128i Pack8And8(const char16_t* text, const char16_t* other) {
+        return _mm_packus_epi16(_mm_loadu_si128(reinterpret_cast<const __m128i*>(text)),
+                                _mm_loadu_si128(reinterpret_cast<const __m128i*>(other)));
+    }
+    static __m128i Pack4And4(const char16_t* text, const char16_t* other) {
+        const __m128i units = Load8And8(text, other);
         return _mm_packus_epi16(units, units);
     }
-    static std::uint32_t Pack4(const char16_t* text) {
-        const __m128i units = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(text));
-        return static_cast<std::uint32_t>(_mm_cvtsi128_si32(_mm_packus_epi16(units, units)));
+    static __m128i Load8And8(const void* bytes, const void* other) {
+        const __m128i low = _mm_loadl_epi64(static_cast<const __m128i*>(bytes));
+        return _mm_unpacklo_epi64(low, _mm_loadl_epi64(static_cast<const __m128i*>(other)));
+    }
+    static bool AreEqual(__m128i a, __m128i b) {
+        return _mm_movemask_epi8(_mm_cmpeq_epi8(a, b)) == 0xFFFF;
     }
     static bool Equals16(const char16_t* text, const char* bytes) {
-        const __m128i equal = _mm_cmpeq_epi8(Pack16(text), _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes)));
-        return _mm_movemask_epi8(equal) == 0xFFFF;
-    }
-    static bool Equals8(const char16_t* text, const char* bytes) {
-        const __m128i equal = _mm_cmpeq_epi8(Pack8(text), _mm_loadl_epi64(reinterpret_cast<const __m128i*>(bytes)));
-        return (_mm_movemask_epi8(equal) & 0xFF) == 0xFF;
-    }
-    static bool Equals4(const char16_t* text, const char* bytes) {
-        std::uint32_t word;
-        std::memcpy(&word, bytes, sizeof word);
-        return Pack4(text) == word;
+        return AreEqual(Pack16(text), _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes)));
     }
     static void Write16(const char16_t* text, char* bytes) {
         _mm_storeu_si128(reinterpret_cast<__m128i*>(bytes), Pack16(text));
-    }
-    static void Write8(const char16_t* text, char* bytes) {
-        _mm_storel_epi64(reinterpret_cast<__m128i*>(bytes), Pack8(text));
-    }
-    static void Write4(const char16_t* text, char* bytes) {
-        const std::uint32_t word = Pack4(text);
-        std::memcpy(bytes, &word, sizeof word);
     }
 #endif
 };
@@ -78,10 +69,19 @@ inline bool LabelText::Matches(Label label, const char* bytes) {
         }
         return Equals16(text + length - 16, bytes + length - 16);
     }
-    if (length >= 8)
-        return Equals8(text, bytes) && Equals8(text + length - 8, bytes + length - 8);
-    if (length >= 4)
-        return Equals4(text, bytes) && Equals4(text + length - 4, bytes + length - 4);
+    if (length >= 8) {
+        const std::uint32_t tail = length - 8;
+        return AreEqual(Pack8And8(text, text + tail), Load8And8(bytes, bytes + tail));
+    }
+    if (length >= 4) {
+        const std::uint32_t tail = length - 4;
+        std::uint32_t words[2];
+        std::memcpy(&words[0], bytes, 4);
+        std::memcpy(&words[1], bytes + tail, 4);
+        std::uint64_t label64;
+        _mm_storel_epi64(reinterpret_cast<__m128i*>(&label64), Pack4And4(text, text + tail));
+        return label64 == (words[0] | std::uint64_t(words[1]) << 32);
+    }
     return bytes[0] == static_cast<char>(text[0]) && bytes[length / 2] == static_cast<char>(text[length / 2]) &&
            bytes[length - 1] == static_cast<char>(text[length - 1]);
 }
@@ -94,11 +94,16 @@ inline char* LabelText::Write(Label label, char* bytes) {
             Write16(text + i, bytes + i);
         Write16(text + length - 16, bytes + length - 16);
     } else if (length >= 8) {
-        Write8(text, bytes);
-        Write8(text + length - 8, bytes + length - 8);
+        const std::uint32_t tail = length - 8;
+        const __m128i packed = Pack8And8(text, text + tail);
+        _mm_storel_epi64(reinterpret_cast<__m128i*>(bytes), packed);
+        _mm_storeh_pd(reinterpret_cast<double*>(bytes + tail), _mm_castsi128_pd(packed));
     } else if (length >= 4) {
-        Write4(text, bytes);
-        Write4(text + length - 4, bytes + length - 4);
+        const std::uint32_t tail = length - 4;
+        std::uint32_t words[2];
+        _mm_storel_epi64(reinterpret_cast<__m128i*>(words), Pack4And4(text, text + tail));
+        std::memcpy(bytes, &words[0], 4);
+        std::memcpy(bytes + tail, &words[1], 4);
     } else {
         bytes[0] = static_cast<char>(text[0]);
         bytes[length / 2] = static_cast<char>(text[length / 2]);

@@ -47,8 +47,6 @@ public:
     void WriteObject(const Archivable& object) override { object.Save(*this); }
     void WriteLabeledObject(Label label, const Archivable& object) override;
 
-    void Stop() override {}
-    bool IsStopped() const override { return false; }
     std::uint64_t CountThatFits(const ElementSize&) const override { return 0; }
     void SkipToLabel(Label, Label) override {}
     ReportPosition GetPosition() const override { return {}; }

@@ -53,40 +53,57 @@ std::string_view TextForReport(const TextLine& line, std::string& storage) {
 
 TextFileArchive::TextFileArchive(std::unique_ptr<File> file, FloatForm floatForm)
     : FileArchive(std::move(file)), m_FloatForm(floatForm) {
-    if (GetFile().GetAccess() == FileAccess::Write)
+    if (GetFile().GetAccess() == FileAccess::Write) {
+        UpdateQuickWriting();
         return;
+    }
     m_Lines.emplace(GetInput());
     if (m_FloatForm == FloatForm::Bits)
         m_Lines->CloseAhead(); // it knows plain decimals only
+    UpdateQuick();
 }
 
 // Finding a label ----------------------------------------------------------------------------------------------------
 
-inline const char* TextFileArchive::FindAhead(Label label) {
-    if (!m_Lines->IsAheadOpen()) [[unlikely]]
-        return nullptr;
-    const char* position = SkipBlanks(m_Lines->GetAhead());
-    if (!LabelText::Matches(label, position)) [[unlikely]]
-        return nullptr;
-    position += LabelText::GetLength(label);
-    return *position == ' ' ? SkipBlanks(position + 1) : nullptr;
+void TextFileArchive::UpdateQuick() {
+    m_IsQuick = m_Lines->IsAheadAllowed() && !m_IsChecksumEnabled;
 }
 
-inline bool TextFileArchive::TakeAhead(const char* valueEnd) {
-    if (!m_Lines->TakeAhead(valueEnd)) [[unlikely]]
+void TextFileArchive::EnableChecksum(bool isEnabled) {
+    FileArchive::EnableChecksum(isEnabled);
+    if (m_Lines)
+        UpdateQuick();
+}
+
+void TextFileArchive::CloseFastWay() {
+    m_Lines->CloseAhead();
+    UpdateQuick();
+}
+
+const char* TextFileArchive::FindAhead(Label label) {
+    if (!m_Lines->IsAheadOpen())
+        return nullptr;
+    const char* position = SkipBlanks(m_Lines->GetAhead());
+    if (!LabelText::Matches(label, position))
+        return nullptr;
+    position += LabelText::GetLength(label);
+    return *position == ' ' || *position == '\t' ? SkipBlanks(position + 1) : nullptr;
+}
+
+bool TextFileArchive::TakeAhead(const char* valueEnd) {
+    if (!m_Lines->TakeAhead(valueEnd))
         return false;
-    ++m_LineNumber;
+    ++m_LinesTakenInPlace;
     m_CurrentLineUnread = false;
     return true;
 }
 
 void TextFileArchive::SkipFirstLine() {
-    m_Lines->Peek();
-    m_Lines->Take();
+    TakeRow();
 }
 
 std::optional<std::string_view> TextFileArchive::FindLabel(Label label) {
-    if (m_IsStopped)
+    if (IsStopped())
         return std::nullopt;
     ++m_LineNumber;
     m_CurrentLineUnread = false;
@@ -96,6 +113,7 @@ std::optional<std::string_view> TextFileArchive::FindLabel(Label label) {
         m_Lines->Take();
     else
         ReportMissingLabel(label);
+    UpdateQuick();
     return value;
 }
 
@@ -103,11 +121,11 @@ void TextFileArchive::ReportMissingLabel(Label label) {
     Check(!m_CurrentLineUnread, "! m_CurrentLineUnread");
     m_CurrentLineUnread = true;
     std::string storage;
-    ReportMessage(Message::MissingLabel,
-                  {GetPath(), LabelText::Get(label), m_LineNumber, TextForReport(m_CurrentLine, storage)});
+    ReportMessage(Message::MissingLabel, {GetPath(), LabelText::Get(label), m_LineNumber + m_LinesTakenInPlace,
+                                          TextForReport(m_CurrentLine, storage)});
 }
 
-bool TextFileArchive::TakeLabelLine(Label label) {
+bool TextFileArchive::TakeLabelLineGenerally(Label label) {
     if (m_Lines->IsAheadOpen()) {
         const char* const position = SkipBlanks(m_Lines->GetAhead());
         if (LabelText::Matches(label, position) && TakeAhead(position + LabelText::GetLength(label)))
@@ -120,12 +138,13 @@ bool TextFileArchive::TakeLabelLine(Label label) {
 std::string_view TextFileArchive::TakeRow() {
     m_CurrentLine = m_Lines->Peek();
     m_Lines->Take();
+    UpdateQuick();
     return m_CurrentLine.m_FirstUnit == 0 ? m_CurrentLine.m_Text : std::string_view();
 }
 
 // Numbers ------------------------------------------------------------------------------------------------------------
 
-void TextFileArchive::ReadInt(Label label, std::int32_t& value) {
+void TextFileArchive::ReadIntGenerally(Label label, std::int32_t& value) {
     std::int32_t number;
     if (const char* text = FindAhead(label)) {
         const char* const end = ScanInt(text, m_Lines->GetAheadEnd(), number);
@@ -186,7 +205,7 @@ void TextFileArchive::ReadIntRect(Label label, IntRect& value) {
     }
 }
 
-void TextFileArchive::ReadFloat(Label label, float& value) {
+void TextFileArchive::ReadFloatGenerally(Label label, float& value) {
     float number;
     if (const char* text = FindAhead(label)) {
         const char* const end = ScanFloat(text, m_Lines->GetAheadEnd(), number);
@@ -215,7 +234,7 @@ void TextFileArchive::ReadDouble(Label label, double& value) {
         m_Checksum.AddDouble(value);
 }
 
-void TextFileArchive::ReadVector3(Label label, Vector3& value) {
+void TextFileArchive::ReadVector3Generally(Label label, Vector3& value) {
     float numbers[3];
     if (const char* text = FindAhead(label); text != nullptr && *text == '[') {
         const char* const windowEnd = m_Lines->GetAheadEnd();
@@ -262,7 +281,7 @@ int TextFileArchive::ScanFloatsInForm(std::string_view text, float* values, int 
 }
 
 void TextFileArchive::ReadMatrix33(Label label, Matrix33& value) {
-    if (!TakeLabelLine(label))
+    if (!TakeLabelLineGenerally(label))
         return;
     const int items = m_FloatForm == FloatForm::Bits ? 6 : 3;
     for (int i = 0; i < 3; ++i) {
@@ -276,7 +295,7 @@ void TextFileArchive::ReadMatrix33(Label label, Matrix33& value) {
 }
 
 void TextFileArchive::ReadMatrix44(Label label, Matrix44& value) {
-    if (!TakeLabelLine(label))
+    if (!TakeLabelLineGenerally(label))
         return;
     const int items = m_FloatForm == FloatForm::Bits ? 8 : 4;
     for (int i = 0; i < 4; ++i) {
@@ -296,7 +315,7 @@ void TextFileArchive::AddToChecksum(const float* values, int count) {
         m_Checksum.AddFloat(values[i]);
 }
 
-void TextFileArchive::ReadColor(Label label, Color& value) {
+void TextFileArchive::ReadColorGenerally(Label label, Color& value) {
     std::uint32_t packed;
     if (const char* text = FindAhead(label)) {
         const char* const end = ScanHex(text, m_Lines->GetAheadEnd(), packed);
@@ -380,8 +399,8 @@ void TextFileArchive::CopyString(std::string_view text, char16_t* buffer, int ca
 
     if (isFitting && !isTerminated) {
         std::string storage;
-        ReportMessage(Message::UnterminatedString,
-                      {behindQuote, GetPath(), m_LineNumber, TextForReport(m_CurrentLine, storage)});
+        ReportMessage(Message::UnterminatedString, {behindQuote, GetPath(), m_LineNumber + m_LinesTakenInPlace,
+                                                    TextForReport(m_CurrentLine, storage)});
     }
 }
 
@@ -391,21 +410,11 @@ void TextFileArchive::ReadObject(Archivable& object) {
     object.Load(*this);
 }
 
-void TextFileArchive::ReadLabeledObject(Label label, Archivable& object, void* context) {
-    if (TakeLabelLine(label))
-        object.Load(*this, context);
-}
-
-void TextFileArchive::ReadLabeledObject(Label label, Archivable& object) {
-    if (TakeLabelLine(label))
-        object.Load(*this);
-}
-
 // The rest of the input ----------------------------------------------------------------------------------------------
 
 void TextFileArchive::Stop() {
     FileArchive::Stop();
-    m_Lines->CloseAhead();
+    CloseFastWay();
 }
 
 std::uint64_t TextFileArchive::CountThatFits(const ElementSize& smallest) const {
@@ -428,7 +437,7 @@ void TextFileArchive::ReportUnreadInput() {
     std::string first;
     while (!m_Lines->IsAtEnd()) {
         const TextLine line = m_Lines->Peek();
-        const std::uint64_t number = m_Lines->GetLinesTaken() + 1;
+        const std::uint64_t number = GetPhysicalLinesTaken() + 1;
         const bool isBlank = line.m_FirstUnit == 0 && std::all_of(line.m_Text.begin(), line.m_Text.end(), IsWhiteSpace);
         if (!isBlank && number != lastNumber) {
             if (lineCount++ == 0) {
@@ -446,10 +455,14 @@ void TextFileArchive::ReportUnreadInput() {
         ReportMessage(Message::UnreadLines, {GetPath(), lineCount, firstNumber, std::string_view(first)});
 }
 
+std::uint64_t TextFileArchive::GetPhysicalLinesTaken() const {
+    return m_Lines->GetLinesTaken() + m_LinesTakenInPlace;
+}
+
 ReportPosition TextFileArchive::GetPosition() const {
     if (!m_Lines)
         return {};
-    const std::uint64_t taken = m_Lines->GetLinesTaken();
+    const std::uint64_t taken = GetPhysicalLinesTaken();
     return {ReportPosition::Kind::Line, m_CurrentLineUnread ? taken + 1 : taken};
 }
 

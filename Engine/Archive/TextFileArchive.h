@@ -74,19 +74,35 @@ public:
     void ReportUnreadInput() override;
     ReportPosition GetPosition() const override; // a physical line; the header is line 1
 
+    void EnableChecksum(bool isEnabled) override;
+
     // For tests: every read takes the general way.
-    void CloseFastWay() { m_Lines->CloseAhead(); }
+    void CloseFastWay();
 
 private:
-    // The fast way: the value's place on the current line if that has the label, with usual blanks, right there in the
-    // window. TakeAhead() ends it. Both are no more than a shorter way to what FindLabel() does for the same line.
-    const char* FindAhead(Label label);
+    // There are three ways to read a line, each a shortcut to what the next does for the same line, and each handing on
+    // what it does not know. The quick way takes a line that looks as this archive writes it, without a loop
+    // (TextFileArchiveQuick.cpp). The way ahead takes a value where it stands in the window, with any blanks, line end
+    // and number shape. The general way cuts out the line first.
+    const char* FindQuick(Label label) const; // the place of the value, or null
+    bool TakeQuick(const char* valueEnd);
+    void UpdateQuick();
+    void SetTabDepth(int depth);
+
+    const char* FindAhead(Label label); // the same, one way on
     bool TakeAhead(const char* valueEnd);
+
+    void ReadIntGenerally(Label label, std::int32_t& value);
+    void ReadFloatGenerally(Label label, float& value);
+    void ReadVector3Generally(Label label, Vector3& value);
+    void ReadColorGenerally(Label label, Color& value);
+    bool TakeLabelLineGenerally(Label label);
 
     // The value text of the current line if it has the label; else the miss is reported.
     std::optional<std::string_view> FindLabel(Label label);
     bool TakeLabelLine(Label label);
     std::string_view TakeRow();
+    std::uint64_t GetPhysicalLinesTaken() const;
     void ReportMissingLabel(Label label);
 
     bool ReadFloats(Label label, float* values, int count);
@@ -95,17 +111,28 @@ private:
     void TakeColor(std::uint32_t packed, Color& value);
     void AddToChecksum(const float* values, int count);
 
+    char* BeginQuickLine(Label label);
     char* BeginLine(Label label);
     void EndLine(char* end);
+    void WriteIntOfAnySize(Label label, std::int32_t value);
+    void WriteFloatInAnyForm(Label label, float value);
+    void WriteVector3InAnyForm(Label label, const Vector3& value);
+    void WriteColorOfAnyValue(Label label, const Color& value);
+    void UpdateQuickWriting();
+    void WriteFloatsInAnyForm(Label label, const float* values, int count);
     char* BeginRow();
-    char* WriteIndentation(char* out, int depth) const;
     char* WriteFloats(char* out, const float* values, int count) const;
 
-    std::optional<TextLineReader> m_Lines;
+    std::optional<TextLineReader> m_Lines; // when reading
     FloatForm m_FloatForm;
-    int m_TabDepth = 0;
-    TextLine m_CurrentLine;           // the last line that a look-up saw the general way
-    std::int32_t m_LineNumber = 0;    // label look-ups so far
+    int m_TabDepth = 0;                    // nested objects around the current value
+    bool m_IsQuick = false;                // the quick way is open
+    std::uint64_t m_QuickTabs = 0;         // what it expects in front of a label: these bytes,
+    std::uint64_t m_QuickTabMask = 0;      // as far as the mask has them
+    std::uint64_t m_LinesTakenInPlace = 0; // by the quick way and the way ahead: each one line and one look-up
+
+    TextLine m_CurrentLine;           // the last line that was taken or looked at in the general way
+    std::uint64_t m_LineNumber = 0;   // label look-ups in the general way
     bool m_CurrentLineUnread = false; // the current line did not carry the label that was asked for
 };
 

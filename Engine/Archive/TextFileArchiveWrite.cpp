@@ -5,7 +5,7 @@
 #include <cstring>
 #include <string_view>
 
-#include "Engine/Archive/LabelText.h"
+#include "Engine/Archive/TextFileArchiveQuick.h"
 #include "Engine/String/NumberFormat.h"
 #include "Engine/String/Unicode.h"
 
@@ -13,16 +13,19 @@ namespace Corvid {
 
 namespace {
 
-// Room for one line, its tabs aside: the label and the longest value, four floats in the bits form.
-constexpr std::size_t kLineRoom = 1024;
+using TextLineShape::kLineRoom;
+
 static_assert(kLineRoom > LabelText::kAccessibleBytes + 4 * (kMaxFloatText + kMaxIntText + 8) + kFormatSlack);
 static_assert(kLineRoom > LabelText::kAccessibleBytes + kMaxDoubleText + kMaxInt64Text + 16 + kFormatSlack);
 
-constexpr int kTabBlock = 16;
-
 char* Append(char* out, std::string_view text) {
-    std::memcpy(out, text.data(), text.size());
-    return out + text.size();
+    return TextLineShape::Append(out, text.data(), text.size());
+}
+
+char* WriteTabs(char* out, int depth) {
+    depth = std::min(depth, TextLineShape::kMostTabs);
+    std::memset(out, '\t', static_cast<std::size_t>(depth));
+    return out + depth;
 }
 
 // "[ 1 , 2 , 3 ]"
@@ -38,36 +41,23 @@ char* AppendInts(char* out, const std::int32_t* values, int count) {
 
 } // namespace
 
-inline char* TextFileArchive::WriteIndentation(char* out, int depth) const {
-    std::memset(out, '\t', kTabBlock);
-    if (depth > kTabBlock) [[unlikely]]
-        std::memset(out, '\t', static_cast<std::size_t>(depth));
-    return out + depth;
+void TextFileArchive::UpdateQuickWriting() {
+    m_IsQuick = m_FloatForm == FloatForm::SixDecimals && m_TabDepth <= TextLineShape::kTabBlock;
 }
 
 // The indentation, the label and a blank; the value goes to the returned place.
-inline char* TextFileArchive::BeginLine(Label label) {
-    char* out = GetOutput().Reserve(static_cast<std::size_t>(m_TabDepth) + kTabBlock + kLineRoom);
-    out = WriteIndentation(out, m_TabDepth);
-    out = LabelText::Write(label, out);
+char* TextFileArchive::BeginLine(Label label) {
+    char* const out = LabelText::Write(label, WriteTabs(GetOutput().GetPosition(), m_TabDepth));
     *out = ' ';
     return out + 1;
 }
 
-inline void TextFileArchive::EndLine(char* end) {
-    end[0] = '\r';
-    end[1] = '\n';
-    GetOutput().Commit(end + 2);
-}
-
 // A line without a label, such as the row of a matrix.
 char* TextFileArchive::BeginRow() {
-    const int depth = m_TabDepth + 1;
-    char* const out = GetOutput().Reserve(static_cast<std::size_t>(depth) + kTabBlock + kLineRoom);
-    return WriteIndentation(out, depth);
+    return WriteTabs(GetOutput().GetPosition(), m_TabDepth + 1);
 }
 
-void TextFileArchive::WriteInt(Label label, std::int32_t value) {
+void TextFileArchive::WriteIntOfAnySize(Label label, std::int32_t value) {
     EndLine(FormatInt(BeginLine(label), value));
 }
 
@@ -83,7 +73,7 @@ void TextFileArchive::WriteBool(Label label, bool value) {
     EndLine(Append(BeginLine(label), value ? "TRUE" : "FALSE"));
 }
 
-void TextFileArchive::WriteFloat(Label label, float value) {
+void TextFileArchive::WriteFloatInAnyForm(Label label, float value) {
     char* out = BeginLine(label);
     if (m_FloatForm == FloatForm::Bits) {
         out = Append(FormatFloatShort(out, value), " Bits=");
@@ -106,7 +96,7 @@ void TextFileArchive::WriteDouble(Label label, double value) {
 }
 
 // "[ 1.000000 2.000000 ]", or "[ 1.00 2.00 ] Bits=[ 1065353216 , 1073741824 ]"
-inline char* TextFileArchive::WriteFloats(char* out, const float* values, int count) const {
+char* TextFileArchive::WriteFloats(char* out, const float* values, int count) const {
     const bool isBitsForm = m_FloatForm == FloatForm::Bits;
     *out++ = '[';
     *out++ = ' ';
@@ -123,14 +113,18 @@ inline char* TextFileArchive::WriteFloats(char* out, const float* values, int co
     return out;
 }
 
-void TextFileArchive::WriteVector3(Label label, const Vector3& value) {
+void TextFileArchive::WriteFloatsInAnyForm(Label label, const float* values, int count) {
+    EndLine(WriteFloats(BeginLine(label), values, count));
+}
+
+void TextFileArchive::WriteVector3InAnyForm(Label label, const Vector3& value) {
     const float numbers[] = {value.x, value.y, value.z};
-    EndLine(WriteFloats(BeginLine(label), numbers, 3));
+    WriteFloatsInAnyForm(label, numbers, 3);
 }
 
 void TextFileArchive::WriteVector4(Label label, const Vector4& value) {
     const float numbers[] = {value.x, value.y, value.z, value.w};
-    EndLine(WriteFloats(BeginLine(label), numbers, 4));
+    WriteFloatsInAnyForm(label, numbers, 4);
 }
 
 void TextFileArchive::WriteMatrix33(Label label, const Matrix33& value) {
@@ -165,7 +159,7 @@ void TextFileArchive::WriteIntRect(Label label, const IntRect& value) {
     EndLine(AppendInts(BeginLine(label), numbers, 4));
 }
 
-void TextFileArchive::WriteColor(Label label, const Color& value) {
+void TextFileArchive::WriteColorOfAnyValue(Label label, const Color& value) {
     EndLine(FormatHex(BeginLine(label), PackColor(value)));
 }
 
@@ -177,8 +171,9 @@ void TextFileArchive::WriteString(Label label, const char16_t* value) {
     const char16_t* const end = value + std::char_traits<char16_t>::length(value);
     while (value != end) {
         constexpr std::ptrdiff_t kBlockUnits = 1024; // a surrogate pair may take one more
+        static_assert(OutputStream::kRoom >= (kBlockUnits + 1) * (1 + kMaxUtf8Bytes));
         const char16_t* const blockEnd = end - value > kBlockUnits ? value + kBlockUnits : end;
-        out = GetOutput().Reserve((kBlockUnits + 1) * kMaxUtf8Bytes);
+        out = GetOutput().GetPosition();
         while (value < blockEnd) {
             if (*value == u'\n')
                 *out++ = '\r';
@@ -186,21 +181,13 @@ void TextFileArchive::WriteString(Label label, const char16_t* value) {
         }
         GetOutput().Commit(out);
     }
-    out = GetOutput().Reserve(kLineRoom);
+    out = GetOutput().GetPosition();
     *out++ = '"';
     EndLine(out);
 }
 
 void TextFileArchive::WriteObject(const Archivable& object) {
     object.Save(*this);
-}
-
-void TextFileArchive::WriteLabeledObject(Label label, const Archivable& object) {
-    EndLine(BeginLine(label) - 1);
-    ++m_TabDepth;
-    object.Save(*this);
-    Check(m_TabDepth > 0, "m_TabDepth > 0");
-    --m_TabDepth;
 }
 
 } // namespace Corvid

@@ -33,18 +33,19 @@ public:
     void Take();
 
     bool IsAtEnd() { return m_FirstUnit == 0 && !m_Input.Ensure(1); }
-    std::uint64_t GetLinesTaken() const { return m_LinesTaken; } // whole ones
+    std::uint64_t GetLinesTaken() const { return m_LinesTaken; } // whole ones, by Take()
 
-    // The fast way for lines of the expected shape. Where it is open, the window holds the next line up to its end, as
-    // far as that is a line of less than kMaxLineUnits bytes, and may be read on the spot, in front of
-    // InputStream::kPadding zero bytes at the end of the input. TakeAhead() moves behind the line if `end`, where its
-    // value ended, is its end but for blanks; if it refuses, nothing has happened.
+    // The way ahead reads a line where it stands. While it is open, the window holds the next line up to its end, as
+    // far as that is a line of less than kMaxLineUnits bytes, in front of InputStream::kPadding zero bytes at the end
+    // of the input. TakeAhead() moves behind the line if `end`, where its value ended, is its end but for blanks; if it
+    // refuses, nothing has happened. Lines taken like this do not count in GetLinesTaken().
     bool IsAheadOpen();
+    bool IsAheadAllowed() const { return !m_IsAheadClosed && m_FirstUnit == 0; } // but for a window to be refilled
     const char* GetAhead() const { return m_Input.GetPosition(); }
     const char* GetAheadEnd() const { return m_Input.GetEnd(); }
     bool TakeAhead(const char* end);
 
-    // Closes the fast way for good: for tests, and when every line needs the general rule.
+    // For good: for tests, and when every line needs the general rule.
     void CloseAhead() { m_IsAheadClosed = true; }
 
 private:
@@ -59,13 +60,13 @@ private:
 };
 
 inline const char* SkipBlanks(const char* position) {
-    while (*position == '\t' || *position == ' ')
+    while (*position == ' ' || *position == '\t')
         ++position;
     return position;
 }
 
 inline bool TextLineReader::IsAheadOpen() {
-    if (m_IsAheadClosed || m_FirstUnit != 0) [[unlikely]]
+    if (!IsAheadAllowed())
         return false;
     if (!m_Input.HasLookahead()) [[unlikely]]
         m_Input.Ensure(InputStream::kWindowSize / 2);
@@ -79,7 +80,6 @@ inline bool TextLineReader::TakeAhead(const char* end) {
     if (*end != '\n' || end - m_Input.GetPosition() >= kMaxLineUnits) [[unlikely]]
         return false;
     m_Input.SetPosition(end + 1);
-    ++m_LinesTaken;
     return true;
 }
 

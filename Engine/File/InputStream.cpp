@@ -29,7 +29,14 @@ std::uint64_t InputStream::GetOffset() const {
 
 std::uint64_t InputStream::GetBytesLeft() const {
     const std::uint64_t size = m_Source != nullptr ? m_Source->GetSize() : 0;
-    return GetAvailable() + (size > m_EndOffset ? size - m_EndOffset : 0);
+    return GetAvailable() + (size > m_EndOffset ? size - m_EndOffset : 0) + m_SealedBytes;
+}
+
+void InputStream::Seal() {
+    m_SealedBytes = GetBytesLeft();
+    m_EndOffset = GetOffset();
+    m_Source = nullptr;
+    SetWindow(m_Position, m_Position);
 }
 
 bool InputStream::Refill(std::size_t count) {

@@ -40,6 +40,9 @@ public:
     std::uint64_t GetOffset() const; // of the position, from the start of the source (of its UTF-8 form, see below)
     std::uint64_t GetBytesLeft() const;
 
+    // Hands out nothing more; offset and bytes left stay as they are.
+    void Seal();
+
     // Reads the rest into memory. Needed once where the size of the source is not known beforehand.
     void BringIntoMemory();
 
@@ -61,7 +64,8 @@ private:
     const char* m_Position = nullptr;
     const char* m_End = nullptr;
     const char* m_LookaheadLimit = nullptr;
-    std::uint64_t m_EndOffset = 0; // of m_End, from the start of the source
+    std::uint64_t m_EndOffset = 0;   // of m_End, from the start of the source
+    std::uint64_t m_SealedBytes = 0; // behind m_End, after Seal()
 };
 
 } // namespace Corvid

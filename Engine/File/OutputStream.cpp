@@ -9,14 +9,13 @@ OutputStream::OutputStream(ByteSink& sink)
     : m_Sink(sink),
       m_Window(std::make_unique_for_overwrite<char[]>(kWindowSize)),
       m_Position(m_Window.get()),
-      m_Limit(m_Window.get() + kWindowSize) {}
+      m_Limit(m_Window.get() + kWindowSize - kRoom) {}
 
 void OutputStream::Write(const char* bytes, std::size_t count) {
     while (count > 0) {
-        const std::size_t piece = std::min(count, kWindowSize / 2);
-        char* const out = Reserve(piece);
-        std::memcpy(out, bytes, piece);
-        Commit(out + piece);
+        const std::size_t piece = std::min(count, kRoom);
+        std::memcpy(m_Position, bytes, piece);
+        Commit(m_Position + piece);
         bytes += piece;
         count -= piece;
     }

@@ -17,25 +17,28 @@ protected:
 class OutputStream {
 public:
     static constexpr std::size_t kWindowSize = 256 * 1024; // bytes
+    static constexpr std::size_t kRoom = 8 * 1024;         // bytes that may be written at the position at any time
 
     explicit OutputStream(ByteSink& sink); // which outlives the stream
 
-    // Room for `count` bytes (at most kWindowSize) at the returned place; Commit() takes those that were written.
-    char* Reserve(std::size_t count) {
-        if (static_cast<std::size_t>(m_Limit - m_Position) < count) [[unlikely]]
-            Flush();
-        return m_Position;
-    }
-    void Commit(char* end) { m_Position = end; }
+    char* GetPosition() { return m_Position; }
 
-    void Write(const char* bytes, std::size_t count);
+    // Takes the bytes from the position to `end`, kRoom at the most. Room is made behind a value, not in front of the
+    // next, so that the writing of a value needs no check and ends in a tail call at the worst.
+    void Commit(char* end) {
+        m_Position = end;
+        if (end > m_Limit) [[unlikely]]
+            Flush();
+    }
+
+    void Write(const char* bytes, std::size_t count); // any number
     void Flush();
 
 private:
     ByteSink& m_Sink;
     std::unique_ptr<char[]> m_Window;
     char* m_Position;
-    char* m_Limit;
+    char* m_Limit; // kRoom in front of the window's end
 };
 
 } // namespace Corvid

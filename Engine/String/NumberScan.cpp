@@ -1,9 +1,9 @@
 #include "Engine/String/NumberScan.h"
 
+#include <array>
 #include <bit>
 #include <cfloat>
 #include <charconv>
-#include <cstring>
 #include <limits>
 #include <system_error>
 
@@ -69,71 +69,111 @@ template <class Unsigned> const char* ScanDecimal(const char* position, const ch
     return position;
 }
 
-// Appends a run of decimal digits to `sum` (modulo 2^64), eight at a time. It may run past `end`, into the padding.
-const char* AppendDigits(const char* position, const char* end, std::uint64_t& sum) {
-    constexpr std::uint64_t kBytes = 0x0101010101010101;
-    constexpr int kStep = 8;
-    constexpr std::uint64_t kPowers[] = {1, 10, 100, 1'000, 10'000, 100'000, 1'000'000, 10'000'000, 100'000'000};
-    for (int count = kStep; count == kStep && position < end;) {
-        std::uint64_t text = 0;
-        std::memcpy(&text, position, sizeof(text));
-        text ^= kBytes * '0';
-        // A byte above 9 leaves one of its upper bits here; a carry out of one spoils only what is behind it.
-        const std::uint64_t others = ((text + kBytes * 6) | text) & (kBytes * 0xF0);
-        count = others != 0 ? std::countr_zero(others) / 8 : kStep;
-        if (count == 0)
-            break;
-        text <<= 64 - 8 * count; // the first digit is the lowest byte: zeros move in before it
-        text = (text * 10 + (text >> 8)) & 0x00FF00FF00FF00FF;
-        text = (text * 100 + (text >> 16)) & 0x0000FFFF0000FFFF;
-        text = (text * 10'000 + (text >> 32)) & 0x00000000FFFFFFFF;
-        sum = sum * kPowers[count] + text;
-        position += count;
+// Real numbers of at most 15 digits, whatever their notation, without the standard library: one correctly rounded
+// operation on two exact doubles, in less than half its instructions.
+
+// Digits with at most one point among them: an integer of at most 15 digits and how many of them are decimals.
+struct Decimal {
+    double m_Significand = 0;
+    std::ptrdiff_t m_Decimals = 0;
+};
+
+#if defined(__SSE4_1__)
+
+// Two shuffle rows, added: the row at kRightAlignment + n moves n leading characters to the right end; the row at
+// kPointRemoval + n closes the gap of a point that has n digits behind it. Negative lanes become zero.
+constexpr std::array<std::int8_t, 32> kRightAlignment = [] {
+    std::array<std::int8_t, 32> rows{};
+    for (int i = 0; i < 32; ++i)
+        rows[static_cast<std::size_t>(i)] = static_cast<std::int8_t>(i - 16);
+    return rows;
+}();
+constexpr std::array<std::int8_t, 32> kPointRemoval = {-1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1};
+
+// The first character behind the digits, or nullptr when there are none, or more than fit. May run past `end`.
+const char* TakeDecimal(const char* position, const char* /*end*/, Decimal& decimal) {
+    using namespace NumberDetail;
+    const __m128i digits = _mm_sub_epi8(LoadText(position), _mm_set1_epi8('0'));
+    const int others = _mm_movemask_epi8(_mm_adds_epu8(digits, _mm_set1_epi8(kAboveNine)));
+    const std::size_t whole = FirstBit(others);
+    std::size_t length = whole;
+    std::size_t decimals = 0;
+    if (position[whole] == '.') {
+        length = FirstBit(others & (others - 1));
+        decimals = length - whole - 1;
     }
-    return position;
+    if (length > 15 || whole + decimals == 0)
+        return nullptr;
+    const __m128i row =
+        _mm_add_epi8(LoadText(&kRightAlignment[whole + 1 + decimals]), LoadText(&kPointRemoval[decimals]));
+    const __m128i pairs = _mm_maddubs_epi16(_mm_shuffle_epi8(digits, row), _mm_set1_epi16(1 << 8 | 10));
+    const __m128i groups = _mm_madd_epi16(pairs, _mm_set1_epi32(1 << 16 | 100));
+    const __m128i parts = _mm_madd_epi16(_mm_packs_epi32(groups, groups), _mm_set1_epi32(1 << 16 | 10000));
+    decimal.m_Significand = _mm_cvtsd_f64(_mm_dp_pd(_mm_cvtepi32_pd(parts), _mm_setr_pd(1e8, 1.0), 0x31));
+    decimal.m_Decimals = static_cast<std::ptrdiff_t>(decimals);
+    return position + length;
 }
 
-// A number without a sign whose digits are an integer of at most 53 bits, times or over a power of ten that a double
-// holds exactly: one correctly rounded operation on two exact values. nullptr for every other shape.
-const char* ScanShortReal(const char* position, const char* end, double& value) {
-    constexpr double kPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
-                                  1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-    constexpr int kMaxPower = 22;
-    constexpr std::ptrdiff_t kMaxDigits = 19; // fit 64 bits
-    if (std::endian::native != std::endian::little || FLT_EVAL_METHOD != 0)
-        return nullptr;
+#else
+
+const char* TakeDecimal(const char* position, const char* end, Decimal& decimal) {
+    constexpr std::ptrdiff_t kMaxDigits = 15;
     std::uint64_t sum = 0;
-    const char* at = AppendDigits(position, end, sum);
+    const char* at = position;
+    for (; at < end && IsDigit(*at); ++at)
+        sum = sum * 10 + static_cast<std::uint64_t>(*at - '0');
     std::ptrdiff_t digits = at - position;
-    std::ptrdiff_t power = 0;
     if (at < end && *at == '.') {
-        const char* const fraction = at + 1;
-        at = AppendDigits(fraction, end, sum);
-        power = fraction - at;
-        digits -= power;
+        const char* const fraction = ++at;
+        for (; at < end && IsDigit(*at); ++at)
+            sum = sum * 10 + static_cast<std::uint64_t>(*at - '0');
+        decimal.m_Decimals = at - fraction;
+        digits += decimal.m_Decimals;
     }
-    if (digits == 0 || digits > kMaxDigits || sum > std::uint64_t{1} << DBL_MANT_DIG)
+    if (digits == 0 || digits > kMaxDigits)
         return nullptr;
-    if (at < end && (*at == 'e' || *at == 'E')) {
-        const char* exponentAt = at + 1;
-        const bool negative = TakeSign(exponentAt, end);
+    decimal.m_Significand = static_cast<double>(static_cast<std::int64_t>(sum));
+    return at;
+}
+
+#endif
+
+// The first character behind the number, or nullptr when it has another shape, or none is there.
+const char* ScanShortReal(const char* position, const char* end, double& value) {
+    static constexpr double kPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
+                                         1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+    constexpr std::ptrdiff_t kMaxPower = 22; // 10^22 is the last that a double holds exactly
+    constexpr std::ptrdiff_t kMaxExponent = 99;
+    if (FLT_EVAL_METHOD != 0) // operations are not rounded to double
+        return nullptr;
+    const bool negative = *position == '-';
+    if (negative || *position == '+')
+        ++position;
+    Decimal decimal;
+    const char* at = TakeDecimal(position, end, decimal);
+    if (at == nullptr)
+        return nullptr;
+    std::ptrdiff_t power = -decimal.m_Decimals;
+    if (*at == 'e' || *at == 'E') {
+        const char* digit = at + 1;
+        const bool down = *digit == '-';
+        if (down || *digit == '+')
+            ++digit;
         std::ptrdiff_t exponent = 0;
-        for (; exponentAt < end && IsDigit(*exponentAt) && exponent <= kMaxDigits + kMaxPower; ++exponentAt) {
-            exponent = exponent * 10 + (*exponentAt - '0');
-            at = exponentAt + 1;
-        }
-        power += negative ? -exponent : exponent;
+        for (; digit < end && IsDigit(*digit) && exponent <= kMaxExponent; at = ++digit)
+            exponent = exponent * 10 + (*digit - '0');
+        power += down ? -exponent : exponent;
     }
     if (at > end || power < -kMaxPower || power > kMaxPower)
         return nullptr;
-    const double significand = static_cast<double>(static_cast<std::int64_t>(sum));
+    const double significand = negative ? -decimal.m_Significand : decimal.m_Significand;
     value = power < 0 ? significand / kPowers[-power] : significand * kPowers[power];
     return at;
 }
 
 // Whether rounding a correctly rounded double to a float might not give the correctly rounded float: only on the
 // middle between two floats, since elsewhere the double lies on the same side of each middle as the exact value. What
-// ScanShortReal() finds is zero or at least 10^-22 and at most 2^53 * 10^22, so a normal float.
+// ScanShortReal() finds is zero or at least 10^-22 and at most 10^37, so a normal float.
 bool MayRoundTwice(double value) {
     constexpr int kDroppedBits = DBL_MANT_DIG - FLT_MANT_DIG;
     constexpr std::uint64_t kMiddle = std::uint64_t{1} << (kDroppedBits - 1);
@@ -169,15 +209,10 @@ bool IsHuge(const char* position, const char* end) {
     return power > 0;
 }
 
-template <class Float> const char* ScanReal(const char* position, const char* end, Float& value) {
+// Every shape, the digits by the standard library. Out of line, so that the short way needs no stack frame.
+template <class Float> [[gnu::noinline]] const char* ScanReal(const char* position, const char* end, Float& value) {
     using Limits = std::numeric_limits<Float>;
     const bool negative = TakeSign(position, end);
-    double shortMagnitude = 0;
-    if (const char* const behind = ScanShortReal(position, end, shortMagnitude);
-        behind != nullptr && (sizeof(Float) == sizeof(double) || !MayRoundTwice(shortMagnitude))) {
-        value = static_cast<Float>(negative ? -shortMagnitude : shortMagnitude);
-        return behind;
-    }
     Float magnitude = 0;
     const char* behind = nullptr;
     if (position != end && (IsDigit(*position) || *position == '.')) {
@@ -233,7 +268,12 @@ const char* ScanHex(const char* position, const char* end, std::uint32_t& value)
 }
 
 const char* ScanFloatOfAnyShape(const char* position, const char* end, float& value) {
-    return ScanReal(position, end, value);
+    double exact = 0;
+    const char* const behind = ScanShortReal(position, end, exact);
+    if (behind == nullptr || MayRoundTwice(exact))
+        return ScanReal(position, end, value);
+    value = static_cast<float>(exact);
+    return behind;
 }
 
 const char* ScanDouble(const char* position, const char* end, double& value) {

@@ -16,11 +16,15 @@
 namespace Corvid::NumberDetail {
 
 // Shuffle rows that move `n` leading characters in front of lane 8, and what follows them from lane 8 on: lane L of the
-// row at kAlignment + n takes character L + n - 8; lanes without one become zero.
-inline constexpr std::array<std::int8_t, 32> kAlignment = [] {
-    std::array<std::int8_t, 32> rows{};
-    for (int i = 0; i < 32; ++i)
-        rows[static_cast<std::size_t>(i)] = static_cast<std::int8_t>(i < 8 || i >= 24 ? -128 : i - 8);
+// row at kAlignment[0][n] takes character L + n - 8; lanes without one become zero. In the rows from kAlignment[1] on
+// the first character, a sign, becomes zero too.
+inline constexpr std::array<std::array<std::int8_t, 32>, 2> kAlignment = [] {
+    std::array<std::array<std::int8_t, 32>, 2> rows{};
+    for (std::size_t i = 0; i < 32; ++i) {
+        const auto source = static_cast<std::int8_t>(static_cast<int>(i) - 8);
+        rows[0][i] = i < 8 || i >= 24 ? -128 : source;
+        rows[1][i] = i == 8 ? -128 : rows[0][i];
+    }
     return rows;
 }();
 
@@ -49,13 +53,16 @@ inline const char* ScanCanonicalFloat(const char* position, const char* end, flo
     static constexpr double kScales[] = {1e-6, -1e-6};
     constexpr int kPointLane = 8;
     constexpr int kEndLane = 15;
-    const std::size_t negative = *position == '-' ? 1 : 0;
-    position += negative;
+    // One compare finds both the sign and the point, so that where the number ends does not wait for its sign.
     const __m128i text = LoadText(position);
-    const std::size_t point = FirstBit(_mm_movemask_epi8(_mm_cmpeq_epi8(text, _mm_set1_epi8('.'))));
-    const __m128i lanes = _mm_shuffle_epi8(_mm_sub_epi8(text, _mm_set1_epi8('0')), LoadText(&kAlignment[point]));
-    // Digits stay below the top bit; the point and the character behind the number have it. A point further right than
-    // eight leaves the last lane zero.
+    const __m128i kinds = _mm_setr_epi8('-', '.', '.', '.', '.', '.', '.', '.', '.', '.', '.', '.', '.', '.', '.', '.');
+    const int marks = _mm_movemask_epi8(_mm_cmpeq_epi8(text, kinds));
+    const std::size_t negative = static_cast<std::size_t>(marks & 1);
+    const std::size_t point = FirstBit(marks & ~1);
+    const __m128i lanes =
+        _mm_shuffle_epi8(_mm_sub_epi8(text, _mm_set1_epi8('0')), LoadText(&kAlignment[negative][point]));
+    // Digits stay below the top bit; the point and the character behind the number have it. A point further right
+    // than eight characters leaves the last lane zero.
     const __m128i limits =
         _mm_setr_epi8(kAboveNine, kAboveNine, kAboveNine, kAboveNine, kAboveNine, kAboveNine, kAboveNine, kAboveNine, 0,
                       kAboveNine, kAboveNine, kAboveNine, kAboveNine, kAboveNine, kAboveNine, 0);
@@ -80,7 +87,7 @@ inline const char* ScanShortInt(const char* position, const char* end, std::int3
     const char* const behind = position + count;
     if (count - 1 >= 8 || behind > end)
         return nullptr;
-    const __m128i lanes = _mm_shuffle_epi8(digits, LoadText(&kAlignment[count]));
+    const __m128i lanes = _mm_shuffle_epi8(digits, LoadText(&kAlignment[0][count]));
     const __m128i pairs = _mm_maddubs_epi16(lanes, _mm_set1_epi16(1 << 8 | 10));
     const __m128i groups = _mm_madd_epi16(pairs, _mm_set1_epi32(1 << 16 | 100));
     const __m128i parts = _mm_madd_epi16(_mm_packs_epi32(groups, groups), _mm_set1_epi32(1 << 16 | 10000));
