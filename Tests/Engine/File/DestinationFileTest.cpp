@@ -31,7 +31,7 @@ Outcome Write(std::u16string_view path, const std::string& content, int patience
     DestinationFile destination(patience);
     if (!destination.Open(path))
         return NotOpened;
-    constexpr std::size_t kPiece = 100000;
+    constexpr std::size_t kPiece = 300000;
     for (std::size_t i = 0; i < content.size(); i += kPiece) {
         const std::size_t count = std::min(kPiece, content.size() - i);
         if (destination.Write(content.data() + i, count) != count)
@@ -176,23 +176,49 @@ TEST(DestinationFileTest, RightsOfOtherUsersAreRespected) {
     EXPECT_EQ(folder.List(), (Names{"closed", "readonly", "shared"}));
 }
 
+// For this process alone.
+bool Mount(const std::string& what, const std::string& where, const char* type, unsigned long flags,
+           const char* options) {
+    return unshare(CLONE_NEWNS) == 0 && mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+           mount(what.c_str(), where.c_str(), type, flags, options) == 0;
+}
+
 TEST(DestinationFileTest, WhatCannotBeRenamedOverIsRewritten) {
     const TemporaryFolder folder;
     folder.Put("mounted", "below");
     folder.Put("elsewhere", "old");
-    const std::string elsewhere = folder.GetName("elsewhere"), mounted = folder.GetName("mounted");
+    const std::string content(100000, 'm');
     ChildProcess child([&] {
-        if (unshare(CLONE_NEWNS) != 0 || mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
-            mount(elsewhere.c_str(), mounted.c_str(), nullptr, MS_BIND, nullptr) != 0)
+        if (!Mount(folder.GetName("elsewhere"), folder.GetName("mounted"), nullptr, MS_BIND, nullptr))
             return 99;
-        return static_cast<int>(Write(folder / "mounted", std::string(100000, 'm')));
+        return static_cast<int>(Write(folder / "mounted", content));
     });
     const int result = child.Wait();
     if (result == 99)
         GTEST_SKIP() << "this process cannot mount";
     EXPECT_EQ(result, Written);
-    EXPECT_EQ(folder.Get("elsewhere"), std::string(100000, 'm'));
+    EXPECT_EQ(folder.Get("elsewhere"), content);
     EXPECT_EQ(folder.List(), (Names{"elsewhere", "mounted"}));
+}
+
+TEST(DestinationFileTest, FullDiskKeepsTheOldFile) {
+    const TemporaryFolder folder;
+    ChildProcess child([&] {
+        if (!Mount("none", folder.GetName(""), "tmpfs", 0, "size=400k"))
+            return 99;
+        const std::string old(100000, 'o'), larger(500000, 'n');
+        for (const std::string name : {"ordinary", "linked"})
+            folder.Put(name, old);
+        std::filesystem::create_hard_link(folder.GetPath() / "linked", folder.GetPath() / "linked2");
+        for (const std::string name : {"ordinary", "linked", "new"})
+            if (Write(folder / name, larger) != Failed || (name != "new" && folder.Get(name) != old))
+                return 1;
+        return folder.List() == Names{"linked", "linked2", "ordinary"} ? 0 : 2;
+    });
+    const int result = child.Wait();
+    if (result == 99)
+        GTEST_SKIP() << "this process cannot mount";
+    EXPECT_EQ(result, 0);
 }
 
 TEST(DestinationFileTest, SizeLimitsAndFullDevicesKeepTheOldFile) {
@@ -312,15 +338,21 @@ TEST(DestinationFileTest, DescriptorsAreWrittenWhereTheyStand) {
         close(ends[0]);
         close(ends[1]);
     }
-    for (const bool isDeleted : {false, true}) {
+    struct Case {
+        bool isDeleted;
+        bool isAliased;
+    };
+    for (const Case row : {Case{false, false}, Case{true, false}, Case{true, true}}) {
         folder.Put("file", "longer than before");
         const int file = open(folder.GetName("file").c_str(), O_RDWR);
-        if (isDeleted)
+        if (row.isDeleted)
             unlink(folder.GetName("file").c_str());
-        EXPECT_EQ(Write(pathOf(file), "in place"), Written);
+        const TemporaryFolder aliases;
+        std::filesystem::create_symlink(pathOf(file), aliases.GetPath() / "alias");
+        EXPECT_EQ(Write(row.isAliased ? aliases / "alias" : pathOf(file), "in place"), Written);
         char bytes[20] = {};
         EXPECT_EQ(read(file, bytes, sizeof bytes), 8) << bytes;
-        EXPECT_EQ(folder.List(), isDeleted ? Names() : Names{"file"});
+        EXPECT_EQ(folder.List(), row.isDeleted ? Names() : Names{"file"});
         close(file);
     }
     EXPECT_EQ(Write(u"/dev/fd/999", "x"), NotOpened);
