@@ -23,7 +23,7 @@ std::int32_t BoundCount(Archive& archive, Label countLabel, std::int32_t claimed
     const std::uint64_t bound = archive.CountThatFits(smallest) + kCountSlack;
     if (claimed < 0 || static_cast<std::uint64_t>(claimed) <= bound)
         return claimed;
-    ReportMessage(Message::CountCut, {LabelText::Get(countLabel), claimed, bound});
+    ReportMessage(Message::CountCut, {std::string_view(LabelText(countLabel)), claimed, bound});
     return static_cast<std::int32_t>(bound);
 }
 
@@ -32,7 +32,8 @@ void CheckElementCount(std::int32_t elementCount, std::int32_t slotCount) {
 }
 
 void ReportEntryWithoutClass(const char16_t* word, Label countLabel, std::int32_t index) {
-    ReportMessage(Message::EntryWithoutClass, {std::u16string_view(word), LabelText::Get(countLabel), index});
+    ReportMessage(Message::EntryWithoutClass,
+                  {std::u16string_view(word), std::string_view(LabelText(countLabel)), index});
 }
 
 } // namespace Corvid

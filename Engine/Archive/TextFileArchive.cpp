@@ -34,7 +34,7 @@ std::optional<std::string_view> ValueBehindLabel(const TextLine& line, Label lab
         return std::nullopt;
     const std::string_view text = SkipWhiteSpace(line.m_Text);
     const std::size_t length = LabelText::GetLength(label);
-    if (text.size() <= length || !IsWhiteSpace(text[length]) || !LabelText::Matches(label, text.data()))
+    if (text.size() <= length || !IsWhiteSpace(text[length]) || LabelText::Match(label, text.data()) == nullptr)
         return std::nullopt;
     return SkipWhiteSpace(text.substr(length));
 }
@@ -83,11 +83,10 @@ void TextFileArchive::CloseFastWay() {
 const char* TextFileArchive::FindAhead(Label label) {
     if (!m_Lines->IsAheadOpen())
         return nullptr;
-    const char* position = SkipBlanks(m_Lines->GetAhead());
-    if (!LabelText::Matches(label, position))
+    const char* const position = LabelText::Match(label, SkipBlanks(m_Lines->GetAhead()));
+    if (position == nullptr || (*position != ' ' && *position != '\t'))
         return nullptr;
-    position += LabelText::GetLength(label);
-    return *position == ' ' || *position == '\t' ? SkipBlanks(position + 1) : nullptr;
+    return SkipBlanks(position);
 }
 
 bool TextFileArchive::TakeAhead(const char* valueEnd) {
@@ -121,14 +120,14 @@ void TextFileArchive::ReportMissingLabel(Label label) {
     Check(!m_CurrentLineUnread, "! m_CurrentLineUnread");
     m_CurrentLineUnread = true;
     std::string storage;
-    ReportMessage(Message::MissingLabel, {GetPath(), LabelText::Get(label), m_LineNumber + m_LinesTakenInPlace,
-                                          TextForReport(m_CurrentLine, storage)});
+    ReportMessage(Message::MissingLabel, {GetPath(), std::string_view(LabelText(label)),
+                                          m_LineNumber + m_LinesTakenInPlace, TextForReport(m_CurrentLine, storage)});
 }
 
 bool TextFileArchive::TakeLabelLineGenerally(Label label) {
     if (m_Lines->IsAheadOpen()) {
-        const char* const position = SkipBlanks(m_Lines->GetAhead());
-        if (LabelText::Matches(label, position) && TakeAhead(position + LabelText::GetLength(label)))
+        const char* const position = LabelText::Match(label, SkipBlanks(m_Lines->GetAhead()));
+        if (position != nullptr && TakeAhead(position))
             return true;
     }
     return FindLabel(label).has_value();

@@ -72,9 +72,7 @@ inline const char* TextFileArchive::FindQuick(Label label) const {
     if ((tabs & m_QuickTabMask) != m_QuickTabs) [[unlikely]]
         return nullptr;
     position += m_TabDepth;
-    if (!LabelText::Matches(label, position)) [[unlikely]]
-        return nullptr;
-    return position + LabelText::GetLength(label);
+    return LabelText::Match(label, position);
 }
 
 inline bool TextFileArchive::TakeQuick(const char* valueEnd) {

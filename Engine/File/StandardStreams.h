@@ -9,7 +9,8 @@ namespace Corvid {
 // Windows, standard output is binary and a console shows UTF-8.
 void PrepareStandardStreams();
 
-// Writes UTF-8 bytes to standard output, unbuffered. False when they could not all be written.
+// Writes UTF-8 bytes to standard output, unbuffered. False when they could not all be written. On a Windows console a
+// character shows only when one call carries it whole.
 bool WriteStandardOutput(const char* bytes, std::size_t count);
 
 } // namespace Corvid

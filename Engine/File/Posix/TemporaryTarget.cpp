@@ -5,20 +5,17 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cinttypes>
 #include <cstdint>
-#include <cstdio>
 #include <utility>
 
 #include "Engine/File/Posix/Descriptor.h"
 #include "Engine/File/Posix/DestinationTargets.h"
 #include "Engine/File/Retry.h"
+#include "Engine/File/TemporaryName.h"
 
 namespace Corvid {
 
 namespace {
-
-constexpr int kMostNames = 16; // a taken name among 2^64 is bad luck once and a plot the second time
 
 // At a kill, the temporary stays behind and the destination stands as it was. A full disk or a size limit fails a
 // write; the temporary then goes. Two runs have a temporary each, and each rename is one step.
@@ -111,10 +108,9 @@ std::unique_ptr<DestinationTarget> MakeTemporaryTarget(const std::string& path, 
     const std::size_t folderLength = path.rfind('/') + 1; // npos + 1 is 0: no folder
     if (folderLength == path.size())
         return nullptr; // a path ending in a slash names no file
-    for (int i = 0; i < kMostNames; ++i) {
-        char name[64];
-        std::snprintf(name, sizeof name, ".recast-%ld-%016" PRIx64 ".tmp", static_cast<long>(getpid()), RandomNumber());
-        std::string temporary = path.substr(0, folderLength) + name;
+    for (int i = 0; i < kMostTemporaryNames; ++i) {
+        const TemporaryName name = MakeTemporaryName(static_cast<std::uint32_t>(getpid()), RandomNumber());
+        std::string temporary = path.substr(0, folderLength) + name.data();
         // Closed to others until it has the old file's access.
         const mode_t mode = replaced == nullptr ? 0666 : 0600;
         Descriptor file = OpenDescriptor(temporary, O_WRONLY | O_CREAT | O_EXCL, mode, patienceMilliseconds);

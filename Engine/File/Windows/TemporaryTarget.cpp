@@ -1,9 +1,10 @@
 #include <algorithm>
 #include <cstdint>
-#include <cstdio>
+#include <cstring>
 #include <utility>
 
 #include "Engine/File/Retry.h"
+#include "Engine/File/TemporaryName.h"
 #include "Engine/File/Windows/DestinationTargets.h"
 #include "Engine/File/Windows/Handle.h"
 #include "Engine/File/Windows/SystemPath.h"
@@ -12,7 +13,6 @@ namespace Corvid {
 
 namespace {
 
-constexpr int kMostNames = 16;
 constexpr int kLongestMoveMilliseconds = 2000; // a scanner lets go sooner, and an editor not at all
 constexpr DWORD kKeptAttributes =
     FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
@@ -113,12 +113,10 @@ std::unique_ptr<DestinationTarget> MakeTemporaryTarget(const std::wstring& path,
         return nullptr;
     std::string accessList = AccessList(path);
     SECURITY_ATTRIBUTES security{sizeof security, accessList.data(), FALSE};
-    for (int i = 0; i < kMostNames; ++i) {
-        wchar_t name[64];
-        const std::uint64_t number = NextNumber(i);
-        std::swprintf(name, 64, L".recast-%lu-%08lx%08lx.tmp", static_cast<unsigned long>(GetCurrentProcessId()),
-                      static_cast<unsigned long>(number >> 32), static_cast<unsigned long>(number & 0xFFFFFFFF));
-        std::wstring temporary = SystemPath(path.substr(0, folderLength) + name);
+    for (int i = 0; i < kMostTemporaryNames; ++i) {
+        const TemporaryName name = MakeTemporaryName(GetCurrentProcessId(), NextNumber(i));
+        const std::wstring wideName(name.data(), name.data() + std::strlen(name.data()));
+        std::wstring temporary = SystemPath(path.substr(0, folderLength) + wideName);
         Handle file = OpenHandle(temporary, GENERIC_WRITE, CREATE_NEW, patienceMilliseconds,
                                  accessList.empty() ? nullptr : &security);
         if (file.IsOpen())
