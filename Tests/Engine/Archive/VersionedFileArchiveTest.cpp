@@ -73,7 +73,7 @@ INSTANTIATE_TEST_SUITE_P(BothEncodings, VersionedFileArchiveTest,
 
 TEST_P(VersionedFileArchiveTest, EndsWithTheCurrentVersionOnDisk) {
     const ArchiveFormat other = GetParam() == ArchiveFormat::Text ? ArchiveFormat::Binary : ArchiveFormat::Text;
-    const auto spelled = [this](std::int32_t version) { return SpelledSettings(GetParam(), version, 9); };
+    const auto spelled = [&](std::int32_t version) { return SpelledSettings(GetParam(), version, 9); };
     const Case kCases[] = {
         {"Missing", std::nullopt, {kNotFound}, {3}, kDefaultVolume},
         {"Current", spelled(3), {}, {3}, 9},
