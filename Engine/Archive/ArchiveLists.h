@@ -1,6 +1,8 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
+#include <type_traits>
 
 #include "Engine/Archive/MeasuringArchive.h"
 #include "Engine/DataStructures/DynamicArray.h"
@@ -46,5 +48,27 @@ template <class T> T& NextElement(DynamicVector<T>& list, std::int32_t) {
 template <class T, int MAX_SIZE> T& NextElement(FixedVector<T, MAX_SIZE>& list, std::int32_t) {
     return list.Append();
 }
+
+// Gives the elements that loading did not reach, however it ended, their initial value: a type without one of its own
+// would carry whatever stood in memory into a file.
+template <class List> class ElementsNotReached {
+public:
+    ElementsNotReached(List&, const std::int32_t&) {}
+};
+
+template <class T> class ElementsNotReached<DynamicArray<T>> {
+public:
+    ElementsNotReached(DynamicArray<T>& list, const std::int32_t& reached) : m_List(list), m_Reached(reached) {}
+    ~ElementsNotReached() {
+        if constexpr (std::is_trivially_default_constructible_v<T>)
+            std::fill(m_List.begin() + std::min(m_Reached, m_List.GetSize()), m_List.end(), T{});
+    }
+    ElementsNotReached(const ElementsNotReached&) = delete;
+    ElementsNotReached& operator=(const ElementsNotReached&) = delete;
+
+private:
+    DynamicArray<T>& m_List;
+    const std::int32_t& m_Reached;
+};
 
 } // namespace Corvid

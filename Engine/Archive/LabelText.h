@@ -7,10 +7,6 @@
 
 #include "Engine/Archive/Label.h"
 
-#ifdef __SSE2__
-#include <emmintrin.h>
-#endif
-
 namespace Corvid {
 
 // A label's characters, one byte each, as files hold them. The copy is for reports and rare uses; archives match and
@@ -25,60 +21,74 @@ public:
     static constexpr std::size_t kAccessibleBytes = 48;
 
     static std::size_t GetLength(Label label) {
-        const std::uint64_t length = WordsOf(label).m_Words[1] >> 56;
-        return length != 0 ? static_cast<std::size_t>(length) : LongOf(label).m_Length;
+        return IsShort(label) ? ShortLength(label) : std::bit_cast<Label::Long>(label).m_Length;
     }
 
     // The place behind the label if `bytes` begins with it, else null.
     static const char* Match(Label label, const char* bytes) {
-        const Label::Short words = WordsOf(label);
-        const std::uint64_t length = words.m_Words[1] >> 56;
-        if (length == 0) [[unlikely]]
-            return MatchLong(LongOf(label), bytes);
-#ifdef __SSE2__
-        const __m128i expected =
-            _mm_set_epi64x(static_cast<std::int64_t>(words.m_Words[1]), static_cast<std::int64_t>(words.m_Words[0]));
-        const __m128i equal = _mm_cmpeq_epi8(expected, _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes)));
-        const auto different = static_cast<std::uint32_t>(~_mm_movemask_epi8(equal));
-        return static_cast<std::uint32_t>(std::countr_zero(different)) >= length ? bytes + length : nullptr;
-#else
-        return std::memcmp(bytes, words.m_Words, static_cast<std::size_t>(length)) == 0 ? bytes + length : nullptr;
-#endif
+        return IsShort(label) ? MatchShort(label, bytes) : MatchLong(label, bytes);
     }
-
     // Returns the end; may scribble behind it.
     static char* Write(Label label, char* bytes) {
-        const Label::Short words = WordsOf(label);
-        const std::uint64_t length = words.m_Words[1] >> 56;
-        if (length == 0) [[unlikely]]
-            return WriteLong(LongOf(label), bytes);
-        std::memcpy(bytes, words.m_Words, sizeof words.m_Words);
-        return bytes + length;
+        return IsShort(label) ? WriteShort(label, bytes) : WriteLong(label, bytes);
     }
+
+    // The same for short labels only.
+    static bool IsShort(Label label) { return ShortLength(label) != 0; }
+    static const char* MatchShort(Label label, const char* bytes);
+    static char* WriteShort(Label label, char* bytes);
 
 private:
-    static Label::Short WordsOf(Label label) {
-        return std::bit_cast<Label::Short>(label);
+    static std::size_t ShortLength(Label label) {
+        return static_cast<std::size_t>(std::bit_cast<Label::Short>(label).m_Words[1] >> 56);
     }
-    static Label::Long LongOf(Label label) {
-        return std::bit_cast<Label::Long>(label);
-    }
-
-    static const char* MatchLong(const Label::Long& label, const char* bytes) {
-        for (std::uint32_t i = 0; i < label.m_Length; ++i) {
-            if (bytes[i] != static_cast<char>(label.m_Text[i]))
-                return nullptr;
-        }
-        return bytes + label.m_Length;
-    }
-    static char* WriteLong(const Label::Long& label, char* bytes) {
-        for (std::uint32_t i = 0; i < label.m_Length; ++i)
-            *bytes++ = static_cast<char>(label.m_Text[i]);
-        return bytes;
-    }
+    static const char* MatchLong(Label label, const char* bytes);
+    static char* WriteLong(Label label, char* bytes);
 
     char m_Bytes[kAccessibleBytes];
     std::size_t m_Length;
 };
+
+// Word by word, and no further than the label: in a vector register the two words would have to go through memory.
+inline const char* LabelText::MatchShort(Label label, const char* bytes) {
+    const auto [words] = std::bit_cast<Label::Short>(label);
+    const std::size_t length = ShortLength(label);
+    std::uint64_t found;
+    std::memcpy(&found, bytes, sizeof found);
+    std::uint64_t different = found ^ words[0];
+    if (length > sizeof found) {
+        if (different != 0)
+            return nullptr;
+        std::memcpy(&found, bytes + sizeof found, sizeof found);
+        different = found ^ words[1];
+    }
+    // Shifts out what lies behind the label: 0 to 7 bytes.
+    return different << (-8 * length % 64) == 0 ? bytes + length : nullptr;
+}
+
+inline char* LabelText::WriteShort(Label label, char* bytes) {
+    const auto [words] = std::bit_cast<Label::Short>(label);
+    const std::size_t length = ShortLength(label);
+    std::memcpy(bytes, &words[0], sizeof words[0]);
+    if (length > sizeof words[0])
+        std::memcpy(bytes + sizeof words[0], &words[1], sizeof words[1]);
+    return bytes + length;
+}
+
+inline const char* LabelText::MatchLong(Label label, const char* bytes) {
+    const auto text = std::bit_cast<Label::Long>(label);
+    for (std::uint32_t i = 0; i < text.m_Length; ++i) {
+        if (bytes[i] != static_cast<char>(text.m_Text[i]))
+            return nullptr;
+    }
+    return bytes + text.m_Length;
+}
+
+inline char* LabelText::WriteLong(Label label, char* bytes) {
+    const auto text = std::bit_cast<Label::Long>(label);
+    for (std::uint32_t i = 0; i < text.m_Length; ++i)
+        *bytes++ = static_cast<char>(text.m_Text[i]);
+    return bytes;
+}
 
 } // namespace Corvid

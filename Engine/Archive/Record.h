@@ -50,8 +50,10 @@ public:
         if (count > kCountSlack)
             count = BoundCount(m_Archive, countLabel, count, SmallestElement<Element>(label));
         BeginElements(m_Archive, list, count);
-        for (std::int32_t i = 0; i < count && !m_Archive.IsStopped(); ++i)
-            Value(label, NextElement(list, i));
+        std::int32_t reached = 0;
+        const ElementsNotReached rest(list, reached);
+        for (; reached < count && !m_Archive.IsStopped(); ++reached)
+            Value(label, NextElement(list, reached));
     }
 
     // A count that is always the number of slots, then an element for each. Elements beyond the slots are dropped,

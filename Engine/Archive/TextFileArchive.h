@@ -81,11 +81,12 @@ public:
 
 private:
     // There are three ways to read a line, each a shortcut to what the next does for the same line, and each handing on
-    // what it does not know. The quick way takes a line that looks as this archive writes it, without a loop
-    // (TextFileArchiveQuick.cpp). The way ahead takes a value where it stands in the window, with any blanks, line end
-    // and number shape. The general way cuts out the line first.
+    // what it does not know. The quick way takes a line with a short label that looks as this archive writes it,
+    // without a loop (TextFileArchiveQuick.cpp). The way ahead takes a value where it stands in the window, with any
+    // blanks, line end and number shape. The general way cuts out the line first.
     const char* FindQuick(Label label) const; // the place of the value, or null
     bool TakeQuick(const char* valueEnd);
+    bool IsQuick(Label label) const;
     void UpdateQuick();
     void SetTabDepth(int depth);
 

@@ -115,19 +115,19 @@ bool IsQuickFloat(float value) {
 } // namespace
 
 void TextFileArchive::WriteInt(Label label, std::int32_t value) {
-    if (!m_IsQuick || static_cast<std::uint32_t>(value) >= kQuickInts) [[unlikely]]
+    if (!IsQuick(label) || static_cast<std::uint32_t>(value) >= kQuickInts) [[unlikely]]
         return WriteIntOfAnySize(label, value);
     EndLine(FormatInt(BeginQuickLine(label), value));
 }
 
 void TextFileArchive::WriteFloat(Label label, float value) {
-    if (!m_IsQuick || !IsQuickFloat(value)) [[unlikely]]
+    if (!IsQuick(label) || !IsQuickFloat(value)) [[unlikely]]
         return WriteFloatInAnyForm(label, value);
     EndLine(FormatFloat(BeginQuickLine(label), value));
 }
 
 void TextFileArchive::WriteVector3(Label label, const Vector3& value) {
-    if (!m_IsQuick || !IsQuickFloat(value.x) || !IsQuickFloat(value.y) || !IsQuickFloat(value.z)) [[unlikely]]
+    if (!IsQuick(label) || !IsQuickFloat(value.x) || !IsQuickFloat(value.y) || !IsQuickFloat(value.z)) [[unlikely]]
         return WriteVector3InAnyForm(label, value);
     char* out = TextLineShape::Append(BeginQuickLine(label), "[ ", 2);
     out = FormatFloat(out, value.x);
@@ -139,7 +139,7 @@ void TextFileArchive::WriteVector3(Label label, const Vector3& value) {
 }
 
 void TextFileArchive::WriteColor(Label label, const Color& value) {
-    if (!m_IsQuick || value != Color{}) [[unlikely]]
+    if (!IsQuick(label) || value != Color{}) [[unlikely]]
         return WriteColorOfAnyValue(label, value);
     char* const out = BeginQuickLine(label);
     *out = '0';
@@ -147,7 +147,7 @@ void TextFileArchive::WriteColor(Label label, const Color& value) {
 }
 
 void TextFileArchive::WriteLabeledObject(Label label, const Archivable& object) {
-    EndLine((m_IsQuick ? BeginQuickLine(label) : BeginLine(label)) - 1);
+    EndLine((IsQuick(label) ? BeginQuickLine(label) : BeginLine(label)) - 1);
     ++m_TabDepth;
     if (m_TabDepth > TextLineShape::kTabBlock) [[unlikely]]
         UpdateQuickWriting();

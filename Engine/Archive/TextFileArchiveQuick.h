@@ -32,13 +32,17 @@ inline bool IsLineEnd(const char* position) {
 
 } // namespace TextLineShape
 
+inline bool TextFileArchive::IsQuick(Label label) const {
+    return m_IsQuick && LabelText::IsShort(label);
+}
+
 // Writing ------------------------------------------------------------------------------------------------------------
 
 // The indentation, the label and a blank; the value goes to the returned place.
 inline char* TextFileArchive::BeginQuickLine(Label label) {
     char* out = GetOutput().GetPosition();
     std::memset(out, '\t', TextLineShape::kTabBlock);
-    out = LabelText::Write(label, out + m_TabDepth);
+    out = LabelText::WriteShort(label, out + m_TabDepth);
     *out = ' ';
     return out + 1;
 }
@@ -64,7 +68,7 @@ inline void TextFileArchive::SetTabDepth(int depth) {
 
 inline const char* TextFileArchive::FindQuick(Label label) const {
     const InputStream& input = GetInput();
-    if (!m_IsQuick || !input.HasLookahead()) [[unlikely]]
+    if (!IsQuick(label) || !input.HasLookahead()) [[unlikely]]
         return nullptr;
     const char* position = input.GetPosition();
     std::uint64_t tabs;
@@ -72,7 +76,7 @@ inline const char* TextFileArchive::FindQuick(Label label) const {
     if ((tabs & m_QuickTabMask) != m_QuickTabs) [[unlikely]]
         return nullptr;
     position += m_TabDepth;
-    return LabelText::Match(label, position);
+    return LabelText::MatchShort(label, position);
 }
 
 inline bool TextFileArchive::TakeQuick(const char* valueEnd) {
