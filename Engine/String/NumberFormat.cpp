@@ -27,7 +27,7 @@ char* FormatPadded(char* out, std::uint32_t value, int digits) {
 
 // fraction * 2^-shift * scale, rounded half to even to an integer; fraction < 2^shift and < 2^53, scale <= 10^6.
 std::uint32_t ScaleFraction(std::uint64_t fraction, int shift, std::uint32_t scale) {
-    if (shift > 80) // the product is below 2^73, less than a half
+    if (shift > 73) // the product is below 2^73, less than a half
         return 0;
     if (shift <= 32) {
         fraction <<= 32;

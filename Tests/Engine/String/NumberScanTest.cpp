@@ -142,6 +142,7 @@ TEST(NumberScan, FloatsTakeEveryDecimalShape) {
         {"12345678.123456 ", 15, 12345678.123456f},
         {"-12345678.123456 ", 16, -12345678.123456f},
         {"123456789.123456 ", 16, 123456789.123456f},
+        {"+12345678.1234567 ", 17, 12345678.1234567f},
         {"123456789012.345678 ", 19, 123456789012.345678f},
         {"1.234567e2 ", 10, 123.4567f},
         {"1.234567E-2 ", 11, 0.01234567f},
@@ -193,8 +194,8 @@ TEST(NumberScan, FloatsRoundOnceAndToEven) {
         {"16777217", kAll, 16777216.0f},
         {"16777217.0000000000000000000000000001", kAll, 16777218.0f},
         // The nearest double is the middle, the text is not.
-        {"5.62798410654068e-01", kAll, 0x1.20271ep-1f},
-        {"-2.19363272190094e+00", kAll, -0x1.18c8f6p+1f},
+        {"562798410654068e-15", kAll, 0x1.20271ep-1f},
+        {"-219363272190094e-14", kAll, -0x1.18c8f6p+1f},
         // The ends of the range.
         {"340282346638528859811704183484516925440", kAll, kMaximum},
         {"340282356779733661637539395458142568447", kAll, kMaximum},
@@ -208,6 +209,10 @@ TEST(NumberScan, FloatsRoundOnceAndToEven) {
         {"-1e-60", kAll, -0.0f},
         {"-1000000000000e-99999", kAll, -0.0f},
         {"0e99999", kAll, 0.0f},
+        {"-0.00000000000000000000000000000000000000000000000000000000000001e9", kAll, -0.0f},
+        // The first powers of ten that a double does not hold.
+        {"1e23", kAll, 1e23f},
+        {"-1e-23", kAll, -1e-23f},
     };
     for (const auto& row : kRows)
         ExpectRow(kScanFloat, row);
