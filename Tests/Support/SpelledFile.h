@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <bit>
 #include <cstdint>
 #include <cstdio>
@@ -40,6 +41,21 @@ public:
         }
         return Line(label, text.replace(text.size() - 1, 1, "]"));
     }
+    SpelledFile& Vector(const char* label, const std::array<float, 3>& vector) {
+        return Line(label, AddVector(vector));
+    }
+    // `packed` in hexadecimal, and its bytes from red to alpha.
+    SpelledFile& Color(const char* label, const char* packed, const std::array<int, 4>& channels) {
+        for (const int channel : channels)
+            AddInt(std::bit_cast<std::uint32_t>(static_cast<float>(channel) * 0.00392156886f));
+        return Line(label, packed);
+    }
+    SpelledFile& Matrix(const char* label, const std::array<std::array<float, 3>, 3>& rows) {
+        Begin(label);
+        for (const std::array<float, 3>& row : rows)
+            Line("", AddVector(row));
+        return End();
+    }
 
     // A nested record.
     SpelledFile& Begin(const char* label) {
@@ -56,6 +72,14 @@ private:
     SpelledFile& Line(const char* label, const std::string& value) {
         m_Lines += m_Indentation + label + ' ' + value + "\r\n";
         return *this;
+    }
+    std::string AddVector(const std::array<float, 3>& vector) {
+        std::string text = "[";
+        for (const float value : vector) {
+            AddInt(std::bit_cast<std::uint32_t>(value));
+            text += ' ' + std::to_string(value);
+        }
+        return text + " ]";
     }
     void AddInt(std::uint32_t value) {
         for (int shift = 0; shift < 32; shift += 8)
