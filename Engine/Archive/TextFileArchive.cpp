@@ -383,7 +383,7 @@ void TextFileArchive::CopyString(std::string_view text, char16_t* buffer, int ca
         if (first >= 0x10000)
             isFitting = append(LowSurrogate(first));
     }
-    const std::string_view behindQuote(position, static_cast<std::size_t>(end - position));
+    const TextLine behindQuote{{position, static_cast<std::size_t>(end - position)}, 0, m_CurrentLine.m_LastUnit};
     if (position != end && end[-1] == '\n') {
         --end;
         if (position != end && end[-1] == '\r')
@@ -397,9 +397,10 @@ void TextFileArchive::CopyString(std::string_view text, char16_t* buffer, int ca
     buffer[numCharsCopied] = 0;
 
     if (isFitting && !isTerminated) {
-        std::string storage;
-        ReportMessage(Message::UnterminatedString, {behindQuote, GetPath(), m_LineNumber + m_LinesTakenInPlace,
-                                                    TextForReport(m_CurrentLine, storage)});
+        std::string storages[2];
+        ReportMessage(Message::UnterminatedString,
+                      {TextForReport(behindQuote, storages[0]), GetPath(), m_LineNumber + m_LinesTakenInPlace,
+                       TextForReport(m_CurrentLine, storages[1])});
     }
 }
 
@@ -424,9 +425,10 @@ void TextFileArchive::SkipToLabel(Label either, Label other) {
     while (!m_Lines->IsAtEnd()) {
         const TextLine line = m_Lines->Peek();
         if (ValueBehindLabel(line, either) || ValueBehindLabel(line, other))
-            return;
+            break;
         m_Lines->Take();
     }
+    UpdateQuick();
 }
 
 void TextFileArchive::ReportUnreadInput() {
@@ -462,7 +464,7 @@ ReportPosition TextFileArchive::GetPosition() const {
     if (!m_Lines)
         return {};
     const std::uint64_t taken = GetPhysicalLinesTaken();
-    return {ReportPosition::Kind::Line, m_CurrentLineUnread ? taken + 1 : taken};
+    return {ReportPosition::Kind::Line, m_CurrentLineUnread || m_Lines->IsInsideLine() ? taken + 1 : taken};
 }
 
 } // namespace Corvid

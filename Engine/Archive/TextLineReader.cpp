@@ -56,8 +56,10 @@ const char* TextLineReader::FindPieceEnd(TextLine& line) {
 }
 
 void TextLineReader::Take() {
-    if (m_PieceEnd != m_Input.GetPosition() && m_PieceEnd[-1] == '\n')
-        ++m_LinesTaken;
+    if (m_PieceEnd != m_Input.GetPosition()) {
+        m_IsInsideLine = m_PieceEnd[-1] != '\n';
+        m_LinesTaken += m_IsInsideLine ? 0 : 1;
+    }
     m_Input.SetPosition(m_PieceEnd);
     m_FirstUnit = m_NextFirstUnit;
 }

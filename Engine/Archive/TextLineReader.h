@@ -34,13 +34,14 @@ public:
 
     bool IsAtEnd() { return m_FirstUnit == 0 && !m_Input.Ensure(1); }
     std::uint64_t GetLinesTaken() const { return m_LinesTaken; } // whole ones, by Take()
+    bool IsInsideLine() const { return m_IsInsideLine; }         // what Take() took last was no whole line
 
     // The way ahead reads a line where it stands. While it is open, the window holds the next line up to its end, as
     // far as that is a line of less than kMaxLineUnits bytes, in front of InputStream::kPadding zero bytes at the end
     // of the input. TakeAhead() moves behind the line if `end`, where its value ended, is its end but for blanks; if it
-    // refuses, nothing has happened. Lines taken like this do not count in GetLinesTaken().
+    // refuses, nothing has happened. Lines taken like this do not count in GetLinesTaken(). It is closed inside a line.
     bool IsAheadOpen();
-    bool IsAheadAllowed() const { return !m_IsAheadClosed && m_FirstUnit == 0; } // but for a window to be refilled
+    bool IsAheadAllowed() const { return !m_IsAheadClosed && !m_IsInsideLine; } // but for a window to be refilled
     const char* GetAhead() const { return m_Input.GetPosition(); }
     const char* GetAheadEnd() const { return m_Input.GetEnd(); }
     bool TakeAhead(const char* end);
@@ -56,6 +57,7 @@ private:
     const char* m_PieceEnd = nullptr; // of the line that Peek() gave
     char16_t m_FirstUnit = 0;
     char16_t m_NextFirstUnit = 0;
+    bool m_IsInsideLine = false;
     bool m_IsAheadClosed = false;
 };
 
