@@ -18,6 +18,6 @@ if ! HasGoogleTest; then
     InstallPackages libgtest-dev libgmock-dev || echo "GoogleTest could not be installed with apt-get." >&2
 fi
 
-cmake -S "$root" -B "$build" -DCORVID_BUILD_TESTS=ON || exit 1
+cmake -S "$root" -B "$build" -DCORVID_BUILD_TESTS=ON -DCORVID_BUILD_MANUAL=OFF || exit 1
 cmake --build "$build" -j "$(nproc)" || exit 1
 exec ctest --test-dir "$build" --output-on-failure -j "$(nproc)" "$@"
