@@ -109,16 +109,15 @@ public:
 
     void Format(float value) {
         char expected[kMaxFloatText + 1];
-        const auto length =
-            static_cast<std::size_t>(std::snprintf(expected, sizeof(expected), "%f", static_cast<double>(value)));
+        std::snprintf(expected, sizeof(expected), "%f", static_cast<double>(value));
+        if (std::isnan(value)) // libraries differ in the sign
+            std::strcpy(expected, std::signbit(value) ? "-nan" : "nan");
         char text[kMaxFloatText + kFormatSlack];
         char general[kMaxFloatText + kFormatSlack];
-        const bool same = FormatFloat(text, value) == text + length && std::memcmp(text, expected, length) == 0 &&
-                          FormatFloatOfAnySize(general, value) == general + length &&
-                          std::memcmp(general, expected, length) == 0;
-        if (!same)
-            Fail("format %a: %.50s, general way %.50s, expected %.50s\n", static_cast<double>(value), text, general,
-                 expected);
+        *FormatFloat(text, value) = '\0';
+        *FormatFloatOfAnySize(general, value) = '\0';
+        if (std::strcmp(text, expected) != 0 || std::strcmp(general, expected) != 0)
+            Fail("format %a: %s, general way %s, expected %s\n", static_cast<double>(value), text, general, expected);
     }
 
 private:
@@ -189,7 +188,7 @@ void CheckOtherTexts(Checker& checker, std::uint64_t count) {
     for (std::uint64_t i = 0; i < count; ++i) {
         const std::uint64_t bits = random.Next();
         text.Begin((bits & 1) != 0);
-        text.AppendFixed(random.Next() >> (1 + (bits >> 1) % 62), (bits >> 8) % 10);
+        text.AppendFixed(random.Next() >> (1 + (bits >> 1) % 62), static_cast<std::size_t>((bits >> 8) % 10));
         if ((bits >> 16) % 2 == 0) {
             text.Append((bits >> 17) % 2 == 0 ? 'e' : 'E');
             if (const std::uint64_t sign = (bits >> 18) % 3; sign != 0)

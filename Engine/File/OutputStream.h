@@ -16,8 +16,9 @@ protected:
 // Output gathered in one small, reused window and handed on in blocks.
 class OutputStream {
 public:
-    static constexpr std::size_t kWindowSize = 256 * 1024; // bytes
-    static constexpr std::size_t kRoom = 8 * 1024;         // bytes that may be written at the position at any time
+    static constexpr std::size_t kWindowSize = 256 * 1024;     // bytes
+    static constexpr std::size_t kFirstWindowSize = 32 * 1024; // all that a small file needs
+    static constexpr std::size_t kRoom = 8 * 1024; // bytes that may be written at the position at any time
 
     explicit OutputStream(ByteSink& sink); // which outlives the stream
 
@@ -35,8 +36,11 @@ public:
     void Flush();
 
 private:
+    void SetWindow(std::size_t size);
+
     ByteSink& m_Sink;
     std::unique_ptr<char[]> m_Window;
+    std::size_t m_WindowSize;
     char* m_Position;
     char* m_Limit; // kRoom in front of the window's end
 };

@@ -7,13 +7,16 @@
 
 #include <cerrno>
 #include <csignal>
+#include <iterator>
 
 namespace Corvid {
 
 void PrepareStandardStreams() {
-    for (int stream = STDIN_FILENO; stream <= STDERR_FILENO; ++stream) {
+    pollfd streams[] = {{STDIN_FILENO, 0, 0}, {STDOUT_FILENO, 0, 0}, {STDERR_FILENO, 0, 0}};
+    poll(streams, std::size(streams), 0); // tells of closed ones in one call
+    for (const pollfd& stream : streams) {
         // A new descriptor gets the lowest free number: this one, since those below are open by now.
-        if (fcntl(stream, F_GETFD) < 0 && open("/dev/null", O_RDWR) < 0)
+        if ((stream.revents & POLLNVAL) != 0 && open("/dev/null", O_RDWR) < 0)
             open("/", O_PATH); // holds the number, takes no bytes
     }
     std::signal(SIGPIPE, SIG_IGN);

@@ -42,8 +42,12 @@ public:
         : m_Vertices(vertices.begin()), m_Faced(faced.begin()), m_Tolerance(radius * 0.01f), m_Lists(lists) {}
 
     void Build(std::span<const std::uint64_t> order, DirectionMask directions) {
-        for (const std::uint64_t entry : order) {
-            const std::int32_t index = VertexOrder::IndexOf(entry);
+        for (std::size_t i = 0; i < order.size(); ++i) {
+            // The order jumps about in memory: large meshes would wait for every vertex.
+            constexpr std::size_t kDistance = 16;
+            if (i + kDistance < order.size())
+                __builtin_prefetch(&m_Vertices[VertexOrder::IndexOf(order[i + kDistance])].m_Position);
+            const std::int32_t index = VertexOrder::IndexOf(order[i]);
             unsigned faced = m_Faced[index] & directions;
             for (; faced != 0; faced &= faced - 1)
                 Offer(std::countr_zero(faced), index);
