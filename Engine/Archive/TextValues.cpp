@@ -19,13 +19,12 @@ public:
         return true;
     }
 
-    // "Bits=", behind any white space but with none inside.
-    bool BitsMark() {
-        constexpr std::string_view kMark = "Bits=";
+    // Behind any white space but with none inside.
+    bool Mark(std::string_view mark) {
         SkipWhiteSpace();
-        if (!std::string_view(m_Position, static_cast<std::size_t>(m_End - m_Position)).starts_with(kMark))
+        if (!std::string_view(m_Position, static_cast<std::size_t>(m_End - m_Position)).starts_with(mark))
             return false;
-        m_Position += kMark.size();
+        m_Position += mark.size();
         return true;
     }
 
@@ -58,9 +57,8 @@ int ScanFloats(ValueScanner& scanner, float* values, int count) {
     return count;
 }
 
+// Behind the bracket.
 int ScanInts(ValueScanner& scanner, std::int32_t* values, int count) {
-    if (!scanner.Literal('['))
-        return 0;
     for (int i = 0; i < count; ++i) {
         if ((i > 0 && !scanner.Literal(',')) || !scanner.Number(&ScanInt, values[i]))
             return i;
@@ -97,7 +95,7 @@ int ScanFloatsValue(std::string_view text, float* values, int count) {
 
 int ScanIntsValue(std::string_view text, std::int32_t* values, int count) {
     ValueScanner scanner(text);
-    return ScanInts(scanner, values, count);
+    return scanner.Literal('[') ? ScanInts(scanner, values, count) : 0;
 }
 
 int ScanFloatBits(std::string_view text, float& value) {
@@ -106,7 +104,7 @@ int ScanFloatBits(std::string_view text, float& value) {
     std::int32_t bits;
     if (!scanner.Number(&ScanFloat, shown))
         return 0;
-    if (!scanner.BitsMark() || !scanner.Number(&ScanInt, bits))
+    if (!scanner.Mark("Bits=") || !scanner.Number(&ScanInt, bits))
         return 1;
     value = std::bit_cast<float>(bits);
     return 2;
@@ -118,7 +116,7 @@ int ScanDoubleBits(std::string_view text, double& value) {
     std::int64_t bits;
     if (!scanner.Number(&ScanDouble, shown))
         return 0;
-    if (!scanner.BitsMark() || !scanner.Number(&ScanInt64, bits))
+    if (!scanner.Mark("Bits=") || !scanner.Number(&ScanInt64, bits))
         return 1;
     value = std::bit_cast<double>(bits);
     return 2;
@@ -130,7 +128,7 @@ int ScanFloatsBits(std::string_view text, float* values, int count) {
     float shown[kMaxCount];
     std::int32_t bits[kMaxCount];
     const int shownCount = ScanFloats(scanner, shown, count);
-    if (shownCount < count || !scanner.Literal(']') || !scanner.BitsMark())
+    if (shownCount < count || !scanner.Literal(']') || !scanner.Mark("Bits=["))
         return shownCount;
     const int bitsCount = ScanInts(scanner, bits, count);
     for (int i = 0; i < bitsCount; ++i)
