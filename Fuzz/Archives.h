@@ -1,0 +1,97 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "Engine/Archive/FileArchiveSystem.h"
+#include "Engine/Archive/TextFileArchive.h"
+#include "Engine/Report/Reporter.h"
+
+// What the fuzz targets share: archives over memory, and what one loading did.
+namespace Corvid::Fuzz {
+
+// Ends the run, with `statement`, where it does not hold.
+void Require(bool holds, const char* statement);
+
+// Reduces all reports of a thread to one number, their positions included. An archive that causes very many is stopped:
+// they are all alike, and a count that is far too large would take up the time of many other inputs.
+class ReportTrace final : public ReportSink {
+public:
+    ReportTrace() : m_Reporter(*this) {}
+
+    void Watch(Archive* archive) { m_Archive = archive; }
+
+    void Take(const Report& report) override;
+
+    std::uint64_t GetHash() const { return m_Hash; }
+
+    // Reports that a file of the engine's own making must not cause: all but those about values that an object keeps.
+    int GetComplaintCount() const { return m_ComplaintCount; }
+
+private:
+    void Add(std::string_view bytes);
+    void Add(std::uint64_t number) { Add({reinterpret_cast<const char*>(&number), sizeof number}); }
+
+    Archive* m_Archive = nullptr;
+    std::uint64_t m_Hash = 0;
+    int m_Count = 0;
+    int m_ComplaintCount = 0;
+    std::string m_Text;
+    Reporter m_Reporter;
+};
+
+// The two ways of reading text.
+enum class Way { Fast, General };
+
+// What a loading tells beside the object.
+struct Trace {
+    bool m_HasArchive = false;
+    std::uint64_t m_Reports = 0;
+    int m_ComplaintCount = 0;
+    ReportPosition m_End;
+    std::uint32_t m_Checksum = 0;
+
+    bool operator==(const Trace& other) const {
+        return m_HasArchive == other.m_HasArchive && m_Reports == other.m_Reports &&
+               m_End.m_Value == other.m_End.m_Value && m_Checksum == other.m_Checksum;
+    }
+};
+
+// A fuzz input as a file of the format: the header is put in front unless it is there.
+std::string AsFile(std::string_view input, ArchiveFormat format);
+
+template <class Kind> Trace Load(const std::string& file, typename Kind::Object& object, Way way = Way::Fast) {
+    Trace trace;
+    ReportTrace reports;
+    FileArchiveSystem archives;
+    std::unique_ptr<FileArchive> archive = archives.OpenForReading(File::ReadFromMemory(u"memory", file));
+    trace.m_HasArchive = archive != nullptr;
+    if (archive != nullptr) {
+        reports.Watch(archive.get());
+        auto* const text = dynamic_cast<TextFileArchive*>(archive.get());
+        if (text != nullptr && way == Way::General)
+            text->CloseFastWay();
+        Kind::Load(*archive, object);
+        trace.m_End = archive->GetPosition();
+        trace.m_Checksum = archive->GetChecksum();
+        archive->ReportUnreadInput();
+        archives.Release(std::move(archive));
+    }
+    trace.m_Reports = reports.GetHash();
+    trace.m_ComplaintCount = reports.GetComplaintCount();
+    return trace;
+}
+
+template <class Kind> std::string Save(const typename Kind::Object& object, ArchiveFormat format) {
+    std::string file;
+    FileArchiveSystem archives;
+    auto archive = archives.OpenForWriting(File::WriteToMemory(u"memory", file), format);
+    Kind::Save(*archive, object);
+    archives.Release(std::move(archive));
+    return file;
+}
+
+} // namespace Corvid::Fuzz

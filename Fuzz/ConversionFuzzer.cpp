@@ -1,0 +1,63 @@
+// One kind of file in one encoding, both set by the build: any input is loaded and saved in both encodings, twice. The
+// second time text goes the general way and memory holds other bytes beforehand; nothing may come out differently.
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "Fuzz/Archives.h"
+#include "Fuzz/HeapWatch.h"
+#include "Fuzz/Kinds.h"
+
+namespace Corvid::Fuzz {
+
+namespace {
+
+using Kind = CORVID_FUZZ_KIND;
+constexpr ArchiveFormat kFormat = ArchiveFormat::CORVID_FUZZ_FORMAT;
+
+// What a run promises of any input: at most so much, and so many times the input.
+constexpr std::size_t kMebibyte = std::size_t(1) << 20;
+constexpr std::size_t kMostMemory = 64 * kMebibyte, kMemoryPerByte = 40;
+constexpr std::size_t kLargestOutput = 4 * kMebibyte, kOutputPerByte = 256;
+
+// Where the slack of a count makes an object large, its text says no more than its bytes do.
+constexpr std::size_t kLargestForText = 64 * 1024;
+
+struct Conversion {
+    Trace m_Trace;
+    std::string m_Text;
+    std::string m_Binary;
+};
+
+Conversion Convert(const std::string& file, Way way, unsigned char fill) {
+    Conversion result;
+    result.m_Text.reserve(file.size() * 4);
+    result.m_Binary.reserve(file.size() * 4);
+    const HeapWatch watch(fill);
+    typename Kind::Object object;
+    result.m_Trace = Load<Kind>(file, object, way);
+    Kind::Finish(object);
+    result.m_Binary = Save<Kind>(object, ArchiveFormat::Binary);
+    if (result.m_Binary.size() <= kLargestForText)
+        result.m_Text = Save<Kind>(object, ArchiveFormat::Text);
+    Require(watch.GetPeak() <= kMostMemory + kMemoryPerByte * file.size(), "memory stays within its bound");
+    return result;
+}
+
+} // namespace
+
+} // namespace Corvid::Fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    using namespace Corvid::Fuzz;
+    const std::string file = AsFile({reinterpret_cast<const char*>(data), size}, kFormat);
+    const Conversion first = Convert(file, Way::Fast, 0x00);
+    const Conversion second = Convert(file, Way::General, 0xA5);
+    Require(first.m_Trace == second.m_Trace, "both loadings report the same, at the same places");
+    Require(first.m_Binary == second.m_Binary, "both loadings give the same object");
+    Require(first.m_Text == second.m_Text, "both loadings give the same text");
+    const std::size_t largest = kLargestOutput + kOutputPerByte * file.size();
+    Require(first.m_Text.size() <= largest && first.m_Binary.size() <= largest, "output stays within its bound");
+    return 0;
+}
