@@ -7,18 +7,20 @@ function(corvid_target target)
     set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
     target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR})
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wshadow -Wconversion
-        # Float results are part of the file format: no fused operations, on any processor.
-        -ffp-contract=off
         # Assertions name their source file from the project's root, wherever it was built.
         -ffile-prefix-map=${PROJECT_SOURCE_DIR}/=)
     if(CORVID_WARNINGS_AS_ERRORS)
         target_compile_options(${target} PRIVATE -Werror)
     endif()
+
+    # How code is generated is public: whoever uses the library compiles its inline functions, too, and the linker keeps
+    # one version of each. Float results are part of the file format: no fused operations, on any processor.
+    target_compile_options(${target} PUBLIC -ffp-contract=off)
     if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|AMD64)$" AND CMAKE_SIZEOF_VOID_P EQUAL 8
        AND CORVID_HAS_X86_64_V2 AND NOT CORVID_BASELINE_CPU)
-        target_compile_options(${target} PRIVATE -march=x86-64-v2)
+        target_compile_options(${target} PUBLIC -march=x86-64-v2)
     elseif(CMAKE_SIZEOF_VOID_P EQUAL 4 AND CMAKE_SYSTEM_PROCESSOR MATCHES "86")
-        target_compile_options(${target} PRIVATE -msse2 -mfpmath=sse)
+        target_compile_options(${target} PUBLIC -msse2 -mfpmath=sse)
     endif()
     if(CORVID_SANITIZERS)
         target_compile_options(${target} PRIVATE -fsanitize=${CORVID_SANITIZERS} -fno-sanitize-recover=all

@@ -1,0 +1,51 @@
+#!/usr/bin/env bash
+# check.sh build-folder: makes the Debian packages out of a build of the preset "package" and looks at what they hold.
+# The manual pages are correct, lintian finds no error, the packed program converts an example as it should be, and a
+# program of somebody else's builds against the packed library. Checks whose tool is missing are skipped.
+set -uo pipefail
+
+root=$(dirname "$(readlink -f "$0")")/..
+build=$(readlink -f "$1")
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+
+Fail() {
+    echo "check.sh: $1" >&2
+    exit 1
+}
+
+Has() {
+    command -v "$1" >/dev/null && return 0
+    echo "skipped: $2 ($1 is missing)"
+    return 1
+}
+
+if Has mandoc "manual pages"; then
+    # Each page refers to the other one, and neither is installed.
+    mandoc -T lint "$root/Docs/recast.1" "$build/recast-archive.5" |
+        grep -v 'referenced manual not found: Xr recast' && Fail "the manual pages are not clean"
+fi
+
+Has dpkg-deb "packages" || exit 0
+rm -f "$build"/*.deb
+(cd "$build" && cpack) >"$scratch/cpack.log" 2>&1 || { cat "$scratch/cpack.log"; Fail "cpack failed"; }
+for package in "$build"/*.deb; do
+    echo "$(basename "$package"): $(stat -c %s "$package") bytes"
+    dpkg-deb -x "$package" "$scratch/system" || Fail "$package cannot be unpacked"
+    if Has lintian "lintian"; then
+        lintian --allow-root --fail-on error "$package" || Fail "lintian found an error"
+    fi
+done
+
+cd "$scratch" || exit 1
+examples=system/usr/share/doc/recast/examples
+system/usr/bin/recast mesh $examples/Mesh/cube.mesh converted >reports || Fail "the packed program does not run"
+[ -s reports ] && { cat reports; Fail "the packed program reports something"; }
+cmp converted $examples/Mesh/cube-binary.mesh || Fail "the packed program converts wrongly"
+
+library=$(dirname "$(find system -name CorvidConfig.cmake)")
+cmake -S "$root/Tests/Consumer" -B consumer -DCorvid_DIR="$scratch/$library" >consumer.log 2>&1 &&
+    cmake --build consumer >>consumer.log 2>&1 || { cat consumer.log; Fail "the library cannot be used"; }
+vertices=$(consumer/count-vertices $examples/Mesh/cube.mesh)
+grep -aq "NumVertices $vertices" $examples/Mesh/cube.mesh || Fail "the library counts $vertices vertices"
+echo "A program built with the packed library counts $vertices vertices."

@@ -1,0 +1,48 @@
+# What is installed, in two components, each a package of its own: the program, and the library for other programs.
+include(GNUInstallDirs)
+include(CMakePackageConfigHelpers)
+
+# corvid_install_compressed(<file> <folder> <component>): as the distributions want their documents.
+function(corvid_install_compressed file folder component)
+    get_filename_component(name ${file} NAME)
+    install(CODE "
+        execute_process(COMMAND gzip -9nc \"${file}\" OUTPUT_FILE \"${PROJECT_BINARY_DIR}/${name}.gz\"
+            COMMAND_ERROR_IS_FATAL ANY)" COMPONENT ${component})
+    install(FILES ${PROJECT_BINARY_DIR}/${name}.gz DESTINATION ${folder} COMPONENT ${component})
+endfunction()
+
+# The program -----------------------------------------------------------------------------------------------------------
+
+if(WIN32)
+    set(documents .)
+    set(CMAKE_INSTALL_BINDIR .)
+    install(FILES LICENSE DESTINATION . RENAME LICENSE.txt COMPONENT program)
+else()
+    set(documents ${CMAKE_INSTALL_DATAROOTDIR}/doc/recast)
+endif()
+install(TARGETS recast RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT program)
+install(FILES README.md DESTINATION ${documents} COMPONENT program)
+install(DIRECTORY Examples/ DESTINATION ${documents}/examples COMPONENT program)
+
+if(TARGET manual)
+    corvid_install_compressed(${PROJECT_SOURCE_DIR}/Docs/recast.1 ${CMAKE_INSTALL_MANDIR}/man1 program)
+    corvid_install_compressed(${PROJECT_BINARY_DIR}/recast-archive.5 ${CMAKE_INSTALL_MANDIR}/man5 program)
+endif()
+
+# The library -----------------------------------------------------------------------------------------------------------
+
+set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/Corvid)
+target_include_directories(Engine PUBLIC $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/corvid>)
+install(TARGETS Engine GS EXPORT CorvidTargets ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT library)
+install(DIRECTORY Engine GS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/corvid COMPONENT library
+    FILES_MATCHING PATTERN "*.h"
+    PATTERN Posix EXCLUDE
+    PATTERN Windows EXCLUDE)
+install(EXPORT CorvidTargets NAMESPACE Corvid:: DESTINATION ${package_folder} COMPONENT library)
+configure_package_config_file(cmake/CorvidConfig.cmake.in ${PROJECT_BINARY_DIR}/CorvidConfig.cmake
+    INSTALL_DESTINATION ${package_folder})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/CorvidConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/CorvidConfig.cmake ${PROJECT_BINARY_DIR}/CorvidConfigVersion.cmake
+    DESTINATION ${package_folder} COMPONENT library)
+
+include(Packaging/Packages.cmake)
