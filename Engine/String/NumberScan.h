@@ -41,7 +41,7 @@ inline const char* ScanInt(const char* position, const char* end, std::int32_t& 
 }
 
 inline const char* ScanFloat(const char* position, const char* end, float& value) {
-#if defined(__SSE4_1__)
+#if defined(__SSE4_1__) && defined(__SSE2_MATH__)
     if (const char* const behind = NumberDetail::ScanCanonicalFloat(position, end, value)) [[likely]]
         return behind;
 #endif
