@@ -28,6 +28,14 @@ inline std::string ShortRead(int wanted, int obtained) {
            ", actual read bytes = " + std::to_string(obtained) + ".\n";
 }
 
+inline constexpr Label kValue = u"Value";
+
+// Reads one value over another.
+template <class Value> Value ReadOver(Value value, Archive& archive, void (Archive::*read)(Label, Value&)) {
+    (archive.*read)(kValue, value);
+    return value;
+}
+
 class TextArchiveFixture : public ArchiveFixture {
 protected:
     std::string TakeReports() {

@@ -9,8 +9,6 @@
 namespace Corvid {
 namespace {
 
-constexpr Label kValue = u"Value";
-
 enum class Kind { Int, Unsigned, Int64, Pair, Rect, Float, Double, Vec3, Vec4, Mat33, Mat44, Color, Bool };
 
 class Shown {
@@ -47,8 +45,7 @@ private:
 };
 
 template <class Value> std::string Read(Archive& archive, void (Archive::*read)(Label, Value&), Value value) {
-    (archive.*read)(kValue, value);
-    return Shown::Of(value);
+    return Shown::Of(ReadOver(value, archive, read));
 }
 
 // Reads "Value" over components that are all 7 (a bool: true; a big matrix: 0) and shows what they are then.

@@ -1,0 +1,283 @@
+#include "Engine/Archive/BinaryFileArchive.h"
+
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <string>
+
+#include "Tests/Engine/Archive/TextArchiveFixture.h"
+#include "Tests/Engine/File/TemporaryFolder.h"
+
+namespace Corvid {
+namespace {
+
+using namespace std::string_literals;
+
+class BinaryArchiveTest : public TextArchiveFixture {
+protected:
+    const std::string m_Header = "BIN\n";
+    const std::string m_TooLong = Failed("numChars < bufferSize", "Engine/Archive/BinaryFileArchive");
+};
+
+std::string Units(std::u16string_view text) {
+    std::string bytes;
+    for (const char16_t unit : text)
+        bytes.append({static_cast<char>(unit & 0xFF), static_cast<char>(unit >> 8)});
+    return bytes;
+}
+
+TEST_F(BinaryArchiveTest, EveryOperationHasItsBytes) {
+    class Seven final : public Archivable {
+    public:
+        void Load(Archive& archive) override { archive.ReadInt(u"Any", m_Value); }
+        void Load(Archive& archive, void* context) override {
+            Load(archive);
+            m_Context = context;
+        }
+        void Save(Archive& archive) const override { archive.WriteInt(u"Any", std::int32_t{7}); }
+        std::int32_t m_Value = 0;
+        void* m_Context = nullptr;
+    };
+    EXPECT_EQ(Save(ArchiveFormat::Binary, Seven()), "BIN\n\x07\0\0\0"s);
+
+    const std::string one = "\0\0\x80\x3F"s;
+    const std::string two = "\0\0\0\x40"s;
+    const std::string zero(4, '\0');
+    const std::string bytes = m_Header + "\xFE\xFF\xFF\xFF" + "\x00\x5E\xD0\xB2"s + "\xFF\xFF\xFF\xFF" + // 3000000000
+                              "\x08\x07\x06\x05\x04\x03\x02\x01" + "\x01\0"s + "\0\0\0\x80"s + "\x01\0\x80\x7F"s +
+                              "\x9A\x99\x99\x99\x99\x99\xB9\x3F" +                                  // 0.1
+                              "\x01\0\0\0\x02\0\0\0"s + "\x03\0\0\0\x04\0\0\0"s +                   // pairs
+                              "\x01\0\0\0\x02\0\0\0\x03\0\0\0\x04\0\0\0"s +                         // rectangle
+                              one + zero + two + one + two + zero + one + one + zero + zero + two + // vectors, colour
+                              one + zero + zero + zero + one + zero + zero + two + one +            // matrix
+                              std::string(60, '\0') + two + "\x02\0\0\0"s + "H\0\xAC\x20"s + zero + "\x07\0\0\0"s +
+                              "\x07\0\0\0"s;
+    Matrix44 big;
+    big.At(3, 3) = 2;
+    const Matrix33 frame({1, 0, 0}, {0, 1, 0}, {0, 2, 1});
+    const float signalling = std::bit_cast<float>(0x7F800001u);
+    EXPECT_EQ(SaveWith(ArchiveFormat::Binary,
+                       [&](Archive& archive) {
+                           archive.WriteInt(u"a", std::int32_t{-2});
+                           archive.WriteInt(u"a", std::uint32_t{3000000000});
+                           archive.WriteEnum(u"a", -1);
+                           archive.WriteInt64(u"a", 0x0102030405060708);
+                           archive.WriteBool(u"a", true);
+                           archive.WriteBool(u"a", false);
+                           archive.WriteFloat(u"a", -0.0f);
+                           archive.WriteFloat(u"a", signalling);
+                           archive.WriteDouble(u"a", 0.1);
+                           archive.WriteIntPair(u"a", IntPair{1, 2});
+                           archive.WriteIntPair(u"a", 3, 4);
+                           archive.WriteIntRect(u"a", IntRect{1, 2, 3, 4});
+                           archive.WriteVector3(u"a", {1, 0, 2});
+                           archive.WriteVector4(u"a", {1, 2, 0, 1});
+                           archive.WriteColor(u"a", {1, 0, 0, 2});
+                           archive.WriteMatrix33(u"a", frame);
+                           archive.WriteMatrix44(u"a", big);
+                           archive.WriteString(u"a", u"H\u20AC");
+                           archive.WriteString(u"a", u"");
+                           archive.WriteObject(Seven());
+                           archive.WriteLabeledObject(u"a", Seven());
+                       }),
+              bytes);
+
+    LoadWith(bytes, [&](Archive& archive) {
+        std::int32_t first = 0, second = 0;
+        FixedString<3> name;
+        Seven objects[2];
+        const auto bitsOf = [](float value) { return std::bit_cast<std::uint32_t>(value); };
+        EXPECT_EQ(ReadOver<std::int32_t>(0, archive, &Archive::ReadInt), -2);
+        EXPECT_EQ(ReadOver<std::uint32_t>(0, archive, &Archive::ReadInt), 3000000000);
+        EXPECT_EQ(ReadOver<std::int32_t>(0, archive, &Archive::ReadEnum), -1);
+        EXPECT_EQ(ReadOver<std::int64_t>(0, archive, &Archive::ReadInt64), 0x0102030405060708);
+        EXPECT_EQ(ReadOver(false, archive, &Archive::ReadBool), true);
+        EXPECT_EQ(ReadOver(true, archive, &Archive::ReadBool), false);
+        EXPECT_EQ(bitsOf(ReadOver(1.0f, archive, &Archive::ReadFloat)), 0x80000000u);
+        EXPECT_EQ(bitsOf(ReadOver(1.0f, archive, &Archive::ReadFloat)), 0x7F800001u);
+        EXPECT_EQ(ReadOver(1.0, archive, &Archive::ReadDouble), 0.1);
+        EXPECT_EQ(ReadOver<IntPair>({}, archive, &Archive::ReadIntPair), (IntPair{1, 2}));
+        archive.ReadIntPair(u"Any", first, second);
+        EXPECT_TRUE(first == 3 && second == 4);
+        EXPECT_EQ(ReadOver<IntRect>({}, archive, &Archive::ReadIntRect), (IntRect{1, 2, 3, 4}));
+        EXPECT_EQ(ReadOver<Vector3>({}, archive, &Archive::ReadVector3), (Vector3{1, 0, 2}));
+        EXPECT_EQ(ReadOver<Vector4>({}, archive, &Archive::ReadVector4), (Vector4{1, 2, 0, 1}));
+        EXPECT_EQ(ReadOver<Color>({}, archive, &Archive::ReadColor), (Color{1, 0, 0, 2}));
+        EXPECT_EQ(ReadOver<Matrix33>({}, archive, &Archive::ReadMatrix33), frame);
+        EXPECT_EQ(ReadOver<Matrix44>({}, archive, &Archive::ReadMatrix44), big);
+        ReadValue(archive, u"Any", name);
+        EXPECT_EQ(name.GetView(), u"H\u20AC");
+        ReadValue(archive, u"Any", name);
+        EXPECT_EQ(name.GetView(), u"");
+        archive.ReadObject(objects[0]);
+        archive.ReadLabeledObject(u"Any", objects[1], this);
+        EXPECT_TRUE(objects[0].m_Value == 7 && objects[1].m_Value == 7 && objects[1].m_Context == this);
+    });
+    EXPECT_EQ(TakeReports(), ""); // nothing unread either
+}
+
+TEST_F(BinaryArchiveTest, StringStaysInStep) {
+    const struct {
+        const char* name;
+        std::string bytes; // behind them stands 7, if anything
+        int capacity;
+        std::u16string expected;
+        std::string reports;
+        bool isInStep;
+    } kCases[] = {
+        {"Short", "\x02\0\0\0"s + Units(u"ab"), 4, u"ab", "", true},
+        {"BelowCapacity", "\x03\0\0\0"s + Units(u"abc"), 4, u"abc", "", true},
+        {"AtCapacity", "\x04\0\0\0"s + Units(u"abcd"), 4, u"abc", m_TooLong, true},
+        {"AboveCapacity", "\x06\0\0\0"s + Units(u"abcdef"), 4, u"abc", m_TooLong, true},
+        {"CapacityOfOne", "\x02\0\0\0"s + Units(u"ab"), 1, u"", m_TooLong, true},
+        {"NulInside", "\x03\0\0\0"s + Units(u"a\0b"s), 4, u"a", "", true},
+        {"LoneHalf", "\x01\0\0\0"s + Units(u"\xD83D"), 4, u"\xD83D", "", true},
+        {"CutUnits", "\x03\0\0\0"s + Units(u"ab"), 4, u"ab", ShortRead(3, 2), false},
+        {"CutInAUnit", "\x03\0\0\0"s + Units(u"ab") + "c", 4, u"ab", ShortRead(3, 2), false},
+        {"CutBehindCapacity", "\x06\0\0\0"s + Units(u"abcd") + "e", 4, u"abc", m_TooLong + ShortRead(6, 4), false},
+        {"HugeCount", "\xFF\xFF\xFF\x7F" + Units(u"ab"), 4, u"ab", m_TooLong + ShortRead(0x7FFFFFFF, 2), false},
+        {"NoUnits", "\x03\0\0\0"s, 4, u"", ShortRead(3, 0), false},
+        {"CutCount", "\x03\0\0"s, 4, u"kept", ShortRead(1, 0), false},
+        {"NoCount", "", 4, u"kept", ShortRead(1, 0), false},
+    };
+    for (const auto& c : kCases) {
+        SCOPED_TRACE(c.name);
+        std::u16string buffer = u"kept";
+        std::int32_t next = -1;
+        LoadWith(m_Header + c.bytes + (c.isInStep ? "\x07\0\0\0"s : ""s), [&](Archive& archive) {
+            archive.ReadString(u"Name", buffer.data(), c.capacity);
+            EXPECT_EQ(TakeReports(), c.reports);
+            archive.ReadInt(u"Next", next);
+        });
+        EXPECT_EQ(std::u16string(buffer.c_str()), c.expected);
+        EXPECT_EQ(next, c.isInStep ? 7 : -1);
+        EXPECT_EQ(TakeReports(), c.isInStep ? "" : ShortRead(1, 0));
+    }
+    FixedString<4> name; // the count has no sign
+    LoadWith(m_Header + "\xFF\xFF\xFF\xFF" + Units(u"ab"),
+             [&](Archive& archive) { ReadValue(archive, u"Name", name); });
+    EXPECT_EQ(name.GetView(), u"ab");
+    EXPECT_EQ(m_Reports.Count("desired read bytes = 4294967295, actual read bytes = 2."), 1);
+}
+
+TEST_F(BinaryArchiveTest, BoolIsAnyByteButZero) {
+    for (const int byte : {0, 1, 2, 0x80, 0xFF}) {
+        LoadWith(m_Header + static_cast<char>(byte), [&](Archive& archive) {
+            EXPECT_EQ(ReadOver(byte == 0, archive, &Archive::ReadBool), byte != 0) << byte;
+        });
+    }
+}
+
+// One report a failed read; a number stays as it was.
+TEST_F(BinaryArchiveTest, InputMayEndAnywhere) {
+    const std::string bytes = "\x01\0\0\0\x02\x03\0\0\0\0\0\0\0\0\0\x80\x3F\0\0\0\0\0\0\xF0\x3F\0\0\x80\x3F"s;
+    const std::size_t kEnds[] = {4, 5, 13, 17, 25, 29}; // of its six values
+    for (std::size_t length = 0; length <= bytes.size(); ++length) {
+        SCOPED_TRACE(length);
+        LoadWith(m_Header + bytes.substr(0, length), [&](Archive& archive) {
+            EXPECT_EQ(ReadOver<std::uint32_t>(9, archive, &Archive::ReadInt), length < kEnds[0] ? 9u : 1u);
+            EXPECT_EQ(ReadOver(false, archive, &Archive::ReadBool), length >= kEnds[1]);
+            EXPECT_EQ(ReadOver<std::int64_t>(9, archive, &Archive::ReadInt64), length < kEnds[2] ? 9 : 3);
+            EXPECT_EQ(ReadOver(9.0f, archive, &Archive::ReadFloat), length < kEnds[3] ? 9.0f : 1.0f);
+            EXPECT_EQ(ReadOver(9.0, archive, &Archive::ReadDouble), length < kEnds[4] ? 9.0 : 1.0);
+            EXPECT_EQ(ReadOver<Color>({9, 9, 9, 9}, archive, &Archive::ReadColor),
+                      (Color{length < kEnds[5] ? 9.0f : 1.0f, 9, 9, 9}));
+        });
+        std::string expected;
+        for (const std::size_t end : kEnds)
+            expected += length < end ? ShortRead(1, 0) : "";
+        for (int i = 0; i < 3; ++i) // the colour's other channels
+            expected += ShortRead(1, 0);
+        EXPECT_EQ(TakeReports(), expected);
+    }
+}
+
+TEST_F(BinaryArchiveTest, EdgeOfTheWindowMayStandAnywhere) {
+    constexpr std::uint32_t kLong = 300000; // units, more than a window holds
+    const TemporaryFolder folder;
+    for (std::uint32_t shift = 0; shift < 24; ++shift) {
+        const std::uint32_t frontUnits = InputStream::kWindowSize / 2 - 10;
+        std::string file = m_Header;
+        const auto addInt = [&file](std::uint32_t value) {
+            for (int i = 0; i < 32; i += 8)
+                file.push_back(static_cast<char>(value >> i & 0xFF));
+        };
+        addInt(frontUnits);
+        file.append(2 * frontUnits + shift, '\1'); // a string and some bools
+        addInt(0x12345678);
+        file += "\x9A\x99\x99\x99\x99\x99\xB9\x3F";
+        addInt(kLong);
+        file += std::string(2 * kLong, '\1');
+        addInt(0x12345678);
+        folder.Put("file", file);
+
+        auto archive = m_Archives.OpenForReading(folder / "file");
+        ASSERT_NE(archive, nullptr);
+        std::u16string text(kLong + 1, u'#');
+        archive->ReadString(u"Front", text.data(), static_cast<int>(frontUnits) + 1);
+        for (std::uint32_t i = 0; i < shift; ++i)
+            ASSERT_TRUE(ReadOver(false, *archive, &Archive::ReadBool));
+        EXPECT_EQ(ReadOver<std::int32_t>(0, *archive, &Archive::ReadInt), 0x12345678);
+        EXPECT_EQ(ReadOver(0.0, *archive, &Archive::ReadDouble), 0.1);
+        const bool hasRoom = shift % 2 == 0;
+        archive->ReadString(u"Long", text.data(), hasRoom ? static_cast<int>(text.size()) : 10);
+        EXPECT_EQ(text.find(u'\0'), hasRoom ? kLong : 9);
+        EXPECT_EQ(ReadOver<std::int32_t>(0, *archive, &Archive::ReadInt), 0x12345678);
+        archive->ReportUnreadInput();
+        m_Archives.Release(std::move(archive));
+        EXPECT_EQ(TakeReports(), hasRoom ? "" : m_TooLong);
+    }
+}
+
+TEST_F(BinaryArchiveTest, CompositesAreMadeOfSingleValues) {
+    class Halved final : public BinaryFileArchive {
+    public:
+        using BinaryFileArchive::BinaryFileArchive;
+        void ReadFloat(Label label, float& value) override {
+            std::int32_t doubled = 0;
+            ReadInt(label, doubled);
+            value = static_cast<float>(doubled) / 2;
+        }
+        void WriteFloat(Label label, float value) override { WriteInt(label, static_cast<std::int32_t>(2 * value)); }
+    };
+    std::string bytes;
+    Halved out(File::WriteToMemory(u"memory", bytes));
+    const Matrix33 frame({1, 1.5f, 2}, {2.5f, 3, 3.5f}, {4, 4.5f, 5});
+    Matrix44 view;
+    view.At(3, 3) = 1.5f;
+    out.WriteVector3(u"V", {0.5f, 1, 1.5f});
+    out.WriteVector4(u"W", {0.5f, 1, 1.5f, 2});
+    out.WriteColor(u"C", {0.5f, 1, 1.5f, 2});
+    out.WriteMatrix33(u"M", frame);
+    out.WriteMatrix44(u"N", view);
+    out.GetFile().Close();
+    EXPECT_EQ(bytes.size(), 4u * (3 + 4 + 4 + 9 + 16));
+    EXPECT_EQ(bytes.substr(0, 12), "\1\0\0\0\2\0\0\0\3\0\0\0"s);
+
+    Halved in(File::ReadFromMemory(u"memory", bytes));
+    EXPECT_EQ(ReadOver<Vector3>({}, in, &Archive::ReadVector3), (Vector3{0.5f, 1, 1.5f}));
+    EXPECT_EQ(ReadOver<Vector4>({}, in, &Archive::ReadVector4), (Vector4{0.5f, 1, 1.5f, 2}));
+    EXPECT_EQ(ReadOver<Color>({}, in, &Archive::ReadColor), (Color{0.5f, 1, 1.5f, 2}));
+    EXPECT_EQ(ReadOver<Matrix33>({}, in, &Archive::ReadMatrix33), frame);
+    EXPECT_EQ(ReadOver<Matrix44>({}, in, &Archive::ReadMatrix44), view);
+}
+
+TEST_F(BinaryArchiveTest, StoppedArchiveReadsNothingMore) {
+    for (const std::string& file : {m_Header + "\1\0\0\0\2\0\0\0"s, "TXT\nValue 1\nValue 2\n"s}) {
+        LoadWith(file, [&](Archive& archive) {
+            FixedString<5> name(u"kept");
+            EXPECT_EQ(ReadOver<std::int32_t>(0, archive, &Archive::ReadInt), 1);
+            archive.Stop();
+            EXPECT_EQ(ReadOver<std::int32_t>(0, archive, &Archive::ReadInt), 0);
+            EXPECT_EQ(ReadOver(9.0f, archive, &Archive::ReadFloat), 9.0f);
+            ReadValue(archive, u"Value", name);
+            EXPECT_EQ(name.GetView(), u"kept");
+            EXPECT_EQ(TakeReports(), "");
+        });
+        EXPECT_EQ(m_Reports.Count("Unread input in 'memory': "), 1);
+        TakeReports();
+    }
+}
+
+} // namespace
+} // namespace Corvid
