@@ -13,16 +13,17 @@ endfunction()
 
 # The program -----------------------------------------------------------------------------------------------------------
 
-if(WIN32)
-    set(documents .)
+if(WIN32) # no system-wide places: one folder for the program, and the documents for themselves
     set(CMAKE_INSTALL_BINDIR .)
-    install(FILES LICENSE DESTINATION . RENAME LICENSE.txt COMPONENT program)
+    set(documents .)
+    set(documents_component documents)
 else()
     set(documents ${CMAKE_INSTALL_DATAROOTDIR}/doc/recast)
+    set(documents_component program)
 endif()
 install(TARGETS recast RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT program)
-install(FILES README.md DESTINATION ${documents} COMPONENT program)
-install(DIRECTORY Examples/ DESTINATION ${documents}/examples COMPONENT program)
+install(FILES README.md LICENSE DESTINATION ${documents} COMPONENT ${documents_component})
+install(DIRECTORY Examples/ DESTINATION ${documents}/examples COMPONENT ${documents_component})
 
 if(TARGET manual)
     corvid_install_compressed(${PROJECT_SOURCE_DIR}/Docs/recast.1 ${CMAKE_INSTALL_MANDIR}/man1 program)
