@@ -24,6 +24,7 @@ BoundedReportSink::BoundedReportSink(TextSink& output, std::u16string_view sourc
     : m_Output(output), m_SourcePath(sourcePath) {}
 
 BoundedReportSink::~BoundedReportSink() {
+    Flush(); // leaves room in the buffer: nothing is allocated here
     if (m_ReportsLeftOut > 0) {
         Report closing;
         const ReportArgument arguments[] = {m_ReportsLeftOut};

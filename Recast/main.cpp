@@ -1,4 +1,6 @@
+#include <new>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "Engine/File/NativePath.h"
@@ -30,12 +32,23 @@ int Run(int argumentCount, const Corvid::NativeString::value_type* const* native
 
 } // namespace
 
+// Memory may run out before a run can tell of it in its own way.
+int RunWithinMemory(int argumentCount, const Corvid::NativeString::value_type* const* nativeArguments) {
+    try {
+        return Run(argumentCount, nativeArguments);
+    } catch (const std::bad_alloc&) {
+        constexpr std::string_view kText = "There is not enough memory to run.\n";
+        Corvid::WriteStandardOutput(kText.data(), kText.size());
+        return Corvid::kExitSuccess; // the status tells of the command line alone
+    }
+}
+
 #ifdef _WIN32
 extern "C" int wmain(int argumentCount, wchar_t** arguments) {
-    return Run(argumentCount, arguments);
+    return RunWithinMemory(argumentCount, arguments);
 }
 #else
 int main(int argumentCount, char** arguments) {
-    return Run(argumentCount, arguments);
+    return RunWithinMemory(argumentCount, arguments);
 }
 #endif

@@ -74,7 +74,9 @@ template <class Step> bool RunWithinMemory(Step step) {
 
 template <class Step> bool FileArchiveSystem::Load(std::u16string_view path, Step load) {
     std::unique_ptr<FileArchive> archive;
-    RunWithinMemory([&] { archive = OpenForReading(path); });
+    const int fileArchiveCount = m_FileArchiveCount;
+    if (!RunWithinMemory([&] { archive = OpenForReading(path); }))
+        m_FileArchiveCount = fileArchiveCount;
     if (archive == nullptr)
         return false;
     RunWithinMemory([&] {
@@ -87,7 +89,9 @@ template <class Step> bool FileArchiveSystem::Load(std::u16string_view path, Ste
 
 template <class Step> bool FileArchiveSystem::Save(std::u16string_view path, ArchiveFormat format, Step save) {
     std::unique_ptr<FileArchive> archive;
-    RunWithinMemory([&] { archive = OpenForWriting(path, format); });
+    const int fileArchiveCount = m_FileArchiveCount;
+    if (!RunWithinMemory([&] { archive = OpenForWriting(path, format); }))
+        m_FileArchiveCount = fileArchiveCount;
     if (archive == nullptr)
         return false;
     if (RunWithinMemory([&] { save(*archive); }))

@@ -27,12 +27,14 @@ std::string_view SkipWhiteSpace(std::string_view text) {
     return text;
 }
 
+// A line from its label on; empty where it cannot have one.
+std::string_view TextWithLabel(const TextLine& line) {
+    return line.m_FirstUnit == 0 ? SkipWhiteSpace(line.m_Text) : std::string_view();
+}
+
 // The text behind the label and the white space that must follow it; nothing when the line carries another label.
-std::optional<std::string_view> ValueBehindLabel(const TextLine& line, Label label) {
+std::optional<std::string_view> ValueBehindLabel(std::string_view text, Label label) {
     static_assert(InputStream::kPadding >= LabelText::kAccessibleBytes);
-    if (line.m_FirstUnit != 0)
-        return std::nullopt;
-    const std::string_view text = SkipWhiteSpace(line.m_Text);
     const std::size_t length = LabelText::GetLength(label);
     if (text.size() <= length || !IsWhiteSpace(text[length]) || LabelText::Match(label, text.data()) == nullptr)
         return std::nullopt;
@@ -81,7 +83,7 @@ void TextFileArchive::CloseFastWay() {
 }
 
 const char* TextFileArchive::FindAhead(Label label) {
-    if (!m_Lines->IsAheadOpen())
+    if (m_CurrentLineUnread || !m_Lines->IsAheadOpen())
         return nullptr;
     const char* const position = LabelText::Match(label, SkipBlanks(m_Lines->GetAhead()));
     if (position == nullptr || (*position != ' ' && *position != '\t'))
@@ -105,9 +107,12 @@ std::optional<std::string_view> TextFileArchive::FindLabel(Label label) {
     if (IsStopped())
         return std::nullopt;
     ++m_LineNumber;
+    if (!m_CurrentLineUnread) { // one that is offered again has been cut out already: a miss must not cost its length
+        m_CurrentLine = m_Lines->Peek();
+        m_CurrentText = TextWithLabel(m_CurrentLine);
+    }
     m_CurrentLineUnread = false;
-    m_CurrentLine = m_Lines->Peek();
-    const std::optional<std::string_view> value = ValueBehindLabel(m_CurrentLine, label);
+    const std::optional<std::string_view> value = ValueBehindLabel(m_CurrentText, label);
     if (value)
         m_Lines->Take();
     else
@@ -125,7 +130,7 @@ void TextFileArchive::ReportMissingLabel(Label label) {
 }
 
 bool TextFileArchive::TakeLabelLineGenerally(Label label) {
-    if (m_Lines->IsAheadOpen()) {
+    if (!m_CurrentLineUnread && m_Lines->IsAheadOpen()) {
         const char* const position = LabelText::Match(label, SkipBlanks(m_Lines->GetAhead()));
         if (position != nullptr && TakeAhead(position))
             return true;
@@ -422,9 +427,10 @@ std::uint64_t TextFileArchive::CountThatFits(const ElementSize& smallest) const 
 }
 
 void TextFileArchive::SkipToLabel(Label either, Label other) {
+    m_CurrentLineUnread = false;
     while (!m_Lines->IsAtEnd()) {
-        const TextLine line = m_Lines->Peek();
-        if (ValueBehindLabel(line, either) || ValueBehindLabel(line, other))
+        const std::string_view text = TextWithLabel(m_Lines->Peek());
+        if (ValueBehindLabel(text, either) || ValueBehindLabel(text, other))
             break;
         m_Lines->Take();
     }

@@ -133,6 +133,7 @@ private:
     std::uint64_t m_LinesTakenInPlace = 0; // by the quick way and the way ahead: each one line and one look-up
 
     TextLine m_CurrentLine;           // the last line that was taken or looked at in the general way
+    std::string_view m_CurrentText;   // the same from its label on
     std::uint64_t m_LineNumber = 0;   // label look-ups in the general way
     bool m_CurrentLineUnread = false; // the current line did not carry the label that was asked for
 };

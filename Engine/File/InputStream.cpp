@@ -83,7 +83,7 @@ void InputStream::SetWindow(const char* position, const char* end) {
     if (m_Source == nullptr)
         m_LookaheadLimit = end;
     else
-        m_LookaheadLimit = position + (GetAvailable() > kLookahead ? GetAvailable() - kLookahead : 0);
+        m_LookaheadLimit = GetAvailable() > kLookahead ? end - kLookahead : position;
 }
 
 void InputStream::BringIntoMemory() {

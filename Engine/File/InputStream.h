@@ -35,7 +35,7 @@ public:
     std::uint64_t Skip(std::uint64_t count);
 
     // Whether kLookahead bytes, or else all the rest of the input, stand in the window.
-    bool HasLookahead() const { return m_Position <= m_LookaheadLimit; }
+    bool HasLookahead() const { return m_Position < m_LookaheadLimit; }
 
     std::uint64_t GetOffset() const; // of the position, from the start of the source (of its UTF-8 form, see below)
     std::uint64_t GetBytesLeft() const;
