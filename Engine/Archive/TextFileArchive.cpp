@@ -1,7 +1,5 @@
 #include "Engine/Archive/TextFileArchive.h"
 
-#include <algorithm>
-#include <iterator>
 #include <string>
 #include <utility>
 
@@ -19,36 +17,6 @@ bool CheckResult(int result, int items) {
                                                   "result == 3", "result == 4", "result == 5",
                                                   "result == 6", "result == 7", "result == 8"};
     return Check(result == items, kConditions[items]);
-}
-
-std::string_view SkipWhiteSpace(std::string_view text) {
-    while (!text.empty() && IsWhiteSpace(text.front()))
-        text.remove_prefix(1);
-    return text;
-}
-
-// A line from its label on; empty where it cannot have one.
-std::string_view TextWithLabel(const TextLine& line) {
-    return line.m_FirstUnit == 0 ? SkipWhiteSpace(line.m_Text) : std::string_view();
-}
-
-// The text behind the label and the white space that must follow it; nothing when the line carries another label.
-std::optional<std::string_view> ValueBehindLabel(std::string_view text, Label label) {
-    static_assert(InputStream::kPadding >= LabelText::kAccessibleBytes);
-    const std::size_t length = LabelText::GetLength(label);
-    if (text.size() <= length || !IsWhiteSpace(text[length]) || LabelText::Match(label, text.data()) == nullptr)
-        return std::nullopt;
-    return SkipWhiteSpace(text.substr(length));
-}
-
-// A line for a message, the halves of a split character as they are printed.
-std::string_view TextForReport(const TextLine& line, std::string& storage) {
-    constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
-    if (line.m_FirstUnit == 0 && line.m_LastUnit == 0)
-        return line.m_Text;
-    storage.append(line.m_FirstUnit != 0 ? kReplacement : "");
-    storage.append(line.m_Text).append(line.m_LastUnit != 0 ? kReplacement : "");
-    return storage;
 }
 
 } // namespace
@@ -415,62 +383,9 @@ void TextFileArchive::ReadObject(Archivable& object) {
     object.Load(*this);
 }
 
-// The rest of the input ----------------------------------------------------------------------------------------------
-
-void TextFileArchive::Stop() {
-    FileArchive::Stop();
-    CloseFastWay();
-}
-
-std::uint64_t TextFileArchive::CountThatFits(const ElementSize& smallest) const {
-    return GetInput().GetBytesLeft() / std::max<std::uint64_t>(smallest.m_LabelLetters / 2, 1);
-}
-
-void TextFileArchive::SkipToLabel(Label either, Label other) {
-    m_CurrentLineUnread = false;
-    while (!m_Lines->IsAtEnd()) {
-        const std::string_view text = TextWithLabel(m_Lines->Peek());
-        if (ValueBehindLabel(text, either) || ValueBehindLabel(text, other))
-            break;
-        m_Lines->Take();
-    }
-    UpdateQuick();
-}
-
-void TextFileArchive::ReportUnreadInput() {
-    std::uint64_t lineCount = 0;
-    std::uint64_t firstNumber = 0;
-    std::uint64_t lastNumber = 0;
-    std::string first;
-    while (!m_Lines->IsAtEnd()) {
-        const TextLine line = m_Lines->Peek();
-        const std::uint64_t number = GetPhysicalLinesTaken() + 1;
-        const bool isBlank = line.m_FirstUnit == 0 && std::all_of(line.m_Text.begin(), line.m_Text.end(), IsWhiteSpace);
-        if (!isBlank && number != lastNumber) {
-            if (lineCount++ == 0) {
-                firstNumber = number;
-                std::string storage;
-                first = SkipWhiteSpace(TextForReport(line, storage));
-                first.erase(std::find_if(first.begin(), first.end(), [](char c) { return c == '\r' || c == '\n'; }),
-                            first.end());
-            }
-            lastNumber = number;
-        }
-        m_Lines->Take();
-    }
-    if (lineCount > 0)
-        ReportMessage(Message::UnreadLines, {GetPath(), lineCount, firstNumber, std::string_view(first)});
-}
-
-std::uint64_t TextFileArchive::GetPhysicalLinesTaken() const {
-    return m_Lines->GetLinesTaken() + m_LinesTakenInPlace;
-}
-
-ReportPosition TextFileArchive::GetPosition() const {
-    if (!m_Lines)
-        return {};
-    const std::uint64_t taken = GetPhysicalLinesTaken();
-    return {ReportPosition::Kind::Line, m_CurrentLineUnread || m_Lines->IsInsideLine() ? taken + 1 : taken};
+// Asserted around the record of every nested object that is written.
+void TextFileArchive::CheckTabDepth() const {
+    Check(m_TabDepth > 0, "m_TabDepth > 0");
 }
 
 } // namespace Corvid

@@ -115,6 +115,7 @@ private:
     char* BeginQuickLine(Label label);
     char* BeginLine(Label label);
     void EndLine(char* end);
+    void CheckTabDepth() const;
     void WriteIntOfAnySize(Label label, std::int32_t value);
     void WriteFloatInAnyForm(Label label, float value);
     void WriteVector3InAnyForm(Label label, const Vector3& value);

@@ -152,7 +152,8 @@ void TextFileArchive::WriteLabeledObject(Label label, const Archivable& object) 
     if (m_TabDepth > TextLineShape::kTabBlock) [[unlikely]]
         UpdateQuickWriting();
     object.Save(*this);
-    Check(m_TabDepth > 0, "m_TabDepth > 0");
+    if (m_TabDepth <= 0) [[unlikely]]
+        CheckTabDepth();
     --m_TabDepth;
     if (!m_IsQuick) [[unlikely]]
         UpdateQuickWriting();

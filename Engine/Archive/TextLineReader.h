@@ -1,23 +1,11 @@
 #pragma once
 
 #include <cstdint>
-#include <string_view>
 
+#include "Engine/Archive/TextLine.h"
 #include "Engine/File/InputStream.h"
 
 namespace Corvid {
-
-// The six white space characters of text archives.
-constexpr bool IsWhiteSpace(char character) {
-    return character == ' ' || (character >= '\t' && character <= '\r');
-}
-
-// One line of a text archive as the line buffer holds it.
-struct TextLine {
-    std::string_view m_Text;  // UTF-8 up to the line's first NUL; the line end, LF or CR LF, is included
-    char16_t m_FirstUnit = 0; // the second half of a character that the line buffer's end had split, or 0
-    char16_t m_LastUnit = 0;  // the first half of a character that the line buffer's end splits, or 0
-};
 
 // Reads UTF-8 text line by line. A line longer than the line buffer comes in pieces.
 class TextLineReader {
