@@ -1,7 +1,6 @@
 #include "Recast/Conversions.h"
 
 #include <memory>
-#include <string>
 
 #include "Engine/Render/Mesh/MeshSystem.h"
 #include "Engine/Render/Particle/ParticleSimulationDefinition.h"
@@ -33,7 +32,7 @@ void ConvertParticle(FileArchiveSystem& archives, std::u16string_view source, st
 void ConvertBrushes(FileArchiveSystem& archives, std::u16string_view source, std::u16string_view destination,
                     ArchiveFormat format) {
     BrushSystem::BrushSet brushes;
-    brushes.SetFileName(std::u16string(source).c_str());
+    brushes.SetFileName(source);
     BrushSystem::LoadBrushSet(archives, brushes, source);
     BrushSystem::SaveBrushSet(archives, brushes, destination, format);
     BrushSystem::ReleaseTextures(brushes);
