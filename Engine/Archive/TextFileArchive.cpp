@@ -122,14 +122,13 @@ void TextFileArchive::ReadIntGenerally(Label label, std::int32_t& value) {
         const char* const end = ScanInt(text, m_Lines->GetAheadEnd(), number);
         if (end != nullptr && TakeAhead(end)) [[likely]] {
             value = number;
-            if (m_IsChecksumEnabled)
-                m_Checksum.AddInt(static_cast<std::uint32_t>(number));
+            AddToChecksum(&number, 1);
             return;
         }
     }
     const auto text = FindLabel(label);
     if (text && CheckResult(ScanIntValue(*text, value), 1))
-        m_Checksum.AddInt(static_cast<std::uint32_t>(value));
+        AddToChecksum(&value, 1);
 }
 
 void TextFileArchive::ReadInt(Label label, std::uint32_t& value) {
@@ -140,8 +139,10 @@ void TextFileArchive::ReadInt(Label label, std::uint32_t& value) {
 
 void TextFileArchive::ReadInt64(Label label, std::int64_t& value) {
     const auto text = FindLabel(label);
-    if (text && CheckResult(ScanInt64Value(*text, value), 1))
-        m_Checksum.AddInt(static_cast<std::uint32_t>(value));
+    if (text && CheckResult(ScanInt64Value(*text, value), 1)) {
+        const auto low = static_cast<std::int32_t>(value);
+        AddToChecksum(&low, 1);
+    }
 }
 
 void TextFileArchive::ReadIntPair(Label label, std::int32_t& first, std::int32_t& second) {
@@ -158,10 +159,8 @@ void TextFileArchive::ReadIntPair(Label label, IntPair& value) {
     std::int32_t numbers[] = {value.first, value.second};
     const int result = ScanIntsValue(*text, numbers, 2);
     value = {numbers[0], numbers[1]};
-    if (CheckResult(result, 2)) {
-        for (const std::int32_t number : numbers)
-            m_Checksum.AddInt(static_cast<std::uint32_t>(number));
-    }
+    if (CheckResult(result, 2))
+        AddToChecksum(numbers, 2);
 }
 
 void TextFileArchive::ReadIntRect(Label label, IntRect& value) {
@@ -171,10 +170,8 @@ void TextFileArchive::ReadIntRect(Label label, IntRect& value) {
     std::int32_t numbers[] = {value.x, value.y, value.width, value.height};
     const int result = ScanIntsValue(*text, numbers, 4);
     value = {numbers[0], numbers[1], numbers[2], numbers[3]};
-    if (CheckResult(result, 4)) {
-        for (const std::int32_t number : numbers)
-            m_Checksum.AddInt(static_cast<std::uint32_t>(number));
-    }
+    if (CheckResult(result, 4))
+        AddToChecksum(numbers, 4);
 }
 
 void TextFileArchive::ReadFloatGenerally(Label label, float& value) {
@@ -287,6 +284,13 @@ void TextFileArchive::AddToChecksum(const float* values, int count) {
         m_Checksum.AddFloat(values[i]);
 }
 
+void TextFileArchive::AddToChecksum(const std::int32_t* values, int count) {
+    if (!m_IsChecksumEnabled)
+        return;
+    for (int i = 0; i < count; ++i)
+        m_Checksum.AddInt(static_cast<std::uint32_t>(values[i]));
+}
+
 void TextFileArchive::ReadColorGenerally(Label label, Color& value) {
     std::uint32_t packed;
     if (const char* text = FindAhead(label)) {
@@ -319,7 +323,8 @@ void TextFileArchive::ReadBool(Label label, bool& value) {
         value = false;
     else if (!Check(false, "false"))
         return; // neither word
-    m_Checksum.AddInt(value ? 1 : 0);
+    const std::int32_t number = value ? 1 : 0;
+    AddToChecksum(&number, 1);
 }
 
 void TextFileArchive::ReadString(Label label, char16_t* buffer, int capacity) {

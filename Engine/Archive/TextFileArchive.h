@@ -69,7 +69,7 @@ public:
     void WriteLabeledObject(Label label, const Archivable& object) override;
 
     void Stop() override;
-    std::uint64_t CountThatFits(const ElementSize& smallest) const override;
+    std::uint64_t ClaimElements(std::uint64_t count, const ElementSize& smallest) override;
     void SkipToLabel(Label either, Label other) override;
     void ReportUnreadInput() override;
     ReportPosition GetPosition() const override; // a physical line; the header is line 1
@@ -111,6 +111,7 @@ private:
     void CopyString(std::string_view text, char16_t* buffer, int capacity);
     void TakeColor(std::uint32_t packed, Color& value);
     void AddToChecksum(const float* values, int count);
+    void AddToChecksum(const std::int32_t* values, int count);
 
     char* BeginQuickLine(Label label);
     char* BeginLine(Label label);
