@@ -69,7 +69,7 @@ public:
     void WriteLabeledObject(Label label, const Archivable& object) override;
 
     void Stop() override;
-    std::uint64_t ClaimElements(std::uint64_t count, const ElementSize& smallest) override;
+    std::uint64_t CountThatFits(const ElementSize& smallest) const override;
     void SkipToLabel(Label either, Label other) override;
     void ReportUnreadInput() override;
     ReportPosition GetPosition() const override; // a physical line; the header is line 1
