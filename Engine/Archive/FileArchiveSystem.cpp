@@ -87,9 +87,9 @@ std::unique_ptr<FileArchive> FileArchiveSystem::OpenForWriting(std::u16string_vi
 }
 
 std::unique_ptr<FileArchive> FileArchiveSystem::OpenForWriting(std::unique_ptr<File> file, ArchiveFormat format) {
-    if (!Check(file != nullptr, "file != NULL"))
+    if (!Check(file != nullptr, "file != NULL") ||
+        !Check(file->GetAccess() == FileAccess::Write, "file->GetAccess() == FileAccess::Write"))
         return nullptr;
-    Check(file->GetAccess() == FileAccess::Write, "file->GetAccess() == FileAccess::Write");
     OutputStream& output = file->GetOutput();
     if (format == ArchiveFormat::Text) {
         output.Write(kUtf8ByteOrderMark.data(), kUtf8ByteOrderMark.size());
