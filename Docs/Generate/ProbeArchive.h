@@ -55,7 +55,7 @@ public:
     void WriteObject(const Archivable&) override {}
     void WriteLabeledObject(Label, const Archivable&) override {}
 
-    std::uint64_t ClaimElements(std::uint64_t, const ElementSize&) override { return 0; }
+    std::uint64_t CountThatFits(const ElementSize&) const override { return 0; }
     void SkipToLabel(Label, Label) override {}
     ReportPosition GetPosition() const override { return {}; }
 

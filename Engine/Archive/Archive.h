@@ -71,12 +71,28 @@ public:
     // How many elements of the given smallest size the rest of the input can hold.
     virtual std::uint64_t CountThatFits(const ElementSize& smallest) const = 0;
 
+    // What all lists of a file may have together, by its size: of `count` elements that take so many bytes of memory
+    // each, as many as are left. Only files that claim the same input several times over get there.
+    std::uint64_t TakeElements(std::uint64_t count, std::uint64_t memoryOfOne);
+
+    // Of elements beyond what the input can hold, as at the end of a file that was cut short, as many as are left.
+    std::uint64_t TakeSlack(std::uint64_t count);
+
     // Skips input until the next value to be read carries one of the two labels, where the encoding has labels; an
     // encoding without them cannot find its place again and is stopped.
     virtual void SkipToLabel(Label either, Label other) = 0;
 
 private:
+    static constexpr std::uint64_t kElementsPerByte = 1;
+    static constexpr std::uint64_t kMemoryPerByte = 34; // a little more than any element claims for its smallest size
+    static constexpr std::uint64_t kMostSlack = 256 * 1024;
+
+    virtual std::uint64_t GetInputSize() const { return 0; } // bytes, whole
+
     bool m_IsStopped = false;
+    std::uint64_t m_ElementsTaken = 0;
+    std::uint64_t m_MemoryTaken = 0;
+    std::uint64_t m_SlackTaken = 0;
 };
 
 } // namespace Corvid

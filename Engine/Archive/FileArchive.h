@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -34,6 +35,8 @@ protected:
     Checksum m_Checksum;
 
 private:
+    std::uint64_t GetInputSize() const override { return GetInput().GetSize(); }
+
     std::unique_ptr<File> m_File;
     PositionScope m_PositionScope;
 };

@@ -47,8 +47,8 @@ public:
         using Element = std::remove_reference_t<decltype(*list.begin())>;
         std::int32_t count = -1;
         Value(countLabel, count);
-        if (count > kCountSlack)
-            count = BoundCount(m_Archive, countLabel, count, SmallestElement<Element>(label));
+        if (count > kFewElements)
+            count = BoundCount(m_Archive, countLabel, count, SmallestElement<Element>(label), MemoryOfElement(list));
         BeginElements(m_Archive, list, count);
         std::int32_t reached = 0;
         const ElementsNotReached rest(list, reached);
@@ -62,8 +62,8 @@ public:
         std::int32_t count = MAX_SIZE;
         Value(countLabel, count);
         CheckElementCount(count, MAX_SIZE);
-        if (count > kCountSlack)
-            count = BoundCount(m_Archive, countLabel, count, SmallestElement<T>(label));
+        if (count > kFewElements)
+            count = BoundCount(m_Archive, countLabel, count, SmallestElement<T>(label), 0);
         for (std::int32_t i = 0; i < std::max(count, MAX_SIZE); ++i) {
             T element{};
             if (i < count)
@@ -80,8 +80,8 @@ public:
     void Objects(Label countLabel, Label typeLabel, Label contentsLabel, Label nextLabel, auto& list, auto create) {
         std::int32_t count = -1;
         Value(countLabel, count);
-        if (count > kCountSlack)
-            count = BoundCount(m_Archive, countLabel, count, SmallestObject<Type>(typeLabel, contentsLabel, create));
+        if (count > kFewElements)
+            count = BoundCount(m_Archive, countLabel, count, SmallestObject<Type>(typeLabel, contentsLabel, create), 0);
         for (std::int32_t i = 0; i < count && !m_Archive.IsStopped(); ++i) {
             FixedString<kWordCapacity> word(kInvalidWord);
             Value(typeLabel, word);

@@ -39,6 +39,10 @@ void InputStream::Seal() {
     SetWindow(m_Position, m_Position);
 }
 
+std::uint64_t InputStream::GetSize() const {
+    return m_Utf16Size != 0 ? m_Utf16Size : GetOffset() + GetBytesLeft();
+}
+
 bool InputStream::Refill(std::size_t count) {
     while (GetAvailable() < count && m_Source != nullptr)
         ReadWindow();
@@ -103,6 +107,7 @@ void InputStream::BringIntoMemory() {
 
 void InputStream::ConvertFromUtf16() {
     BringIntoMemory();
+    m_Utf16Size = m_EndOffset;
     std::string bytes;
     bytes.reserve(GetAvailable());
     const auto unitAt = [](const char* position) {

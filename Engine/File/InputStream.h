@@ -39,6 +39,7 @@ public:
 
     std::uint64_t GetOffset() const; // of the position, from the start of the source (of its UTF-8 form, see below)
     std::uint64_t GetBytesLeft() const;
+    std::uint64_t GetSize() const; // of the source; known like GetBytesLeft()
 
     // Hands out nothing more; offset and bytes left stay as they are.
     void Seal();
@@ -65,6 +66,7 @@ private:
     const char* m_End = nullptr;
     const char* m_LookaheadLimit = nullptr;
     std::uint64_t m_EndOffset = 0;   // of m_End, from the start of the source
+    std::uint64_t m_Utf16Size = 0;   // bytes of a source that was converted
     std::uint64_t m_SealedBytes = 0; // behind m_End, after Seal()
 };
 
