@@ -53,6 +53,7 @@ KindOf() {
 }
 
 mkdir "$scratch/input"
+wineserver -p 2>/dev/null # one server for all runs: a run that meets a server about to leave fails
 wineboot --init >/dev/null 2>&1
 usage=$(wine "$there" 2>/dev/null </dev/null)
 if [[ $usage != "Usage: recast"* ]]; then
