@@ -1,0 +1,254 @@
+#include "Engine/Archive/FileArchiveSystem.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <new>
+#include <string>
+#include <thread>
+#include <vector>
+
+#ifndef _WIN32
+#include <sys/stat.h>
+#endif
+
+#include "Engine/Archive/SteamFileArchive.h"
+#include "Tests/Engine/Archive/TextArchiveFixture.h"
+#include "Tests/Engine/File/TemporaryFolder.h"
+
+namespace Corvid {
+namespace {
+
+using namespace std::string_literals;
+
+class FileArchiveSystemTest : public TextArchiveFixture {
+protected:
+    static std::string FailedHere(std::string_view condition) {
+        return Failed(condition, "Engine/Archive/FileArchiveSystem");
+    }
+    static std::string Undetected(const std::string& path) {
+        return "Could not detect if Archive File is Binary or Text: " + path;
+    }
+    static std::string NotOpened(const std::string& path) { return "Failed to Open File: '" + path + "'\n"; }
+    static std::int32_t ReadInt(Archive& archive) { return ReadOver<std::int32_t>(0, archive, &Archive::ReadInt); }
+};
+
+TEST_F(FileArchiveSystemTest, EncodingIsFoundByTheFirstBytes) {
+    const std::string undetected = Undetected("memory");
+    const std::string shortRead = ShortRead(1, 0);
+    const std::string textOf16 = "\xFF\xFET\0X\0T\0\n\0V\0a\0l\0u\0e\0 \0003\0"s;
+    const struct {
+        const char* name;
+        std::string file;
+        bool isFound;
+        std::int32_t value; // the first
+        std::string reports;
+    } kCases[] = {
+        {"Empty", "", false, 0, shortRead + shortRead + shortRead + shortRead + undetected},
+        {"OneByte", "T", false, 0, shortRead + shortRead + shortRead + undetected},
+        {"ThreeBytes", "TXT", true, 0, shortRead + Missing("Value", 1, "")},
+        {"BinaryOfThreeBytes", "BIN", true, 0, shortRead + shortRead},
+        {"Binary", "BIN\n\3\0\0\0"s, true, 3, ""},
+        {"BinaryWithAnyFourthByte", "BINARY\0\0"s, true, 'R' + 256 * 'Y', ""},
+        {"BinaryInLowerCase", "bin\n\3\0\0\0"s, false, 0, undetected},
+        {"BinaryBehindMark",
+         "\xEF\xBB\xBF"
+         "BIN\n",
+         false, 0, undetected},
+        {"Text", "TXT\nValue 3\n", true, 3, ""},
+        {"TextWithMark", "\xEF\xBB\xBFTXT\r\nValue 3\r\n", true, 3, ""},
+        {"TextInAWord", "MyTXTfile\nValue 3\n", true, 3, ""},
+        {"TextBehindBinary", "xBIN TXT\nValue 3\n", true, 3, ""},
+        {"TextInLowerCase", "txt\nValue 3\n", false, 0, undetected},
+        {"TextInTheSecondLine", "\nTXT\nValue 3\n", false, 0, undetected},
+        {"TextBehindANul", "\0TXT\nValue 3\n"s, false, 0, undetected},
+        {"TextAtTheEndOfTheLineBuffer", std::string(1019, '-') + "TXT\nValue 3\n", true, 3, ""},
+        {"TextBehindTheLineBuffer", std::string(1021, '-') + "TXT\nValue 3\n", false, 0, undetected},
+        {"Utf16", textOf16, true, 3, ""},
+        {"Utf16BigEndian", "\xFE\xFF\0T\0X\0T\0\n"s, false, 0, undetected},
+    };
+    for (const auto& c : kCases) {
+        SCOPED_TRACE(c.name);
+        auto archive = m_Archives.OpenForReading(File::ReadFromMemory(u"memory", c.file));
+        EXPECT_EQ(archive != nullptr, c.isFound);
+        EXPECT_EQ(m_Archives.GetFileArchiveCount(), c.isFound ? 1 : 0);
+        if (archive != nullptr) {
+            EXPECT_EQ(ReadInt(*archive), c.value);
+            m_Archives.Release(std::move(archive));
+        }
+        EXPECT_EQ(TakeReports(), c.reports);
+    }
+}
+
+TEST_F(FileArchiveSystemTest, SourceThatCannotBeOpenedIsReportedOnce) {
+    const TemporaryFolder folder;
+    for (const char* name : {"missing", "."}) {
+        const std::string path = folder.GetName(name);
+        EXPECT_EQ(m_Archives.OpenForReading(folder / name), nullptr);
+        EXPECT_EQ(TakeReports(), NotOpened(path) + Undetected(path));
+        EXPECT_FALSE(m_Archives.Load(folder / name, [](FileArchive&) { return true; }));
+        EXPECT_EQ(TakeReports(), NotOpened(path) + Undetected(path));
+    }
+    folder.Put("empty", "");
+    EXPECT_FALSE(m_Archives.Load(folder / "empty", [](FileArchive&) { return true; }));
+    EXPECT_EQ(m_Reports.Count("desired read bytes = 1, actual read bytes = 0.\n"), 4);
+    EXPECT_EQ(m_Reports.GetTexts().size(), 5u);
+}
+
+TEST_F(FileArchiveSystemTest, DestinationThatCannotBeOpenedIsReportedOnce) {
+    const TemporaryFolder folder;
+    for (const char* name : {"missing/file", "."}) {
+        for (const ArchiveFormat format : {ArchiveFormat::Text, ArchiveFormat::Binary}) {
+            EXPECT_EQ(m_Archives.OpenForWriting(folder / name, format), nullptr);
+            EXPECT_EQ(TakeReports(), NotOpened(folder.GetName(name)) + FailedHere("file != NULL"));
+        }
+    }
+    EXPECT_EQ(m_Archives.OpenForWriting(File::ReadFromMemory(u"memory", ""), ArchiveFormat::Text), nullptr);
+    EXPECT_EQ(TakeReports(), FailedHere("file->GetAccess() == FileAccess::Write"));
+}
+
+TEST_F(FileArchiveSystemTest, SavedFileIsLoadedBack) {
+    const TemporaryFolder folder;
+    const auto save = [](FileArchive& archive) { archive.WriteInt(kValue, std::int32_t{3}); };
+    const std::string contents[] = {"\xEF\xBB\xBFTXT\r\nValue 3\r\n", "BIN\n\3\0\0\0"s};
+    for (const int format : {0, 1}) {
+        folder.Put("file", "a longer file than the one that replaces it");
+        EXPECT_TRUE(m_Archives.Save(folder / "file", static_cast<ArchiveFormat>(format), save));
+        EXPECT_EQ(folder.Get("file"), contents[format]);
+        EXPECT_TRUE(m_Archives.Load(folder / "file", [](FileArchive& archive) {
+            EXPECT_EQ(ReadInt(archive), 3);
+            return true;
+        }));
+    }
+    EXPECT_EQ(TakeReports(), "");
+    m_Archives.Save(folder / "file", ArchiveFormat::Text, [](FileArchive&) { throw std::bad_alloc(); });
+    EXPECT_EQ(TakeReports(), "There is not enough memory for this conversion.\n");
+    EXPECT_EQ(folder.Get("file"), contents[1]);
+    EXPECT_EQ(m_Archives.GetFileArchiveCount(), 0);
+    EXPECT_EQ(folder.List(), std::set<std::string>{"file"});
+}
+
+TEST_F(FileArchiveSystemTest, OpenArchivesAreCounted) {
+    {
+        FileArchiveSystem system;
+        system.Release(nullptr);
+        EXPECT_EQ(TakeReports(), FailedHere("fileArchiveCount >= 0"));
+    }
+    EXPECT_EQ(TakeReports(), FailedHere("fileArchiveCount == 0"));
+    {
+        FileArchiveSystem system;
+        system.CreateArchive(File::ReadFromMemory(u"memory", ""), ArchiveFormat::Text, false);
+    }
+    EXPECT_EQ(TakeReports(), FailedHere("fileArchiveCount == 0"));
+
+    std::string bytes;
+    for (const int format : {-1, 3}) { // counted too, although nothing was made
+        auto archive =
+            m_Archives.OpenForWriting(File::WriteToMemory(u"memory", bytes), static_cast<ArchiveFormat>(format));
+        EXPECT_EQ(archive, nullptr);
+        EXPECT_EQ(TakeReports(), FailedHere("false"));
+        EXPECT_EQ(m_Archives.GetFileArchiveCount(), 1);
+        m_Archives.Release(std::move(archive));
+        EXPECT_EQ(TakeReports(), "");
+    }
+}
+
+TEST_F(FileArchiveSystemTest, RemoteStorageOpensNoFile) {
+    const TemporaryFolder folder;
+    auto archive = m_Archives.OpenForWriting(folder / "file", ArchiveFormat::Steam);
+    ASSERT_NE(archive, nullptr);
+    archive->WriteInt(kValue, std::int32_t{3});
+    archive->WriteBool(kValue, true);
+    EXPECT_EQ(static_cast<SteamFileArchive&>(*archive).GetBytes(), "\3\0\0\0\1"s);
+    m_Archives.Release(std::move(archive));
+    EXPECT_TRUE(folder.List().empty());
+    EXPECT_EQ(TakeReports(), "");
+}
+
+TEST_F(FileArchiveSystemTest, ReportsCarryTheirPosition) {
+    using Kind = ReportPosition::Kind;
+    const struct {
+        const char* name;
+        std::string file;
+        std::vector<std::uint64_t> positions; // of the reports of two vectors
+        Kind kind;
+    } kCases[] = {
+        {"Values", "TXT\nValue [ 1 2 ]\nValue [ 1 x ]\n", {2, 3}, Kind::Line},
+        {"Misses", "TXT\nOther 3\n", {2, 2}, Kind::Line},
+        {"MissBehindAValue", "TXT\nValue [ 1 2 3 ]\nOther\n", {3}, Kind::Line},
+        {"LastLineWithoutEnd", "TXT\nValue [ 1 2 3 ]\nValue", {3}, Kind::Line},
+        {"End", "TXT\nValue [ 1 2 3 ]\n", {3}, Kind::Line},
+        {"ShortReads", "BIN\n" + std::string(20, '\0') + "abc", {27}, Kind::Offset},
+    };
+    for (const auto& c : kCases) {
+        SCOPED_TRACE(c.name);
+        m_Reports.Take();
+        LoadWith(c.file, [&](Archive& archive) {
+            for (int i = 0; i < 2; ++i)
+                ReadOver<Vector3>({}, archive, &Archive::ReadVector3);
+            ASSERT_EQ(m_Reports.GetPositions().size(), c.positions.size());
+            for (std::size_t i = 0; i < c.positions.size(); ++i) {
+                EXPECT_EQ(m_Reports.GetPositions()[i].m_Kind, c.kind);
+                EXPECT_EQ(m_Reports.GetPositions()[i].m_Value, c.positions[i]);
+            }
+        });
+    }
+    m_Reports.Take();
+    ReportMessage(Message::OutOfMemory);
+    EXPECT_EQ(m_Reports.GetPositions()[0].m_Kind, Kind::None);
+}
+
+TEST_F(FileArchiveSystemTest, UnreadInputIsReported) {
+    const std::string longLine = "B " + std::string(2500, 'b');
+    const struct {
+        const char* name;
+        std::string file; // of which one integer is read
+        std::string reports;
+    } kCases[] = {
+        {"Nothing", "TXT\nValue 3\n", ""},
+        {"NothingInBinary", "BIN\n\3\0\0\0"s, ""},
+        {"BlankLines", "TXT\nValue 3\n\r\n \t\v\n\f", ""},
+        {"Lines", "TXT\nValue 3\n\n\tB 2\r\n\nC 3", "Unread input in 'memory': 2 lines, the first is line 4: B 2\n"},
+        {"LongLine", "TXT\nValue 3\n" + longLine + "\nC\n",
+         "Unread input in 'memory': 2 lines, the first is line 3: " + longLine.substr(0, 1023) + "\n"},
+        {"RestOfALongLine", "TXT\nValue 3" + std::string(1020, ' ') + "x\n",
+         "Unread input in 'memory': 1 lines, the first is line 2: x\n"},
+        {"OfferedLine", "TXT\nB 2\n",
+         Missing("Value", 1, "B 2\n") + "Unread input in 'memory': 1 lines, the first is line 2: B 2\n"},
+        {"Bytes", "BIN\n\3\0\0\0\0\0\0"s, "Unread input in 'memory': 3 bytes, the first at offset 8\n"},
+    };
+    for (const auto& c : kCases) {
+        LoadWith(c.file, [](Archive& archive) { ReadInt(archive); });
+        EXPECT_EQ(TakeReports(), c.reports) << c.name;
+    }
+}
+
+#ifndef _WIN32
+TEST_F(FileArchiveSystemTest, SourceMayBeAPipe) {
+    const TemporaryFolder folder;
+    const std::string path = folder.GetName("pipe");
+    ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+    std::string lines = "TXT\n", units = "\xFF\xFET\0X\0T\0\n\0"s, bytes = "BIN\n";
+    constexpr int kCount = 40000; // more than a window holds
+    for (int i = 0; i < kCount; ++i) {
+        lines += "Value 3\n";
+        units += "V\0a\0l\0u\0e\0 \0003\0\n\0"s;
+        bytes += "\3\0\0\0\0\0\0\0"s;
+    }
+    for (const std::string& file : {lines, units, bytes}) {
+        std::thread writer([&] { std::ofstream(path, std::ios::binary) << file; });
+        m_Archives.Load(folder / "pipe", [&](FileArchive& archive) {
+            int sum = 0;
+            for (int i = 0; i < (file[0] == 'B' ? 2 : 1) * kCount; ++i)
+                sum += ReadInt(archive);
+            EXPECT_EQ(sum, 3 * kCount);
+            return true;
+        });
+        writer.join();
+        EXPECT_EQ(TakeReports(), "");
+    }
+}
+#endif
+
+} // namespace
+} // namespace Corvid
