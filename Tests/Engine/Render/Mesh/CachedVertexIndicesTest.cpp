@@ -18,6 +18,7 @@ using Lists = std::array<List, 6>;
 
 constexpr float kInfinity = std::numeric_limits<float>::infinity();
 constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
+const float kOtherNan = std::bit_cast<float>(0x7FC12345);
 constexpr Vector3 kAxes[] = {{0, 1, 0}, {0, -1, 0}, {-1, 0, 0}, {1, 0, 0}, {0, 0, 1}, {0, 0, -1}};
 constexpr Vector3 kUp = kAxes[0];
 constexpr Vector3 kDown = kAxes[1];
@@ -106,7 +107,7 @@ TEST(CachedVertexIndicesTest, ListsAreSortedAndThinned) {
         {"EqualKeysByIndex", 10, {{0, 0, 9}, {1, 0, 11}, {2, 0, 9}, {3, 0, 11}, {4, 0, 10}}, {4, 0, 1, 2, 3}},
         {"InfiniteThenNanKeysLast",
          1,
-         {{0, 0, kNan}, {0, 0, kInfinity}, {0, 0, 1}, {0, 0, -kInfinity}, {0, 0, -kNan}, {0, 0, 0}},
+         {{0, 0, kOtherNan}, {0, 0, kInfinity}, {0, 0, 1}, {0, 0, -kInfinity}, {0, 0, -kNan}, {0, 0, 0}},
          {2, 5, 1, 3, 0, 4}},
         {"InfiniteRadiusKeepsVertex0Alone", kInfinity, {{0, 0, 0}, {5, 0, 0}, {0, 0, 7}}, {0}},
         {"NanRadiusKeepsAllByIndex", kNan, {{0, 0, 3}, {0, 0, 2}, {0, 0, 2}}, {0, 1, 2}},
@@ -169,7 +170,7 @@ TEST(CachedVertexIndicesTest, AgreesWithItsStepsOnTiesAndSpecialValues) {
     const auto pick = [&](std::initializer_list<float> values) { return values.begin()[random() % values.size()]; };
     const auto coordinate = [&] {
         return random() % 32 != 0 ? static_cast<float>(random() % 16) * 0.25f - 2.0f
-                                  : pick({kInfinity, -kInfinity, kNan, -0.0f, 1e-40f, -3e38f, 0.999f});
+                                  : pick({kInfinity, -kInfinity, kNan, kOtherNan, -0.0f, 1e-40f, -3e38f, 0.999f});
     };
     const auto component = [&] {
         const float limit = std::bit_cast<float>(0x3EC3EF10 + static_cast<std::uint32_t>(random() % 8));
