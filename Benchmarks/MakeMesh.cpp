@@ -1,6 +1,7 @@
-// make-mesh <destination> <txt|bin> <columns> <rows> [own|within|equal]: a ball of columns x rows vertices, bumpy enough
-// that its values have all their decimals. The last word chooses the bounding radius and positions by what they do to
-// the cached vertex lists: the mesh's own radius, all vertices within tolerance of each other, or all sort keys equal.
+// make-mesh <destination> <txt|bin> <columns> <rows> [own|within|equal]: a ball of columns x rows vertices, bumpy
+// enough that its values have all their decimals. The last word chooses the bounding radius and positions by what they
+// do to the cached vertex lists: the mesh's own radius, all vertices within tolerance of each other, or all sort keys
+// equal.
 
 #include <cmath>
 #include <cstdio>

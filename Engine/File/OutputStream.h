@@ -18,7 +18,7 @@ class OutputStream {
 public:
     static constexpr std::size_t kWindowSize = 256 * 1024;     // bytes
     static constexpr std::size_t kFirstWindowSize = 32 * 1024; // all that a small file needs
-    static constexpr std::size_t kRoom = 8 * 1024; // bytes that may be written at the position at any time
+    static constexpr std::size_t kRoom = 8 * 1024;             // bytes that may be written at the position at any time
 
     explicit OutputStream(ByteSink& sink); // which outlives the stream
 
