@@ -28,15 +28,18 @@ void CheckElementCount(std::int32_t elementCount, std::int32_t slotCount);
 
 void ReportEntryWithoutClass(const char16_t* word, Label countLabel, std::int32_t index);
 
-// Makes the container ready for `count` elements. Without the memory for them nothing more can be read.
+// Ends the loading of an object for want of memory.
+void StopForMemory(Archive& archive);
+
+// Makes the container ready for `count` elements.
 template <class T> void BeginElements(Archive& archive, DynamicArray<T>& list, std::int32_t count) {
     if (!list.SetSize(count))
-        archive.Stop();
+        StopForMemory(archive);
 }
 
 template <class T> void BeginElements(Archive& archive, DynamicVector<T>& list, std::int32_t count) {
     if (!list.SetCapacity(count))
-        archive.Stop();
+        StopForMemory(archive);
 }
 
 template <class T, int MAX_SIZE> void BeginElements(Archive&, FixedVector<T, MAX_SIZE>&, std::int32_t) {}

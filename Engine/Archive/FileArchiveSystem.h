@@ -47,11 +47,11 @@ public:
 
     // Opens, runs `load(FileArchive&)`, which tells whether it loaded an object, and releases. Input that a loaded
     // object left unread is reported. False when there is no archive to load from. Running out of memory ends the
-    // loading with a report, like any other failure.
+    // loading with a report, like any other failure, but what it leaves is not saved.
     template <class Step> bool Load(std::u16string_view path, Step load);
 
-    // Opens, runs `save(FileArchive&)` and releases. False when there is no archive to save to. Running out of memory
-    // is reported and keeps the destination as it was.
+    // Opens, runs `save(FileArchive&)` and releases. False when there is no archive to save to. Running out of memory,
+    // now or in the last load, is reported and keeps the destination as it was.
     template <class Step> bool Save(std::u16string_view path, ArchiveFormat format, Step save);
 
 private:
@@ -59,6 +59,7 @@ private:
 
     int m_FileArchiveCount = 0;
     bool m_AreChecksumsEnabled = true;
+    bool m_IsMemoryShort = false; // in the last Load()
 };
 
 // False, and a report, when `step()` ran out of memory.
@@ -75,26 +76,30 @@ template <class Step> bool RunWithinMemory(Step step) {
 template <class Step> bool FileArchiveSystem::Load(std::u16string_view path, Step load) {
     std::unique_ptr<FileArchive> archive;
     const int fileArchiveCount = m_FileArchiveCount;
-    if (!RunWithinMemory([&] { archive = OpenForReading(path); }))
+    m_IsMemoryShort = !RunWithinMemory([&] { archive = OpenForReading(path); });
+    if (m_IsMemoryShort)
         m_FileArchiveCount = fileArchiveCount;
     if (archive == nullptr)
         return false;
-    RunWithinMemory([&] {
+    m_IsMemoryShort = !RunWithinMemory([&] {
         if (load(*archive))
             archive->ReportUnreadInput();
     });
+    m_IsMemoryShort = m_IsMemoryShort || archive->IsMemoryShort();
     Release(std::move(archive));
     return true;
 }
 
 template <class Step> bool FileArchiveSystem::Save(std::u16string_view path, ArchiveFormat format, Step save) {
+    if (m_IsMemoryShort)
+        return false;
     std::unique_ptr<FileArchive> archive;
     const int fileArchiveCount = m_FileArchiveCount;
     if (!RunWithinMemory([&] { archive = OpenForWriting(path, format); }))
         m_FileArchiveCount = fileArchiveCount;
     if (archive == nullptr)
         return false;
-    if (RunWithinMemory([&] { save(*archive); }))
+    if (RunWithinMemory([&] { save(*archive); }) && !archive->IsMemoryShort())
         Release(std::move(archive));
     else
         Abandon(std::move(archive));

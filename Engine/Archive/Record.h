@@ -38,7 +38,7 @@ public:
     // In the format but not kept: read and dropped, written as given.
     void Reserved(Label label, auto dropped) { Value(label, dropped); }
 
-    // Steps of one direction only.
+    // Steps of one direction only. One before saving tells whether memory sufficed for it.
     void AfterLoad(auto& record, auto step) { step(record); }
     void BeforeSave(auto&, auto) {}
 
@@ -124,7 +124,10 @@ public:
     void Block(const auto& block) { m_Archive.WriteObject(block); }
     void Reserved(Label label, const auto& written) { Value(label, written); }
     void AfterLoad(const auto&, auto) {}
-    void BeforeSave(const auto& record, auto step) { step(record); }
+    void BeforeSave(const auto& record, auto step) {
+        if (!step(record))
+            m_Archive.SetMemoryShort();
+    }
 
     void List(Label countLabel, Label label, const auto& list) {
         Value(countLabel, list.GetSize());

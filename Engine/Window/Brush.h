@@ -58,7 +58,10 @@ public:
     static void Fields(auto& self, auto& fields) {
         fields.Value(u"name", self.m_Name);
         auto content = BrushContent::Invalid;
-        fields.BeforeSave(self, [&content](const Brush& brush) { content = brush.DeriveContent(); });
+        fields.BeforeSave(self, [&content](const Brush& brush) {
+            content = brush.DeriveContent();
+            return true;
+        });
         fields.Value(u"content", content);
         if (HasMargins(content)) {
             fields.Value(u"stretchMargins", self.m_StretchMargins);

@@ -74,23 +74,27 @@ private:
 
 } // namespace
 
-void ComputeCachedVertexIndices(const DynamicArray<MeshVertex>& vertices, float boundingRadius,
+bool ComputeCachedVertexIndices(const DynamicArray<MeshVertex>& vertices, float boundingRadius,
                                 CachedVertexIndices& lists) {
     const int count = vertices.GetSize();
     bool hasMemory = true;
     for (VertexIndexVector& list : lists)
         hasMemory = list.SetCapacity(count) && hasMemory;
     DynamicArray<DirectionMask> faced;
-    if (!faced.SetSize(count) || !hasMemory || count == 0)
-        return;
+    if (!faced.SetSize(count) || !hasMemory)
+        return false;
     DirectionMask* mask = faced.begin();
     for (const MeshVertex& vertex : vertices)
         *mask++ = FacedDirections(vertex.m_Normal);
 
     ListBuilder builder(vertices, faced, boundingRadius, lists);
     VertexOrder order;
-    builder.Build(order.Sort(vertices, boundingRadius, &Vector3::z), kSortedByZ);
-    builder.Build(order.Sort(vertices, boundingRadius, &Vector3::x), kSortedByX);
+    const auto build = [&](float Vector3::*axis, DirectionMask directions) {
+        const auto entries = order.Sort(vertices, boundingRadius, axis);
+        builder.Build(entries, directions);
+        return entries.size() == static_cast<std::size_t>(count);
+    };
+    return build(&Vector3::z, kSortedByZ) && build(&Vector3::x, kSortedByX);
 }
 
 } // namespace Corvid

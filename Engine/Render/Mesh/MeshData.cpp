@@ -18,8 +18,8 @@ void MeshData::DeriveBox() {
     m_BoxHalfExtents = (m_MaxBoundingExtents - m_MinBoundingExtents) * 0.5f;
 }
 
-void MeshData::UpdateCachedVertexIndices() const {
-    ComputeCachedVertexIndices(m_Vertices, m_BoundingRadius, m_CachedVertexIndices);
+bool MeshData::UpdateCachedVertexIndices() const {
+    return ComputeCachedVertexIndices(m_Vertices, m_BoundingRadius, m_CachedVertexIndices);
 }
 
 bool MeshData::LoadFromFile(FileArchiveSystem& archives, std::u16string_view path) {

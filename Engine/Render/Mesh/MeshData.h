@@ -39,7 +39,7 @@ public:
         fields.List(u"NumPoints", u"Point", self.m_Points);
         fields.List(u"NumVertices", u"Vertex", self.m_Vertices);
         fields.List(u"NumTriangles", u"Triangle", self.m_Triangles);
-        fields.BeforeSave(self, [](auto& data) { data.UpdateCachedVertexIndices(); });
+        fields.BeforeSave(self, [](auto& data) { return data.UpdateCachedVertexIndices(); });
         for (int direction = 0; direction < kDirectionCount; ++direction)
             fields.List(kCachedIndexCountLabels[static_cast<std::size_t>(direction)], u"Index",
                         self.m_CachedVertexIndices[direction]);
@@ -50,7 +50,7 @@ public:
     // False when the destination cannot be written.
     bool SaveToFile(FileArchiveSystem& archives, ArchiveFormat format, std::u16string_view path) const;
 
-    void UpdateCachedVertexIndices() const;
+    bool UpdateCachedVertexIndices() const; // false when memory is short
     const CachedVertexIndices& GetCachedVertexIndices() const { return m_CachedVertexIndices; }
 
     std::uint32_t m_IsLoaded = 0; // 1 from the begin of a load from a file
