@@ -15,7 +15,7 @@ constexpr std::uint32_t kNanKey = 0x7FC00000; // above infinity; one key for all
 // Below this many entries comparing is quicker than counting.
 constexpr int kFewEntries = 512;
 
-// Three digits cover the 31 bits of a non-negative float.
+// Four digits cover the 31 bits of a non-negative float.
 constexpr int kDigits = 4;
 constexpr int kDigitBits = 8;
 constexpr std::size_t kDigitValues = std::size_t(1) << kDigitBits;
