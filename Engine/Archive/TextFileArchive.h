@@ -76,7 +76,7 @@ public:
 
     void EnableChecksum(bool isEnabled) override;
 
-    // For tests: every read takes the general way.
+    // From now on every read takes the general way: for tests, and once the archive is stopped.
     void CloseFastWay();
 
 private:

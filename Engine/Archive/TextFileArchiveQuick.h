@@ -1,8 +1,8 @@
 #pragma once
 
 // The inner pieces of TextFileArchive, for its own sources: a line of the shape that the archive writes itself, written
-// and recognised without a loop. What is left per line is about what the bytes demand: a mask for the tabs, two packs
-// and a compare or store for the label, the number, and one 16-bit word for the line end.
+// and recognised without a loop. What is left per line is about what the bytes demand: a mask for the tabs, a word or
+// two for the label, the number, and one 16-bit word for the line end.
 
 #include <algorithm>
 #include <cstdint>

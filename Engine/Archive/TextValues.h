@@ -28,7 +28,7 @@ int ScanFloatBits(std::string_view text, float& value);              // "%f Bits
 int ScanDoubleBits(std::string_view text, double& value);            // "%f Bits=%lld": 2 items
 int ScanFloatsBits(std::string_view text, float* values, int count); // "[ %f ... ] Bits=[ %d , ... ]": 2 * count
 
-// One float of a list on the spot, for the fast way of reading: null when the text has another shape.
+// One float of a list where it stands in the window, for the way ahead: null when the text has another shape.
 inline const char* ScanNextFloat(const char* position, const char* end, float& value) {
     position = SkipBlanks(position);
     return ScanFloat(position, end, value);
