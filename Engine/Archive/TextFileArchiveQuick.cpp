@@ -24,7 +24,7 @@ inline const char* ScanQuickInt(const char* position, const char* end, std::int3
 }
 
 inline const char* ScanQuickFloat(const char* position, const char* end, float& value) {
-#if defined(__SSE4_1__)
+#if defined(__SSE4_1__) && defined(__SSE2_MATH__)
     return NumberDetail::ScanCanonicalFloat(position, end, value);
 #else
     return ScanFloat(position, end, value);
