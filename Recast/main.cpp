@@ -30,10 +30,8 @@ int Run(int argumentCount, const Corvid::NativeString::value_type* const* native
     return Corvid::RunProgram(arguments, output);
 }
 
-} // namespace
-
 // Memory may run out before a run can tell of it in its own way.
-int RunWithinMemory(int argumentCount, const Corvid::NativeString::value_type* const* nativeArguments) {
+int RunOrTellOfMemory(int argumentCount, const Corvid::NativeString::value_type* const* nativeArguments) {
     try {
         return Run(argumentCount, nativeArguments);
     } catch (const std::bad_alloc&) {
@@ -43,12 +41,14 @@ int RunWithinMemory(int argumentCount, const Corvid::NativeString::value_type* c
     }
 }
 
+} // namespace
+
 #ifdef _WIN32
 extern "C" int wmain(int argumentCount, wchar_t** arguments) {
-    return RunWithinMemory(argumentCount, arguments);
+    return RunOrTellOfMemory(argumentCount, arguments);
 }
 #else
 int main(int argumentCount, char** arguments) {
-    return RunWithinMemory(argumentCount, arguments);
+    return RunOrTellOfMemory(argumentCount, arguments);
 }
 #endif
