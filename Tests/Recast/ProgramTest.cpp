@@ -69,6 +69,15 @@ TEST_F(ProgramTest, EveryKindConvertsBothWays) {
     }
 }
 
+TEST_F(ProgramTest, ParticleConversionDropsFolders) {
+    const std::string text = ReadExample("Particle/ReactorBlast.particle");
+    const std::string name = "\"Spark_Streak.dds\"";
+    ASSERT_NE(text.find(name), text.npos);
+    m_Folder.Put("a", std::string(text).replace(text.find(name), 1, "\"C:\\Art/Sparks\\"));
+    EXPECT_EQ(Convert({u"particle", u"a", u"b", u"txt"}), "");
+    EXPECT_EQ(m_Folder.Get("b"), text);
+}
+
 TEST_F(ProgramTest, SourceMayBeTheDestinationByAnyName) {
     std::filesystem::create_symlink("a", "link");
     for (const ExampleKind& kind : kExampleKinds) {
