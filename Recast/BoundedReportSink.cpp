@@ -11,6 +11,14 @@ namespace {
 
 constexpr std::size_t kFlushBytes = 64 * 1024;
 constexpr std::size_t kClosingLineBytes = 128; // kept back for the closing line
+constexpr std::size_t kOutcomeBytes = 4096;    // kept back for reports on the run's outcome
+
+// Of the destination or of the run as a whole, not of a place in the source: whoever needs one report needs this one.
+bool IsAboutOutcome(const Report& report) {
+    if (report.m_Kind == Report::Kind::Message && report.m_Message == Message::OutOfMemory)
+        return true;
+    return report.m_Position.m_Kind == ReportPosition::Kind::None;
+}
 
 void AppendLine(std::string& text, const Report& report) {
     AppendReportText(text, report);
@@ -36,14 +44,15 @@ BoundedReportSink::~BoundedReportSink() {
 }
 
 void BoundedReportSink::Take(const Report& report) {
-    if (m_ReportsLeftOut > 0) { // nothing behind a gap, and no more work for it
+    const std::size_t keptBack = IsAboutOutcome(report) ? kClosingLineBytes : kClosingLineBytes + kOutcomeBytes;
+    if (m_ReportsLeftOut > 0 && keptBack > kClosingLineBytes) { // none behind a gap, and no more work for it
         ++m_ReportsLeftOut;
         return;
     }
     const std::size_t start = m_Text.size();
     AppendLine(m_Text, report);
     const std::size_t bytes = m_Text.size() - start;
-    if (!HasRoomFor(bytes)) {
+    if (!HasRoomFor(bytes + keptBack)) {
         m_Text.resize(start);
         ++m_ReportsLeftOut;
         return;
@@ -54,7 +63,7 @@ void BoundedReportSink::Take(const Report& report) {
 }
 
 bool BoundedReportSink::HasRoomFor(std::size_t bytes) {
-    const std::uint64_t wanted = m_BytesTaken + bytes + kClosingLineBytes;
+    const std::uint64_t wanted = m_BytesTaken + bytes;
     if (wanted > m_Bound && !m_IsBoundFinal) {
         SourceFile source;
         const std::uint64_t size = source.Open(m_SourcePath) ? source.GetSize() : 0;

@@ -10,7 +10,8 @@
 namespace Corvid {
 
 // Prints reports, each on a line of its own, in order. A file that is wrong from end to end must not drown its author:
-// the whole output of reports is bounded by the size of the source, and a closing line counts what is left out.
+// the whole output of reports is bounded by the size of the source, and a closing line counts what is left out. What
+// tells of the outcome, such as a destination that could not be written, still has room then.
 class BoundedReportSink final : public ReportSink {
 public:
     static constexpr std::uint64_t kBaseBytes = std::uint64_t(1) << 20;
