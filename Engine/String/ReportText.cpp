@@ -36,11 +36,11 @@ const char16_t* FormatOf(Message message) {
     case Message::UnreadBytes:
         return u"Unread input in '%s': %d bytes, the first at offset %d\n";
     case Message::EndlessSource:
-        return u"The source '%s' does not end: the first %d bytes are used.\n";
+        return u"The source '%s' does not end: reading stops after %d bytes.\n";
     case Message::SilentSource:
-        return u"The source '%s' delivers nothing more: what came by then is used.\n";
+        return u"The source '%s' delivers nothing more: reading stops here.\n";
     case Message::FailedSource:
-        return u"The source '%s' cannot be read further: what came by then is used.\n";
+        return u"The source '%s' cannot be read further: reading stops here.\n";
     case Message::OutOfMemory:
         return u"There is not enough memory for this conversion.\n";
     case Message::MeshNotFound:
@@ -48,7 +48,7 @@ const char16_t* FormatOf(Message message) {
     case Message::DataFileNotFound:
         return u"Failed to find data file '%s'. (SubPath = %s)\n";
     case Message::OtherMeshFileUsed:
-        return u"The mesh '%s' is no file: '%s' is used in its place.\n";
+        return u"The mesh '%s' is loaded from the file '%s'.\n";
     case Message::EntryWithoutClass:
         return u"The type '%s' of '%s' number %d has no class: the entry is left out.\n";
     case Message::EntityNameTooLong:
