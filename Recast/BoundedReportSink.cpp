@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "Engine/File/SourceFile.h"
+#include "Engine/File/NativePath.h"
 #include "Engine/String/ReportText.h"
 
 namespace Corvid {
@@ -65,9 +65,8 @@ void BoundedReportSink::Take(const Report& report) {
 bool BoundedReportSink::HasRoomFor(std::size_t bytes) {
     const std::uint64_t wanted = m_BytesTaken + bytes;
     if (wanted > m_Bound && !m_IsBoundFinal) {
-        SourceFile source;
-        const std::uint64_t size = source.Open(m_SourcePath) ? source.GetSize() : 0;
-        m_Bound = std::min(kMostBytes, kBaseBytes + kBytesPerSourceByte * std::min(size, kMostBytes));
+        const std::uint64_t size = std::min(GetFileSize(m_SourcePath), kMostBytes);
+        m_Bound = std::min(kMostBytes, kBaseBytes + kBytesPerSourceByte * size);
         m_IsBoundFinal = true;
     }
     return wanted <= m_Bound;

@@ -20,7 +20,7 @@ struct ElementSize {
 
 // Through this interface every persistent object saves and loads itself, one typed operation a field. A read that
 // fails leaves its target as it was and has been reported; nothing is thrown.
-class Archive : public PositionSource {
+class Archive {
 public:
     virtual ~Archive() = default;
 

@@ -12,7 +12,7 @@
 namespace Corvid {
 
 // An archive over an open file, which it owns. Reports made while it lives carry its position.
-class FileArchive : public Archive {
+class FileArchive : public Archive, public PositionSource {
 public:
     explicit FileArchive(std::unique_ptr<File> file);
     ~FileArchive() override = default;

@@ -49,7 +49,6 @@ public:
 
     std::uint64_t CountThatFits(const ElementSize&) const override { return 0; }
     void SkipToLabel(Label, Label) override {}
-    ReportPosition GetPosition() const override { return {}; }
 
 private:
     void Add(Label label, unsigned binaryBytes);

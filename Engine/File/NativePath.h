@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -20,5 +21,8 @@ NativeString NativeFromPath(std::u16string_view path);
 enum class PathKind { Missing, File, Folder }; // a device or FIFO is a File
 
 PathKind GetPathKind(std::u16string_view path);
+
+// In bytes; 0 for what is no ordinary file. Opens nothing.
+std::uint64_t GetFileSize(std::u16string_view path);
 
 } // namespace Corvid

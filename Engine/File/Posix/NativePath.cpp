@@ -110,4 +110,10 @@ PathKind GetPathKind(std::u16string_view path) {
     return S_ISDIR(status.st_mode) ? PathKind::Folder : PathKind::File;
 }
 
+std::uint64_t GetFileSize(std::u16string_view path) {
+    struct stat status;
+    const bool isFile = stat(NativeFromPath(path).c_str(), &status) == 0 && S_ISREG(status.st_mode);
+    return isFile ? static_cast<std::uint64_t>(status.st_size) : 0;
+}
+
 } // namespace Corvid

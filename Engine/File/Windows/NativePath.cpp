@@ -29,4 +29,12 @@ PathKind GetPathKind(std::u16string_view path) {
     return PathKind::File;
 }
 
+std::uint64_t GetFileSize(std::u16string_view path) {
+    WIN32_FILE_ATTRIBUTE_DATA data;
+    if (!GetFileAttributesExW(SystemPath(path).c_str(), GetFileExInfoStandard, &data) ||
+        (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
+        return 0;
+    return std::uint64_t{data.nFileSizeHigh} << 32 | data.nFileSizeLow;
+}
+
 } // namespace Corvid

@@ -22,8 +22,8 @@ constexpr DirectionMask kSortedByZ =
     MaskOf(Direction::Up) | MaskOf(Direction::Down) | MaskOf(Direction::Left) | MaskOf(Direction::Right);
 constexpr DirectionMask kSortedByX = MaskOf(Direction::Front) | MaskOf(Direction::Back);
 
-// The dot product with an axis is one component, give or take a sign, unless another component is infinite or NaN:
-// then it is NaN, and the normal faces nothing.
+// The dot product with an axis is one component of the normal, give or take a sign. A normal with an infinite or NaN
+// component faces nothing.
 DirectionMask FacedDirections(const Vector3& normal) {
     if (!std::isfinite(normal.x) || !std::isfinite(normal.y) || !std::isfinite(normal.z))
         return 0;

@@ -63,13 +63,11 @@ TEST(CachedVertexIndicesTest, NormalFacesDirectionsWithin67AndAHalfDegrees) {
         {1.0f, -kInfinity, false},
         {1.0f, kNan, false},
     };
-    const std::pair<float Vector3::*, float Vector3::*> kOthers[] = {
-        {&Vector3::x, &Vector3::z}, {&Vector3::x, &Vector3::z}, {&Vector3::y, &Vector3::z},
-        {&Vector3::y, &Vector3::z}, {&Vector3::x, &Vector3::y}, {&Vector3::x, &Vector3::y},
-    };
     for (std::size_t d = 0; d < 6; ++d) {
         for (const Case& row : kCases) {
-            for (float Vector3::*other : {kOthers[d].first, kOthers[d].second}) {
+            for (float Vector3::*other : {&Vector3::x, &Vector3::y, &Vector3::z}) {
+                if (kAxes[d].*other != 0.0f)
+                    continue;
                 Vector3 normal{};
                 for (float Vector3::*c : {&Vector3::x, &Vector3::y, &Vector3::z})
                     normal.*c = kAxes[d].*c == 0.0f ? 0.0f : kAxes[d].*c * row.along;

@@ -39,10 +39,10 @@ TEST_F(MeshSystemTest, PathsAreTakenAsTheyStandOrSearchedFor) {
         {u"", u"./ship.mesh", 1, ""},
         {u"", u"models/ship.mesh", 2, ""},
         {u"", u"noextension", 3, ""},
-        {u"", u"ship", 1, "The mesh 'ship' is no file: 'ship.mesh' is used in its place.\n"},
-        {u"", u"gone/ship.fbx", 1, "The mesh 'gone/ship.fbx' is no file: 'ship.mesh' is used in its place.\n"},
-        {u"", u"C:\\a\\ship.x", 1, "The mesh 'C:\\a\\ship.x' is no file: 'ship.mesh' is used in its place.\n"},
-        {u"", u"parts", 4, "The mesh 'parts' is no file: 'parts.mesh' is used in its place.\n"}, // a folder
+        {u"", u"ship", 1, "The mesh 'ship' is loaded from the file 'ship.mesh'.\n"},
+        {u"", u"gone/ship.fbx", 1, "The mesh 'gone/ship.fbx' is loaded from the file 'ship.mesh'.\n"},
+        {u"", u"C:\\a\\ship.x", 1, "The mesh 'C:\\a\\ship.x' is loaded from the file 'ship.mesh'.\n"},
+        {u"", u"parts", 4, "The mesh 'parts' is loaded from the file 'parts.mesh'.\n"}, // a folder
         {u"", u"models", 0, "Failed to find data file 'models.mesh'. (SubPath = )\nCould not find Mesh: models\n"},
         {u"", u"x/none.x", 0, "Failed to find data file 'none.mesh'. (SubPath = )\nCould not find Mesh: x/none.x\n"},
         {u"", u"odd.x", 0, "Failed to find data file 'odd.mesh'. (SubPath = )\nCould not find Mesh: odd.x\n"},
