@@ -3,36 +3,27 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <initializer_list>
 #include <limits>
 
 namespace Corvid {
 namespace {
 
 TEST(ColorTest, ChannelsAreClampedAndRoundedHalfUp) {
-    struct Case {
-        float channel;
-        std::uint32_t byte;
+    using Limits = std::numeric_limits<float>;
+    const auto expectByte = [](std::uint32_t byte, std::initializer_list<float> channels) {
+        for (const float channel : channels) {
+            EXPECT_EQ(PackColor({channel, 0, 0, 0}), byte << 16) << channel;
+            EXPECT_EQ(PackColor({0, 0, 0, channel}), byte << 24) << channel;
+        }
     };
-    const Case kCases[] = {
-        {0.0f, 0},
-        {-0.0f, 0},
-        {-1.0f, 0},
-        {1.0f, 255},
-        {std::nextafter(1.0f, 0.0f), 255},
-        {1.5f, 255},
-        {std::numeric_limits<float>::infinity(), 255},
-        {-std::numeric_limits<float>::infinity(), 0},
-        {std::numeric_limits<float>::quiet_NaN(), 0},
-        {std::numeric_limits<float>::denorm_min(), 0},
-        {0.5f, 128}, // 127.5 and a half
-        {0.00196078443f, 1},
-        {0.00196078420f, 0}, // just below a half: a sum in single precision would round it up
-        {0.503921568f, 128}, // the same
-    };
-    for (const Case& row : kCases) {
-        EXPECT_EQ(PackColor({row.channel, 0, 0, 0}), row.byte << 16) << row.channel;
-        EXPECT_EQ(PackColor({0, 0, 0, row.channel}), row.byte << 24) << row.channel;
-    }
+    expectByte(0, {0.0f, -0.0f, -1.0f, -Limits::infinity(), Limits::quiet_NaN(), Limits::denorm_min()});
+    expectByte(255, {1.0f, std::nextafter(1.0f, 0.0f), 1.5f, Limits::infinity()});
+    expectByte(1, {0.00196078443f});
+    expectByte(128, {0.5f}); // from 127.5
+    // Just below a half, where a sum in single precision would round up.
+    expectByte(0, {0.00196078420f});
+    expectByte(128, {0.503921568f});
 }
 
 TEST(ColorTest, AlphaIsTheHighByteThenRedGreenBlue) {
