@@ -63,7 +63,7 @@ inline const char* LabelText::MatchShort(Label label, const char* bytes) {
         different = found ^ words[1];
     }
     // Shifts out what lies behind the label: 0 to 7 bytes.
-    return different << (-8 * length % 64) == 0 ? bytes + length : nullptr;
+    return different << ((0 - 8 * length) % 64) == 0 ? bytes + length : nullptr;
 }
 
 inline char* LabelText::WriteShort(Label label, char* bytes) {
