@@ -121,11 +121,34 @@ TEST_F(FileArchiveSystemTest, SavedFileIsLoadedBack) {
         }));
     }
     EXPECT_EQ(TakeReports(), "");
-    m_Archives.Save(folder / "file", ArchiveFormat::Text, [](FileArchive&) { throw std::bad_alloc(); });
-    EXPECT_EQ(TakeReports(), "There is not enough memory for this conversion.\n");
-    EXPECT_EQ(folder.Get("file"), contents[1]);
     EXPECT_EQ(m_Archives.GetFileArchiveCount(), 0);
+}
+
+TEST_F(FileArchiveSystemTest, DestinationStaysWhenMemoryIsShort) {
+    const TemporaryFolder folder;
+    folder.Put("file", "TXT\n");
+    const auto lack = [](FileArchive&) -> bool { throw std::bad_alloc(); };
+    const auto tell = [](FileArchive& archive) {
+        archive.SetMemoryShort();
+        return true;
+    };
+    const auto write = [](FileArchive& archive) { archive.WriteBool(kValue, true); };
+    const std::string report = "There is not enough memory for this conversion.\n";
+    m_Archives.Save(folder / "file", ArchiveFormat::Text, lack);
+    EXPECT_EQ(TakeReports(), report);
+    m_Archives.Save(folder / "file", ArchiveFormat::Binary, tell);
+    EXPECT_TRUE(m_Archives.Load(folder / "file", lack)); // a loading that ended early is not saved
+    EXPECT_EQ(TakeReports(), report);
+    m_Archives.Save(folder / "file", ArchiveFormat::Binary, write);
+    m_Archives.Load(folder / "file", tell);
+    m_Archives.Save(folder / "file", ArchiveFormat::Binary, write);
+    EXPECT_EQ(folder.Get("file"), "TXT\n");
     EXPECT_EQ(folder.List(), std::set<std::string>{"file"});
+    EXPECT_EQ(m_Archives.GetFileArchiveCount(), 0);
+
+    m_Archives.Load(folder / "file", [](FileArchive&) { return true; });
+    m_Archives.Save(folder / "file", ArchiveFormat::Binary, write);
+    EXPECT_EQ(folder.Get("file"), "BIN\n\1");
 }
 
 TEST_F(FileArchiveSystemTest, OpenArchivesAreCounted) {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <bit>
+#include <memory>
 #include <random>
 #include <string>
 #include <vector>
@@ -13,65 +13,50 @@ namespace {
 // A text archive reads a line in one of three ways. Whatever the input is, all of them must read the same.
 enum class Way { Quick, Ahead, General };
 
-// Asks for every operation that has more than one way, in nested objects, and notes what came of it.
-class Probe final : public Archivable {
+// Asks for every operation that has more than one way, in nested objects.
+class Probe final : public Record<Probe> {
 public:
-    Probe(std::vector<std::uint32_t>& values, int depth) : m_Values(values), m_Depth(depth) {}
-    void Load(Archive& archive) override {
-        std::int32_t count = 7;
-        std::uint32_t flags = 7;
-        float radius = 7;
-        Vector3 offset{7, 7, 7};
-        Color tint{7, 7, 7, 7}, glow{7, 7, 7, 7};
-        bool isEnabled = true;
-        FixedString<20> name;
-        Matrix33 frame;
-        archive.ReadInt(u"Count", count);
-        archive.ReadInt(u"FlagsOfThisWholeObject", flags);
-        archive.ReadFloat(u"Radius", radius);
-        archive.ReadVector3(u"Offset", offset);
-        archive.ReadColor(u"Tint", tint);
-        archive.ReadColor(u"Glow", glow);
-        archive.ReadBool(u"IsEnabled", isEnabled);
-        ReadValue(archive, u"Name", name);
-        archive.ReadMatrix33(u"Frame", frame);
-        Probe inner(m_Values, m_Depth - 1);
-        if (m_Depth > 0)
-            archive.ReadLabeledObject(u"Inner", inner);
-        archive.ReadInt(u"Count", count);
-        Note(static_cast<std::uint32_t>(count), flags, radius, offset, tint, glow, isEnabled, frame);
-        for (const char16_t unit : name.GetView())
-            Note(std::uint32_t{unit});
+    explicit Probe(int depth) : m_Inner(depth > 0 ? std::make_unique<Probe>(depth - 1) : nullptr) {}
+
+    static void Fields(auto& self, auto& fields) {
+        fields.Value(u"Count", self.m_Count);
+        fields.Value(u"FlagsOfThisWholeObject", self.m_Flags);
+        fields.Value(u"Radius", self.m_Radius);
+        fields.Value(u"Offset", self.m_Offset);
+        fields.Value(u"Tint", self.m_Tint);
+        fields.Value(u"Glow", self.m_Glow);
+        fields.Value(u"IsEnabled", self.m_IsEnabled);
+        fields.Value(u"Name", self.m_Name);
+        fields.Value(u"Frame", self.m_Frame);
+        if (self.m_Inner != nullptr)
+            fields.Value(u"Inner", *self.m_Inner);
+        fields.Value(u"Count", self.m_LastCount);
     }
-    void Save(Archive& archive) const override {
-        archive.WriteInt(u"Count", std::int32_t{-12});
-        archive.WriteInt(u"FlagsOfThisWholeObject", std::uint32_t{3000000000});
-        archive.WriteFloat(u"Radius", 2.5f);
-        archive.WriteVector3(u"Offset", {0.125f, -0.0f, 123456.0f});
-        archive.WriteColor(u"Tint", Color{});
-        archive.WriteColor(u"Glow", kWhite);
-        archive.WriteBool(u"IsEnabled", false);
-        archive.WriteString(u"Name", u"\u20ACHull");
-        archive.WriteMatrix33(u"Frame", Matrix33::Identity());
-        if (m_Depth > 0)
-            archive.WriteLabeledObject(u"Inner", Probe(m_Values, m_Depth - 1));
-        archive.WriteInt(u"Count", std::int32_t{123456789});
+
+    // Values that no line has.
+    void Clear() {
+        m_Count = m_LastCount = 7;
+        m_Flags = 7;
+        m_Radius = 7;
+        m_Offset = {7, 7, 7};
+        m_Tint = m_Glow = {0, 1, 0, 1};
+        m_IsEnabled = true;
+        m_Name = u"kept";
+        m_Frame = Matrix33();
+        if (m_Inner != nullptr)
+            m_Inner->Clear();
     }
 
 private:
-    void Note(std::uint32_t value) { m_Values.push_back(value); }
-    void Note(float value) { Note(std::bit_cast<std::uint32_t>(value)); }
-    void Note(bool value) { Note(std::uint32_t{value}); }
-    void Note(const Vector3& value) { Note(value.x, value.y, value.z); }
-    void Note(const Color& value) { Note(value.red, value.green, value.blue, value.alpha); }
-    void Note(const Matrix33& value) { Note(value.GetRow(0), value.GetRow(1), value.GetRow(2)); }
-    template <class First, class... More> void Note(const First& first, const More&... more) {
-        Note(first);
-        Note(more...);
-    }
-
-    std::vector<std::uint32_t>& m_Values;
-    int m_Depth;
+    std::int32_t m_Count = -12, m_LastCount = 123456789;
+    std::uint32_t m_Flags = 3000000000;
+    float m_Radius = 2.5f;
+    Vector3 m_Offset{0.125f, -0.0f, 123456.0f};
+    Color m_Tint, m_Glow = kWhite;
+    bool m_IsEnabled = false;
+    FixedString<20> m_Name{u"\u20ACHull"};
+    Matrix33 m_Frame = Matrix33::Identity();
+    std::unique_ptr<Probe> m_Inner;
 };
 
 class TextWaysTest : public TextArchiveFixture {
@@ -79,7 +64,7 @@ protected:
     static constexpr int kDepth = 2;
 
     struct Result {
-        std::vector<std::uint32_t> values;
+        std::string values; // in the bits form
         std::vector<std::uint64_t> positions;
         std::string reports; // unread input is the last of them
         std::uint32_t checksum = 0;
@@ -91,12 +76,14 @@ protected:
             archive.EnableChecksum(way != Way::Quick);
             if (way == Way::General)
                 archive.CloseFastWay();
-            Probe probe(result.values, depth);
+            Probe probe(depth);
+            probe.Clear();
             archive.ReadObject(probe);
             archive.ReportUnreadInput();
             result.checksum = archive.GetChecksum();
             for (const ReportPosition& position : m_Reports.GetPositions())
                 result.positions.push_back(position.m_Value);
+            result.values = Write(true, [&](Archive& values) { values.WriteObject(probe); });
         };
         result.reports = Read(lines, read);
         return result;
@@ -115,13 +102,8 @@ protected:
         return general;
     }
 
-    static std::string Lines(int depth = kDepth) {
-        std::vector<std::uint32_t> none;
-        std::string bytes;
-        TextFileArchive archive(File::WriteToMemory(u"", bytes));
-        Probe(none, depth).Save(archive);
-        archive.GetFile().Close();
-        return bytes;
+    std::string Lines(int depth = kDepth) {
+        return Write(false, [depth](Archive& archive) { archive.WriteObject(Probe(depth)); });
     }
 
     static std::string Replace(std::string text, std::string_view part, std::string_view by) {
@@ -135,9 +117,7 @@ TEST_F(TextWaysTest, WhatIsWrittenIsReadInEveryDepth) {
     for (const int depth : {0, 1, 7, 8, 9, 20}) {
         const Result result = ExpectOneResult(Lines(depth), depth);
         EXPECT_EQ(result.reports, "") << depth;
-        ASSERT_GT(result.values.size(), 2u);
-        EXPECT_EQ(result.values[0], 123456789u);
-        EXPECT_EQ(result.values[1], 3000000000u);
+        EXPECT_EQ(result.values, Write(true, [depth](Archive& archive) { archive.WriteObject(Probe(depth)); }));
     }
 }
 

@@ -1,147 +1,112 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <string>
-#include <vector>
+#include <string_view>
 
 #include "Tests/Engine/Archive/TextArchiveFixture.h"
 
 namespace Corvid {
 namespace {
 
+using A = Archive;
+
 constexpr float kInfinity = std::numeric_limits<float>::infinity();
 constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
 
-// One of every operation.
-class Everything : public Archivable {
-public:
-    void Load(Archive&) override {}
-    void Save(Archive& archive) const override {
-        archive.WriteInt(u"Count", std::int32_t{3});
-        archive.WriteInt(u"Count", std::int32_t{-2147483647 - 1});
-        archive.WriteInt(u"Count", std::uint32_t{3000000000});
-        archive.WriteEnum(u"Kind", -1);
-        archive.WriteInt64(u"Big", std::int64_t{-9007199254740993});
-        archive.WriteBool(u"IsEnabled", true);
-        archive.WriteBool(u"IsVisible", false);
-        archive.WriteFloat(u"Radius", 2.5f);
-        archive.WriteFloat(u"Zero", -0.0f);
-        archive.WriteFloat(u"Third", 1.0f / 3.0f);
-        archive.WriteFloat(u"Large", 3.0e10f);
-        archive.WriteFloat(u"Infinite", -kInfinity);
-        archive.WriteFloat(u"Nan", std::copysign(kNan, -1.0f));
-        archive.WriteDouble(u"Exact", 0.1);
-        archive.WriteDouble(u"Half", 1.0 / 128.0);
-        archive.WriteVector3(u"Offset", {1.0f, 0.0f, -3.25f});
-        archive.WriteVector3(u"Far", {1234.5f, kInfinity, kNan});
-        archive.WriteVector4(u"Plane", {0.0f, 1.0f, 0.0f, -2.0f});
-        archive.WriteIntPair(u"Size", IntPair{64, 32});
-        archive.WriteIntPair(u"Size", -1, 0);
-        archive.WriteIntRect(u"Area", IntRect{1, -2, 3000000, 4});
-        archive.WriteString(u"Name", u"Hull");
-        archive.WriteMatrix33(u"Frame", Matrix33::Identity());
-        archive.WriteMatrix44(u"View", Matrix44());
-        archive.WriteColor(u"White", kWhite);
-        archive.WriteColor(u"Blue", {0.0f, 0.0f, 1.0f, 1.0f});
-        archive.WriteColor(u"Mixed", {0.5f, 2.0f, kNan, -1.0f});
-        archive.WriteColor(u"None", Color{});
-        archive.WriteLabeledObject(u"ALabelThatIsLongerThanSixteenLetters", Inner());
-        archive.WriteObject(Inner());
-    }
-
-private:
-    class Inner final : public Archivable {
-    public:
-        void Load(Archive&) override {}
-        void Save(Archive& archive) const override { archive.WriteInt(u"AnotherLongerLabel", std::int32_t{0}); }
-    };
-};
-
-// Behind each line's own tabs: its two forms, where they differ.
-const struct {
-    const char* sixDecimals;
-    const char* bits;
-} kLines[] = {
-    {"Count 3", nullptr},
-    {"Count -2147483648", nullptr},
-    {"Count -1294967296", nullptr},
-    {"Kind -1", nullptr},
-    {"Big -9007199254740993", nullptr},
-    {"IsEnabled TRUE", nullptr},
-    {"IsVisible FALSE", nullptr},
-    {"Radius 2.500000", "Radius 2.50 Bits=1075838976"},
-    {"Zero -0.000000", "Zero -0.00 Bits=-2147483648"},
-    {"Third 0.333333", "Third 0.33 Bits=1051372203"},
-    {"Large 30000001024.000000", "Large 30000001024.00 Bits=1356825718"},
-    {"Infinite -inf", "Infinite -inf Bits=-8388608"},
-    {"Nan -nan", "Nan -nan Bits=-4194304"},
-    {"Exact 0.100000", "Exact 0.10 Bits=4591870180066957722"},
-    {"Half 0.007812", "Half 0.01 Bits=4575657221408423936"},
-    {"Offset [ 1.000000 0.000000 -3.250000 ]", "Offset [ 1.00 0.00 -3.25 ] Bits=[ 1065353216 , 0 , -1068498944 ]"},
-    {"Far [ 1234.500000 inf nan ]", "Far [ 1234.50 inf nan ] Bits=[ 1150963712 , 2139095040 , 2143289344 ]"},
-    {"Plane [ 0.000000 1.000000 0.000000 -2.000000 ]",
-     "Plane [ 0.00 1.00 0.00 -2.00 ] Bits=[ 0 , 1065353216 , 0 , -1073741824 ]"},
-    {"Size [ 64 , 32 ]", nullptr},
-    {"Size [ -1 , 0 ]", nullptr},
-    {"Area [ 1 , -2 , 3000000 , 4 ]", nullptr},
-    {"Name \"Hull\"", nullptr},
-    {"Frame", nullptr},
-    {"\t [ 1.000000 0.000000 0.000000 ]", "\t [ 1.00 0.00 0.00 ] Bits=[ 1065353216 , 0 , 0 ]"},
-    {"\t [ 0.000000 1.000000 0.000000 ]", "\t [ 0.00 1.00 0.00 ] Bits=[ 0 , 1065353216 , 0 ]"},
-    {"\t [ 0.000000 0.000000 1.000000 ]", "\t [ 0.00 0.00 1.00 ] Bits=[ 0 , 0 , 1065353216 ]"},
-    {"View", nullptr},
-    {"\t [ 0.000000 0.000000 0.000000 0.000000 ]", "\t [ 0.00 0.00 0.00 0.00 ] Bits=[ 0 , 0 , 0 , 0 ]"},
-    {"\t [ 0.000000 0.000000 0.000000 0.000000 ]", "\t [ 0.00 0.00 0.00 0.00 ] Bits=[ 0 , 0 , 0 , 0 ]"},
-    {"\t [ 0.000000 0.000000 0.000000 0.000000 ]", "\t [ 0.00 0.00 0.00 0.00 ] Bits=[ 0 , 0 , 0 , 0 ]"},
-    {"\t [ 0.000000 0.000000 0.000000 0.000000 ]", "\t [ 0.00 0.00 0.00 0.00 ] Bits=[ 0 , 0 , 0 , 0 ]"},
-    {"White ffffffff", nullptr},
-    {"Blue ff0000ff", nullptr},
-    {"Mixed 80ff00", nullptr},
-    {"None 0", nullptr},
-    {"ALabelThatIsLongerThanSixteenLetters", nullptr},
-    {"\tAnotherLongerLabel 0", nullptr},
-    {"AnotherLongerLabel 0", nullptr},
-};
-
 class Nest final : public Archivable {
 public:
-    explicit Nest(int depth) : m_Depth(depth) {}
+    Nest(int depth, const std::function<void(Archive&)>& write) : m_Depth(depth), m_Write(write) {}
     void Load(Archive&) override {}
     void Save(Archive& archive) const override {
         if (m_Depth == 0)
-            Everything().Save(archive);
+            m_Write(archive);
         else
-            archive.WriteLabeledObject(u"In", Nest(m_Depth - 1));
+            archive.WriteLabeledObject(u"ALabelThatIsLongerThanSixteenLetters", Nest(m_Depth - 1, m_Write));
     }
 
 private:
     int m_Depth;
+    const std::function<void(Archive&)>& m_Write;
 };
 
-using TextWriteTest = TextArchiveFixture;
+class TextWriteTest : public TextArchiveFixture {
+protected:
+    // What is written under "Value", in both float forms; each line behind the tabs of its depth.
+    template <class Written, class Value>
+    void ExpectLines(void (Archive::*write)(Label, Written), const Value& value, std::string_view sixDecimals,
+                     std::string_view bits = {}) {
+        const auto writeValue = [&](Archive& archive) { (archive.*write)(kValue, value); };
+        for (const int depth : {0, 1, 2, 15, 16, 17, 20}) {
+            for (const bool isBitsMode : {false, true}) {
+                std::string expected;
+                for (int i = 0; i < depth; ++i)
+                    expected +=
+                        std::string(static_cast<std::size_t>(i), '\t') + "ALabelThatIsLongerThanSixteenLetters\r\n";
+                expected.append(static_cast<std::size_t>(depth), '\t').append("Value");
+                for (const char c : isBitsMode && !bits.empty() ? bits : sixDecimals) {
+                    if (c == '\n') // the row of a matrix
+                        expected.append("\r\n").append(static_cast<std::size_t>(depth) + 1, '\t');
+                    else
+                        expected.push_back(c);
+                }
+                const Nest nest(depth, writeValue);
+                EXPECT_EQ(Write(isBitsMode,
+                                [&](Archive& archive) {
+                                    archive.WriteObject(nest);
+                                    archive.WriteBool(u"Back", true); // at the outer depth again
+                                }),
+                          expected + "\r\nBack TRUE\r\n");
+            }
+        }
+        EXPECT_EQ(TakeReports(), ""); // "m_TabDepth > 0" held
+    }
+};
 
 TEST_F(TextWriteTest, EveryOperationAtEveryDepth) {
-    for (const int depth : {0, 1, 2, 15, 16, 17, 20}) {
-        for (const bool isBitsMode : {false, true}) {
-            std::string expected;
-            for (int i = 0; i < depth; ++i)
-                expected += std::string(static_cast<std::size_t>(i), '\t') + "In\r\n";
-            for (const auto& line : kLines) {
-                expected.append(static_cast<std::size_t>(depth), '\t');
-                expected.append(isBitsMode && line.bits != nullptr ? line.bits : line.sixDecimals).append("\r\n");
-            }
-            const Nest nest(depth);
-            EXPECT_EQ(Write(isBitsMode,
-                            [&](Archive& archive) {
-                                archive.WriteObject(nest);
-                                archive.WriteBool(u"Back", true); // at the outer depth again
-                            }),
-                      expected + "Back TRUE\r\n")
-                << depth << isBitsMode;
-        }
-    }
-    EXPECT_EQ(TakeReports(), ""); // "m_TabDepth > 0" held
+    ExpectLines<std::int32_t>(&A::WriteInt, 3, " 3");
+    ExpectLines<std::int32_t>(&A::WriteInt, -2147483647 - 1, " -2147483648");
+    ExpectLines<std::int32_t>(&A::WriteInt, 1234567, " 1234567");
+    ExpectLines<std::uint32_t>(&A::WriteInt, 3000000000u, " -1294967296");
+    ExpectLines(&A::WriteEnum, -1, " -1");
+    ExpectLines(&A::WriteInt64, std::int64_t{-9007199254740993}, " -9007199254740993");
+    ExpectLines(&A::WriteBool, true, " TRUE");
+    ExpectLines(&A::WriteBool, false, " FALSE");
+    ExpectLines<const IntPair&, IntPair>(&A::WriteIntPair, {-1, 32}, " [ -1 , 32 ]");
+    ExpectLines<const IntRect&, IntRect>(&A::WriteIntRect, {1, -2, 3000000, 4}, " [ 1 , -2 , 3000000 , 4 ]");
+    ExpectLines(&A::WriteString, u"Hull", " \"Hull\"");
+    ExpectLines(&A::WriteColor, kWhite, " ffffffff");
+    ExpectLines(&A::WriteColor, Color{0, 0, 1, 1}, " ff0000ff");
+    ExpectLines(&A::WriteColor, Color{0.5f, 2, kNan, -1}, " 80ff00");
+    ExpectLines(&A::WriteColor, Color{}, " 0");
+
+    ExpectLines(&A::WriteFloat, 2.5f, " 2.500000", " 2.50 Bits=1075838976");
+    ExpectLines(&A::WriteFloat, -0.0f, " -0.000000", " -0.00 Bits=-2147483648");
+    ExpectLines(&A::WriteFloat, 1.0f / 3.0f, " 0.333333", " 0.33 Bits=1051372203");
+    ExpectLines(&A::WriteFloat, 3.0e10f, " 30000001024.000000", " 30000001024.00 Bits=1356825718");
+    ExpectLines(&A::WriteFloat, -kInfinity, " -inf", " -inf Bits=-8388608");
+    ExpectLines(&A::WriteFloat, std::copysign(kNan, -1.0f), " -nan", " -nan Bits=-4194304");
+    ExpectLines(&A::WriteDouble, 0.1, " 0.100000", " 0.10 Bits=4591870180066957722");
+    ExpectLines(&A::WriteDouble, 1.0 / 128.0, " 0.007812", " 0.01 Bits=4575657221408423936");
+    ExpectLines(&A::WriteVector3, Vector3{1, 0, -3.25f}, " [ 1.000000 0.000000 -3.250000 ]",
+                " [ 1.00 0.00 -3.25 ] Bits=[ 1065353216 , 0 , -1068498944 ]");
+    ExpectLines(&A::WriteVector3, Vector3{1234.5f, kInfinity, kNan}, " [ 1234.500000 inf nan ]",
+                " [ 1234.50 inf nan ] Bits=[ 1150963712 , 2139095040 , 2143289344 ]");
+    ExpectLines(&A::WriteVector4, Vector4{0, 1, 0, -2}, " [ 0.000000 1.000000 0.000000 -2.000000 ]",
+                " [ 0.00 1.00 0.00 -2.00 ] Bits=[ 0 , 1065353216 , 0 , -1073741824 ]");
+    ExpectLines(&A::WriteMatrix33, Matrix33({1, 0, 0}, {0, 2, 0}, {0, 0, 0}),
+                "\n [ 1.000000 0.000000 0.000000 ]\n [ 0.000000 2.000000 0.000000 ]\n [ 0.000000 0.000000 0.000000 ]",
+                "\n [ 1.00 0.00 0.00 ] Bits=[ 1065353216 , 0 , 0 ]\n [ 0.00 2.00 0.00 ] Bits=[ 0 , 1073741824 , 0 ]"
+                "\n [ 0.00 0.00 0.00 ] Bits=[ 0 , 0 , 0 ]");
+    Matrix44 matrix;
+    matrix.At(3, 0) = 1.0f;
+    const std::string zeros = "\n [ 0.000000 0.000000 0.000000 0.000000 ]";
+    const std::string zeroBits = "\n [ 0.00 0.00 0.00 0.00 ] Bits=[ 0 , 0 , 0 , 0 ]";
+    ExpectLines(&A::WriteMatrix44, matrix, zeros + zeros + zeros + "\n [ 1.000000 0.000000 0.000000 0.000000 ]",
+                zeroBits + zeroBits + zeroBits + "\n [ 1.00 0.00 0.00 0.00 ] Bits=[ 1065353216 , 0 , 0 , 0 ]");
+    EXPECT_EQ(Write(false, [](Archive& archive) { archive.WriteIntPair(kValue, 64, 32); }), "Value [ 64 , 32 ]\r\n");
 }
 
 TEST_F(TextWriteTest, StringsAreWrittenAsTheyAreHeld) {
