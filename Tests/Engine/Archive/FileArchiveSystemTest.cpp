@@ -190,60 +190,45 @@ TEST_F(FileArchiveSystemTest, RemoteStorageOpensNoFile) {
 
 TEST_F(FileArchiveSystemTest, ReportsCarryTheirPosition) {
     using Kind = ReportPosition::Kind;
-    const struct {
-        const char* name;
-        std::string file;
-        std::vector<std::uint64_t> positions; // of the reports of two vectors
-        Kind kind;
-    } kCases[] = {
-        {"Values", "TXT\nValue [ 1 2 ]\nValue [ 1 x ]\n", {2, 3}, Kind::Line},
-        {"Misses", "TXT\nOther 3\n", {2, 2}, Kind::Line},
-        {"MissBehindAValue", "TXT\nValue [ 1 2 3 ]\nOther\n", {3}, Kind::Line},
-        {"LastLineWithoutEnd", "TXT\nValue [ 1 2 3 ]\nValue", {3}, Kind::Line},
-        {"End", "TXT\nValue [ 1 2 3 ]\n", {3}, Kind::Line},
-        {"ShortReads", "BIN\n" + std::string(20, '\0') + "abc", {27}, Kind::Offset},
-    };
-    for (const auto& c : kCases) {
-        SCOPED_TRACE(c.name);
-        m_Reports.Take();
-        LoadWith(c.file, [&](Archive& archive) {
+    const auto expect = [this](const std::string& file, Kind kind, const std::vector<std::uint64_t>& expected) {
+        LoadWith(file, [&](Archive& archive) {
             for (int i = 0; i < 2; ++i)
                 ReadOver<Vector3>({}, archive, &Archive::ReadVector3);
-            ASSERT_EQ(m_Reports.GetPositions().size(), c.positions.size());
-            for (std::size_t i = 0; i < c.positions.size(); ++i) {
-                EXPECT_EQ(m_Reports.GetPositions()[i].m_Kind, c.kind);
-                EXPECT_EQ(m_Reports.GetPositions()[i].m_Value, c.positions[i]);
+            std::vector<std::uint64_t> positions;
+            for (const ReportPosition& position : m_Reports.GetPositions()) {
+                EXPECT_EQ(position.m_Kind, kind);
+                positions.push_back(position.m_Value);
             }
+            EXPECT_EQ(positions, expected) << file;
         });
-    }
-    m_Reports.Take();
+        m_Reports.Take();
+    };
+    expect("TXT\nValue [ 1 2 ]\nValue [ 1 x ]\n", Kind::Line, {2, 3});
+    expect("TXT\nOther 3\n", Kind::Line, {2, 2});
+    expect("TXT\nValue [ 1 2 3 ]\nOther\n", Kind::Line, {3});
+    expect("TXT\nValue [ 1 2 3 ]\nValue", Kind::Line, {3});
+    expect("TXT\nValue [ 1 2 3 ]\n", Kind::Line, {3}); // behind the last line
+    expect("BIN\n" + std::string(20, '\0') + "abc", Kind::Offset, {27});
     ReportMessage(Message::OutOfMemory);
     EXPECT_EQ(m_Reports.GetPositions()[0].m_Kind, Kind::None);
 }
 
 TEST_F(FileArchiveSystemTest, UnreadInputIsReported) {
     const std::string longLine = "B " + std::string(2500, 'b');
-    const struct {
-        const char* name;
-        std::string file; // of which one integer is read
-        std::string reports;
-    } kCases[] = {
-        {"Nothing", "TXT\nValue 3\n", ""},
-        {"NothingInBinary", "BIN\n\3\0\0\0"s, ""},
-        {"BlankLines", "TXT\nValue 3\n\r\n \t\v\n\f", ""},
-        {"Lines", "TXT\nValue 3\n\n\tB 2\r\n\nC 3", "Unread input in 'memory': 2 lines, the first is line 4: B 2\n"},
-        {"LongLine", "TXT\nValue 3\n" + longLine + "\nC\n",
-         "Unread input in 'memory': 2 lines, the first is line 3: " + longLine.substr(0, 1023) + "\n"},
-        {"RestOfALongLine", "TXT\nValue 3" + std::string(1020, ' ') + "x\n",
-         "Unread input in 'memory': 1 lines, the first is line 2: x\n"},
-        {"OfferedLine", "TXT\nB 2\n",
-         Missing("Value", 1, "B 2\n") + "Unread input in 'memory': 1 lines, the first is line 2: B 2\n"},
-        {"Bytes", "BIN\n\3\0\0\0\0\0\0"s, "Unread input in 'memory': 3 bytes, the first at offset 8\n"},
+    const auto expect = [this](const std::string& file, const std::string& reports) {
+        LoadWith(file, [](Archive& archive) { ReadInt(archive); });
+        EXPECT_EQ(TakeReports(), reports) << file;
     };
-    for (const auto& c : kCases) {
-        LoadWith(c.file, [](Archive& archive) { ReadInt(archive); });
-        EXPECT_EQ(TakeReports(), c.reports) << c.name;
-    }
+    const std::string unread = "Unread input in 'memory': ";
+    expect("TXT\nValue 3\n", "");
+    expect("TXT\nValue 3\n\r\n \t\v\n\f", "");
+    expect("TXT\nValue 3\n\n\tB 2\r\n\nC 3", unread + "2 lines, the first is line 4: B 2\n");
+    expect("TXT\nValue 3\n" + longLine + "\nC\n",
+           unread + "2 lines, the first is line 3: " + longLine.substr(0, 1023) + '\n');
+    expect("TXT\nValue 3" + std::string(1020, ' ') + "x\n", unread + "1 lines, the first is line 2: x\n");
+    expect("TXT\nB 2\n", Missing("Value", 1, "B 2\n") + unread + "1 lines, the first is line 2: B 2\n");
+    expect("BIN\n\3\0\0\0"s, "");
+    expect("BIN\n\3\0\0\0\0\0\0"s, unread + "3 bytes, the first at offset 8\n");
 }
 
 #ifndef _WIN32

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <memory>
 #include <string>
+#include <tuple>
+#include <vector>
 
 #include "Tests/Engine/Archive/TextArchiveFixture.h"
 #include "Tests/Support/SpelledFile.h"
@@ -138,38 +140,26 @@ public:
 TEST_F(RecordTest, CountsAreTakenAsTheyAre) {
     const std::string negative = Failed("newMaxSize >= 0", "Engine/DataStructures/DynamicVector");
     const std::string full = Failed("m_CurrentSize < MAX_SIZE", "Engine/DataStructures/FixedVector");
-    const struct {
-        const char* name;
-        std::string lines;
-        int array, vector, fixed; // elements by then
-        std::string reports, ofVector, ofFixed;
-    } kCases[] = {
-        {"Two", "NumItems 2\nItem 1\nItem 2\n", 2, 2, 2, "", "", ""},
-        {"None", "NumItems 0\n", 0, 0, 0, "", "", ""},
-        {"Negative", "NumItems -2\n", 0, 0, 0, "", negative, ""},
-        {"Missing", "", 0, 0, 0, Missing("NumItems", 1, ""), negative, ""},
-        {"Unreadable", "NumItems x\n", 0, 0, 0, Failed("result == 1"), negative, ""},
-        {"MoreThanThereIs", "NumItems 2\nItem 1\n", 2, 2, 2, Missing("Item", 3, ""), "", ""},
-        {"BeyondCapacity", "NumItems 3\nItem 1\nItem 2\nItem 3\n", 3, 3, 2, "", "", full},
+    const auto expect = [this](auto list, const char* lines, int size, const std::string& reports) {
+        LoadText(lines, *list);
+        EXPECT_EQ(TakeReports(), reports) << lines;
+        EXPECT_EQ(list->m_Items.GetSize(), size) << lines;
     };
-    for (const auto& c : kCases) {
-        SCOPED_TRACE(c.name);
-        Holder<DynamicArray<std::int32_t>> array;
-        Holder<DynamicVector<std::int32_t>> vector;
-        Holder<FixedVector<std::int32_t, 2>> fixed;
-        array.m_Items.SetSize(7);
-        LoadText(c.lines, array);
-        EXPECT_EQ(TakeReports(), c.reports);
-        LoadText(c.lines, vector);
-        EXPECT_EQ(TakeReports(), c.reports + c.ofVector);
-        LoadText(c.lines, fixed);
-        EXPECT_EQ(TakeReports(), c.reports + c.ofFixed);
-        EXPECT_EQ(array.m_Items.GetSize(), c.array);
-        EXPECT_EQ(vector.m_Items.GetSize(), c.vector);
-        EXPECT_EQ(fixed.m_Items.GetSize(), c.fixed);
-        EXPECT_EQ(std::count(vector.m_Items.begin(), vector.m_Items.end(), 0),
-                  c.name == std::string("MoreThanThereIs"));
+    const auto array = [] { return std::make_unique<Holder<DynamicArray<std::int32_t>>>(); };
+    const auto vector = [] { return std::make_unique<Holder<DynamicVector<std::int32_t>>>(); };
+    const auto fixed = [] { return std::make_unique<Holder<FixedVector<std::int32_t, 2>>>(); };
+    for (const auto& [lines, count, reports] :
+         std::vector<std::tuple<const char*, int, std::string>>{{"NumItems 0\n", 0, ""},
+                                                                {"NumItems 2\nItem 1\nItem 2\n", 2, ""},
+                                                                {"NumItems 2\nItem 1\n", 2, Missing("Item", 3, "")},
+                                                                {"NumItems -2\n", -1, ""},
+                                                                {"NumItems x\n", -1, Failed("result == 1")},
+                                                                {"", -1, Missing("NumItems", 1, "")}}) {
+        expect(array(), lines, std::max(count, 0), reports);
+        expect(vector(), lines, std::max(count, 0), reports + (count < 0 ? negative : ""));
+        expect(fixed(), lines, std::max(count, 0), reports);
     }
+    expect(fixed(), "NumItems 3\nItem 1\nItem 2\nItem 3\n", 2, full); // the third is read, too
 }
 
 TEST_F(RecordTest, CountIsBoundByTheRestOfTheInput) {
@@ -206,26 +196,20 @@ TEST_F(RecordTest, CountIsBoundByTheRestOfTheInput) {
 
 TEST_F(RecordTest, SlotsAreAllFilledOrEmptied) {
     const std::string otherCount = Failed("elementCount == data->Size()", "Engine/Archive/Archive");
-    const struct {
-        const char* lines;
-        std::int32_t first, second;
-        std::string reports;
-    } kCases[] = {
-        {"NumSlots 2\nSlot\nWeight 5\nSlot\nWeight 6\n", 5, 6, ""},
-        {"Slot\nWeight 5\nSlot\nWeight 6\n", 5, 6, Missing("NumSlots", 1, "Slot\n")},
-        {"NumSlots 3\nSlot\nWeight 5\nSlot\nWeight 6\nSlot\nWeight 7\n", 5, 6, otherCount},
-        {"NumSlots 1\nSlot\nWeight 5\n", 5, 1, otherCount},
-        {"NumSlots -1\n", 1, 1, otherCount},
-        {"NumSlots 2\nSlot\nWeight 5\n", 5, 1, Missing("Slot", 4, "")},
-    };
-    for (const auto& c : kCases) {
+    const auto expect = [this](const char* lines, std::int32_t first, std::int32_t second, const std::string& reports) {
         Slotted slotted;
         slotted.m_Slots[0].m_Weight = slotted.m_Slots[1].m_Weight = 9;
-        LoadText(c.lines, slotted);
-        EXPECT_EQ(TakeReports(), c.reports) << c.lines;
-        EXPECT_EQ(slotted.m_Slots[0].m_Weight, c.first) << c.lines;
-        EXPECT_EQ(slotted.m_Slots[1].m_Weight, c.second) << c.lines;
-    }
+        LoadText(lines, slotted);
+        EXPECT_EQ(TakeReports(), reports) << lines;
+        EXPECT_EQ(slotted.m_Slots[0].m_Weight, first) << lines;
+        EXPECT_EQ(slotted.m_Slots[1].m_Weight, second) << lines;
+    };
+    expect("NumSlots 2\nSlot\nWeight 5\nSlot\nWeight 6\n", 5, 6, "");
+    expect("Slot\nWeight 5\nSlot\nWeight 6\n", 5, 6, Missing("NumSlots", 1, "Slot\n"));
+    expect("NumSlots 3\nSlot\nWeight 5\nSlot\nWeight 6\nSlot\nWeight 7\n", 5, 6, otherCount);
+    expect("NumSlots 1\nSlot\nWeight 5\n", 5, 1, otherCount);
+    expect("NumSlots -1\n", 1, 1, otherCount);
+    expect("NumSlots 2\nSlot\nWeight 5\n", 5, 1, Missing("Slot", 4, ""));
 }
 
 TEST_F(RecordTest, ObjectsAreMadeByTheirWord) {
@@ -262,24 +246,15 @@ TEST_F(RecordTest, ObjectsAreMadeByTheirWord) {
 }
 
 TEST_F(RecordTest, EnumerationsAreWords) {
-    const struct {
-        const char* lines;
-        Paint expected;
-        std::string reports;
-    } kCases[] = {
-        {"Value \"Flat\"\n", Paint::Flat, ""},
-        {"Value \"Glossy\"\n", Paint::Glossy, ""},
-        {"Value \"Invalid\"\n", Paint::Invalid, ""},
-        {"Value \"flat\"\n", Paint::Invalid, "Failed to convert 'flat' to an enum value.\n"},
-        {"Value \"Flat \"\n", Paint::Invalid, "Failed to convert 'Flat ' to an enum value.\n"},
-        {"Value \"\"\n", Paint::Invalid, "Failed to convert '' to an enum value.\n"},
-        {"", Paint::Glossy, Missing("Value", 1, "")},
-    };
-    for (const auto& c : kCases) {
+    const auto expect = [this](const std::string& word, Paint expected, const std::string& reports) {
         Paint paint = Paint::Glossy;
-        EXPECT_EQ(Read(c.lines, [&](Archive& archive) { ReadValue(archive, kValue, paint); }), c.reports);
-        EXPECT_EQ(paint, c.expected) << c.lines;
-    }
+        EXPECT_EQ(Read("Value \"" + word + '"', [&](Archive& archive) { ReadValue(archive, kValue, paint); }), reports);
+        EXPECT_EQ(paint, expected) << word;
+    };
+    expect("Flat", Paint::Flat, "");
+    expect("Invalid", Paint::Invalid, "");
+    for (const std::string word : {"flat", "Flat ", ""})
+        expect(word, Paint::Invalid, "Failed to convert '" + word + "' to an enum value.\n");
     Paint invalid = Paint::Invalid; // kept without a message of its own, too
     EXPECT_EQ(Read("", [&](Archive& archive) { ReadValue(archive, kValue, invalid); }), Missing("Value", 1, ""));
     EXPECT_EQ(invalid, Paint::Invalid);
