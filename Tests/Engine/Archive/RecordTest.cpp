@@ -28,6 +28,7 @@ namespace {
 class Part : public Record<Part> {
 public:
     static void Fields(auto& self, auto& fields) { fields.Value(u"Weight", self.m_Weight); }
+    virtual ~Part() = default;
     std::int32_t m_Weight = 1;
 };
 

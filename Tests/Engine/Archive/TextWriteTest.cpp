@@ -38,7 +38,7 @@ protected:
     template <class Written, class Value>
     void ExpectLines(void (Archive::*write)(Label, Written), const Value& value, std::string_view sixDecimals,
                      std::string_view bits = {}) {
-        const auto writeValue = [&](Archive& archive) { (archive.*write)(kValue, value); };
+        const std::function<void(Archive&)> writeValue = [&](Archive& archive) { (archive.*write)(kValue, value); };
         for (const int depth : {0, 1, 2, 15, 16, 17, 20}) {
             for (const bool isBitsMode : {false, true}) {
                 std::string expected;
