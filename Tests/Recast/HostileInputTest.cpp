@@ -27,14 +27,6 @@ namespace {
 constexpr std::size_t kMebibyte = std::size_t(1) << 20;
 constexpr auto kPatience = std::chrono::seconds(10);
 
-#if defined(__SANITIZE_ADDRESS__)
-constexpr bool kHasSanitizer = true;
-#elif defined(__has_feature)
-constexpr bool kHasSanitizer = __has_feature(address_sanitizer);
-#else
-constexpr bool kHasSanitizer = false;
-#endif
-
 class HostileInputTest : public ProgramFixture {
 protected:
     // Converts `source` to "b" within the bounds that hold for any input; returns what was reported.
@@ -105,7 +97,7 @@ TEST_F(HostileInputTest, AnyCountMayBeWrong) {
                  {"0", "-1", "-2147483648", "2147483647", "1000000", "4096", "4294967295", "99", "many", "\"1\"", ""}) {
                 SCOPED_TRACE((*count)[1].str() + " " + value);
                 std::string source = text;
-                source.replace(static_cast<std::size_t>(count->position(2)), (*count)[2].length(), value);
+                source.replace(static_cast<std::size_t>(count->position(2)), (*count)[2].str().size(), value);
                 const std::string reports = ConvertWithinBounds(kind.m_Type, source, u"bin");
                 const std::string claim = "The count '" + (*count)[1].str() + "' claims " + value + " elements";
                 EXPECT_EQ(CountOf(reports, claim), std::atoi(value) >= 1000000 ? 1u : 0u);
@@ -250,6 +242,14 @@ TEST_F(HostileInputTest, SourcesWithoutEndAreBounded) {
 }
 
 #ifdef __linux__
+
+#if defined(__SANITIZE_ADDRESS__)
+constexpr bool kHasSanitizer = true;
+#elif defined(__has_feature)
+constexpr bool kHasSanitizer = __has_feature(address_sanitizer);
+#else
+constexpr bool kHasSanitizer = false;
+#endif
 
 // Whatever stands in memory beforehand, the same input gives the same bytes.
 TEST_F(HostileInputTest, NothingUnsetReachesAFile) {
