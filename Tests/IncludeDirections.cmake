@@ -12,16 +12,18 @@ set(allowed_Engine_Archive Engine/Report Engine/String Engine/DataStructures Eng
 set(allowed_Engine_Render ${allowed_Engine_Archive} Engine/Archive)
 set(allowed_Engine_Window ${allowed_Engine_Render} Engine/Render)
 set(allowed_GS ${allowed_Engine_Window} Engine/Window)
-set(allowed_Recast ${allowed_GS} GS)
+set(allowed_Kinds ${allowed_GS} GS)
+set(allowed_Recast ${allowed_Kinds} Kinds)
 
 file(GLOB_RECURSE sources RELATIVE "${root}" "${root}/Engine/*.h" "${root}/Engine/*.cpp" "${root}/GS/*.h"
-    "${root}/GS/*.cpp" "${root}/Recast/*.h" "${root}/Recast/*.cpp")
+    "${root}/GS/*.cpp" "${root}/Kinds/*.h"
+    "${root}/Kinds/*.cpp" "${root}/Recast/*.h" "${root}/Recast/*.cpp")
 list(LENGTH sources count)
 if(count LESS 100)
     message(FATAL_ERROR "Only ${count} sources found: the check looks in the wrong place.")
 endif()
 foreach(source IN LISTS sources)
-    string(REGEX MATCH "^(Engine/[^/]+|GS|Recast)" folder "${source}")
+    string(REGEX MATCH "^(Engine/[^/]+|GS|Kinds|Recast)" folder "${source}")
     string(REPLACE "/" "_" key "allowed_${folder}")
     if(NOT DEFINED ${key})
         message(SEND_ERROR "${source}: the folder ${folder} has no place in the order of folders.")

@@ -9,11 +9,11 @@
 #include <utility>
 #include <vector>
 
-#include "Docs/Generate/ClassName.h"
 #include "Docs/Generate/Manual.h"
 #include "Docs/Generate/ProbeArchive.h"
 #include "Docs/Generate/ValueText.h"
 #include "Engine/Archive/Record.h"
+#include "Engine/String/ClassName.h"
 
 namespace Corvid {
 
@@ -33,7 +33,7 @@ public:
     // Adds the record, once, and everything that it holds.
     template <class T> static void Describe(Descriptions& all, const T& record);
 
-    template <class T> void Value(Label label, T& value) {
+    template <class T> void Value(Label label, T& value, auto...) {
         using Plain = std::remove_const_t<T>;
         if constexpr (!std::is_const_v<T> && HasEnumWords<Plain>) {
             m_VariantCount = EnumWordCount<Plain>();
@@ -47,6 +47,11 @@ public:
         } else {
             Add(label, NoteKind(label, value) + ", " + ValueText(label, value));
         }
+    }
+
+    template <class Word> void When(Label, const Word& word, bool (*isThere)(Word), auto step) {
+        if (isThere(word))
+            step();
     }
 
     template <class T> void Block(const T& block) {
@@ -66,7 +71,8 @@ public:
         AddElements<std::remove_cvref_t<decltype(*list.begin())>>(label);
     }
 
-    template <class T, int MAX_SIZE> void Slots(Label countLabel, Label label, const FixedArray<T, MAX_SIZE>&) {
+    template <class T, int MAX_SIZE>
+    void Slots(Label countLabel, Label label, const FixedArray<T, MAX_SIZE>&, auto...) {
         Add(countLabel, "count, always " + std::to_string(MAX_SIZE));
         AddElements<T>(label);
     }

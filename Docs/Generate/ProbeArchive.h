@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-#include "Docs/Generate/ClassName.h"
+#include "Engine/String/ClassName.h"
 #include "Engine/Archive/Archive.h"
 
 namespace Corvid {

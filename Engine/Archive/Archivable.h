@@ -5,6 +5,7 @@
 namespace Corvid {
 
 class Archive;
+class FieldListener;
 
 // An object that saves itself to an archive and loads itself back, field by field in one fixed order. Loading leaves
 // a field alone when the archive has no value for it. Most records get both directions from one list: see Record.h.
@@ -14,6 +15,9 @@ public:
     virtual void Load(Archive& archive, void* context);
     virtual void Load(Archive& archive) = 0;
     virtual void Save(Archive& archive) const = 0;
+
+    // Tells the labels and types of the record, in archive order. Nothing unless the record has a field list.
+    virtual void ListFields(FieldListener& listener) const;
 
 protected:
     Archivable() = default;

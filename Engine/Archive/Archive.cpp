@@ -12,6 +12,8 @@ void Archivable::Load(Archive& archive, void*) {
     Load(archive);
 }
 
+void Archivable::ListFields(FieldListener&) const {}
+
 void Archive::ReadEnum(Label label, std::int32_t& value) {
     ReadInt(label, value);
 }

@@ -64,6 +64,11 @@ public:
     virtual void WriteObject(const Archivable& object) = 0;
     virtual void WriteLabeledObject(Label label, const Archivable& object) = 0;
 
+    // Around the elements of a list that is written: its count has been written before, under `countLabel`. Encodings
+    // need neither; what keeps the values apart does.
+    virtual void BeginList(Label /*countLabel*/) {}
+    virtual void EndList() {}
+
     // Later reads leave their targets alone and report nothing.
     virtual void Stop() { m_IsStopped = true; }
     bool IsStopped() const { return m_IsStopped; }

@@ -9,6 +9,7 @@
 #include "Engine/Archive/Archivable.h"
 #include "Engine/Archive/ArchiveLists.h"
 #include "Engine/Archive/ArchiveValues.h"
+#include "Engine/Archive/FieldLister.h"
 #include "Engine/DataStructures/FixedArray.h"
 
 namespace Corvid {
@@ -23,14 +24,21 @@ namespace Corvid {
 //             fields.List(u"NumDecals", u"Decal", self.m_Decals);
 //         }
 //
-// FieldReader and FieldWriter are the two visitors of such a list; every operation stands in both.
+// FieldReader, FieldWriter and FieldLister are the visitors of such a list; every operation stands in each. Facts of a
+// field (FieldFacts.h) follow its value; only the lister looks at them.
 
 class FieldReader {
 public:
     explicit FieldReader(Archive& archive) : m_Archive(archive) {}
 
     // A value under its label.
-    void Value(Label label, auto& value) { ReadValue(m_Archive, label, value); }
+    void Value(Label label, auto& value, auto...) { ReadValue(m_Archive, label, value); }
+
+    // Fields that are there only where `word`, which was asked for under `label`, makes `isThere` true.
+    template <class Word> void When(Label, const Word& word, bool (*isThere)(Word), auto step) {
+        if (isThere(word))
+            step();
+    }
 
     // A member record whose fields follow directly, without a label line.
     void Block(auto& block) { m_Archive.ReadObject(block); }
@@ -58,7 +66,8 @@ public:
 
     // A count that is always the number of slots, then an element for each. Elements beyond the slots are dropped,
     // slots without an element are emptied; a missing count is the right one.
-    template <class T, int MAX_SIZE> void Slots(Label countLabel, Label label, FixedArray<T, MAX_SIZE>& slots) {
+    template <class T, int MAX_SIZE>
+    void Slots(Label countLabel, Label label, FixedArray<T, MAX_SIZE>& slots, auto...) {
         std::int32_t count = MAX_SIZE;
         Value(countLabel, count);
         CheckElementCount(count, MAX_SIZE);
@@ -120,7 +129,11 @@ class FieldWriter {
 public:
     explicit FieldWriter(Archive& archive) : m_Archive(archive) {}
 
-    void Value(Label label, const auto& value) { WriteValue(m_Archive, label, value); }
+    void Value(Label label, const auto& value, auto...) { WriteValue(m_Archive, label, value); }
+    template <class Word> void When(Label, const Word& word, bool (*isThere)(Word), auto step) {
+        if (isThere(word))
+            step();
+    }
     void Block(const auto& block) { m_Archive.WriteObject(block); }
     void Reserved(Label label, const auto& written) { Value(label, written); }
     void AfterLoad(const auto&, auto) {}
@@ -131,14 +144,19 @@ public:
 
     void List(Label countLabel, Label label, const auto& list) {
         Value(countLabel, list.GetSize());
+        m_Archive.BeginList(countLabel);
         for (const auto& element : list)
             Value(label, element);
+        m_Archive.EndList();
     }
 
-    template <class T, int MAX_SIZE> void Slots(Label countLabel, Label label, const FixedArray<T, MAX_SIZE>& slots) {
+    template <class T, int MAX_SIZE>
+    void Slots(Label countLabel, Label label, const FixedArray<T, MAX_SIZE>& slots, auto...) {
         Value(countLabel, slots.GetSize());
+        m_Archive.BeginList(countLabel);
         for (const T& element : slots)
             Value(label, element);
+        m_Archive.EndList();
     }
 
     // Empty entries are left out, of the count too.
@@ -146,12 +164,14 @@ public:
     void Objects(Label countLabel, Label typeLabel, Label contentsLabel, Label, const auto& list, auto) {
         const auto isThere = [](const auto& object) { return object != nullptr; };
         Value(countLabel, static_cast<std::int32_t>(std::count_if(list.begin(), list.end(), isThere)));
+        m_Archive.BeginList(countLabel);
         for (const auto& object : list) {
             if (object == nullptr)
                 continue;
             Value(typeLabel, object->GetType());
             Value(contentsLabel, *object);
         }
+        m_Archive.EndList();
     }
 
 private:
@@ -181,6 +201,13 @@ public:
         if constexpr (IsRecord<Base>)
             Base::Save(archive);
         FieldWriter fields(archive);
+        T::Fields(static_cast<const T&>(*this), fields);
+    }
+
+    void ListFields(FieldListener& listener) const override {
+        if constexpr (IsRecord<Base>)
+            Base::ListFields(listener);
+        FieldLister fields(listener);
         T::Fields(static_cast<const T&>(*this), fields);
     }
 

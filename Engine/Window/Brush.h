@@ -36,7 +36,7 @@ public:
     class StateInfo final : public Record<StateInfo> {
     public:
         static void Fields(auto& self, auto& fields) {
-            fields.Value(u"fileName", self.m_Texture);
+            fields.Value(u"fileName", self.m_Texture, AssetKind::Texture);
             fields.Value(u"pixelBox", self.m_PixelBox);
         }
 
@@ -63,17 +63,18 @@ public:
             return true;
         });
         fields.Value(u"content", content);
-        if (HasMargins(content)) {
+        fields.When(u"content", content, HasMargins, [&] {
             fields.Value(u"stretchMargins", self.m_StretchMargins);
             fields.Value(u"contentMargins", self.m_ContentMargins);
-        }
-        if (HasStates(content)) {
+        });
+        fields.When(u"content", content, HasStates, [&] {
             for (int i = 0; i < kStateCount; ++i)
                 fields.Value(kStateLabels[i], self.m_States[i]);
-        } else {
+        });
+        fields.When(u"content", content, HasOneState, [&] {
             fields.Block(self.m_States[0]);
             fields.AfterLoad(self, [](Brush& brush) { brush.GiveAllStatesTheFirst(); });
-        }
+        });
     }
 
     const FixedArray<StateInfo, kStateCount>& GetStates() const { return m_States; }

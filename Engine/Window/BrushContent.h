@@ -20,4 +20,8 @@ constexpr bool HasStates(BrushContent content) {
     return content == BrushContent::States || content == BrushContent::MarginsAndStates;
 }
 
+constexpr bool HasOneState(BrushContent content) {
+    return !HasStates(content);
+}
+
 } // namespace Corvid

@@ -7,9 +7,7 @@
 
 namespace Corvid {
 
-namespace {
-
-std::unique_ptr<EntityDef> LoadFrom(Archive& archive, std::u16string_view name) {
+std::unique_ptr<EntityDef> EntitySystem::ReadDefinitionNamed(Archive& archive, std::u16string_view name) {
     EntityType type = EntityType::Invalid;
     ReadValue(archive, u"entityType", type);
     if (name.size() >= EntityDefName::kCapacity) {
@@ -24,8 +22,6 @@ std::unique_ptr<EntityDef> LoadFrom(Archive& archive, std::u16string_view name) 
     definition->Load(archive);
     return definition;
 }
-
-} // namespace
 
 std::unique_ptr<EntityDef> EntitySystem::LoadDefinition(FileArchiveSystem& archives, std::u16string_view path) {
     std::unique_ptr<EntityDef> definition;
@@ -42,7 +38,7 @@ void EntitySystem::SaveDefinition(FileArchiveSystem& archives, const EntityDef& 
 }
 
 std::unique_ptr<EntityDef> EntitySystem::ReadDefinition(FileArchive& archive, std::u16string_view path) {
-    std::unique_ptr<EntityDef> definition = LoadFrom(archive, SplitPath(path).m_Name);
+    std::unique_ptr<EntityDef> definition = ReadDefinitionNamed(archive, SplitPath(path).m_Name);
     m_ChecksumTotal += archive.GetChecksum();
     return definition;
 }

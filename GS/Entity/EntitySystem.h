@@ -21,6 +21,8 @@ public:
 
     // The same over an open archive; `path` gives the name.
     std::unique_ptr<EntityDef> ReadDefinition(FileArchive& archive, std::u16string_view path);
+    // From any archive, by the name of the definition itself.
+    static std::unique_ptr<EntityDef> ReadDefinitionNamed(Archive& archive, std::u16string_view name);
     static void WriteDefinition(Archive& archive, const EntityDef& definition);
 
     // Over the values of every archive opened so far, with wrap-around, whether or not it gave a definition.

@@ -32,7 +32,7 @@ private:
 class IShieldDefinition final : public Record<IShieldDefinition> {
 public:
     static void Fields(auto& self, auto& fields) {
-        fields.Value(u"ShieldMeshName", self.m_ShieldMeshName);
+        fields.Value(u"ShieldMeshName", self.m_ShieldMeshName, AssetKind::Mesh);
         fields.Value(u"renderShield", self.m_RenderShield);
     }
 

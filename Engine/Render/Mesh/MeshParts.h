@@ -17,11 +17,11 @@ using MeshName = FixedString<kMeshNameCapacity>;
 class MeshMaterial final : public Record<MeshMaterial> {
 public:
     static void Fields(auto& self, auto& fields) {
-        fields.Value(u"DiffuseTextureFileName", self.m_DiffuseTextureFileName);
-        fields.Value(u"SelfIlluminationTextureFileName", self.m_SelfIlluminationTextureFileName);
-        fields.Value(u"NormalTextureFileName", self.m_NormalTextureFileName);
-        fields.Value(u"DisplacementTextureFileName", self.m_DisplacementTextureFileName);
-        fields.Value(u"TeamColorTextureFileName", self.m_TeamColorTextureFileName);
+        fields.Value(u"DiffuseTextureFileName", self.m_DiffuseTextureFileName, AssetKind::Texture);
+        fields.Value(u"SelfIlluminationTextureFileName", self.m_SelfIlluminationTextureFileName, AssetKind::Texture);
+        fields.Value(u"NormalTextureFileName", self.m_NormalTextureFileName, AssetKind::Texture);
+        fields.Value(u"DisplacementTextureFileName", self.m_DisplacementTextureFileName, AssetKind::Texture);
+        fields.Value(u"TeamColorTextureFileName", self.m_TeamColorTextureFileName, AssetKind::Texture);
         fields.Value(u"Diffuse", self.m_Diffuse); // in front of ambient here, unlike in memory
         fields.Value(u"Ambient", self.m_Ambient);
         fields.Value(u"Specular", self.m_Specular);

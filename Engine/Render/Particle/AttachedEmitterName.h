@@ -6,7 +6,9 @@ namespace Corvid {
 
 // The name of an emitter that an affector acts on.
 struct AttachedEmitterName {
-    FixedString<64> m_Text;
+    static constexpr int kStoredCapacity = 64; // UTF-16 units, terminator included
+
+    FixedString<kStoredCapacity> m_Text;
 };
 
 // Files may hold longer names than the engine: they are read whole, then cut by the bounded copy.

@@ -41,7 +41,7 @@ public:
         fields.Value(u"ParticleStartColor", self.m_ParticleStartColor);
         fields.Value(u"ParticleWidth", self.m_ParticleWidth);
         fields.Value(u"ParticleHeight", self.m_ParticleHeight);
-        fields.Value(u"MeshName", self.m_MeshName);
+        fields.Value(u"MeshName", self.m_MeshName, AssetKind::Mesh);
         fields.Value(u"Position", self.m_Position);
         fields.Value(u"Orientation", self.m_Orientation);
         fields.Value(u"RotateAboutForward", self.m_RotateAboutForward);
@@ -50,13 +50,13 @@ public:
         fields.Value(u"StartTime", self.m_StartTime);
         fields.Value(u"HasInfiniteLifeTime", self.m_HasInfiniteLifeTime);
         fields.Value(u"TotalLifeTime", self.m_TotalLifeTime);
-        fields.Value(u"BillboardAnchor", self.m_BillboardAnchor);
+        fields.Value(u"BillboardAnchor", self.m_BillboardAnchor, ValueRange{0, 8});
         fields.AfterLoad(self, [](auto& loaded) { loaded.DeriveBillboardRectangle(); });
         fields.Value(u"ParticleFacing", self.m_ParticleFacing);
         fields.Value(u"PipelineEffectID", self.m_PipelineEffect);
         fields.Value(u"AreParticlesAttached", self.m_AreParticlesAttached);
-        fields.Slots(u"numTextures", u"textureName", self.m_TextureNames);
-        fields.Value(u"textureAnimationName", self.m_TextureAnimationName);
+        fields.Slots(u"numTextures", u"textureName", self.m_TextureNames, AssetKind::Texture);
+        fields.Value(u"textureAnimationName", self.m_TextureAnimationName, AssetKind::TextureAnimation);
         fields.Value(u"textureAnimationSpawnType", self.m_TextureAnimationSpawnType);
         fields.Value(u"textureAnimationOnParticleFPS", self.m_TextureAnimationOnParticleFPS);
         fields.Value(u"ParticlesRotate", self.m_ParticlesRotate);
