@@ -17,8 +17,11 @@ public:
 
     operator std::string_view() const { return {m_Bytes, m_Length}; } // while this object lives
 
-    // So many bytes must be accessible behind `bytes`, whatever they hold.
-    static constexpr std::size_t kAccessibleBytes = 48;
+    // So many bytes must be accessible at `bytes`, whatever they hold: for writing the second number, for matching the
+    // first, and a byte that no label has, such as zero, in front of the first that is not.
+    static constexpr std::size_t kMatchedBytes = 16;
+    static constexpr std::size_t kAccessibleBytes = 128;
+    static_assert(kMatchedBytes > Label::kMaxShortLength && kAccessibleBytes > Label::kMaxLength);
 
     static std::size_t GetLength(Label label) {
         return IsShort(label) ? ShortLength(label) : std::bit_cast<Label::Long>(label).m_Length;

@@ -5,7 +5,7 @@
 
 namespace Corvid {
 
-static_assert(InputStream::kPadding >= LabelText::kAccessibleBytes);
+static_assert(InputStream::kPadding >= LabelText::kMatchedBytes); // of zeros
 
 std::string_view SkipWhiteSpace(std::string_view text) {
     while (!text.empty() && IsWhiteSpace(text.front()))

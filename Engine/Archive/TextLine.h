@@ -26,7 +26,7 @@ struct TextLine {
 std::string_view TextWithLabel(const TextLine& line);
 
 // The text behind the label and the white space that must follow it; nothing when such a text has another label. Like
-// every text of a line, it has LabelText::kAccessibleBytes behind it.
+// every text of a line, it has InputStream::kPadding bytes behind it.
 std::optional<std::string_view> ValueBehindLabel(std::string_view textWithLabel, Label label);
 
 // The line for a message, the halves of a split character as they are printed; made in `storage` if need be.
