@@ -10,10 +10,6 @@ namespace Corvid {
 // name is the file's own and not in the record.
 class EntityDef : public Archivable {
 public:
-    // A class whose field list does not hold everything that its files can hold yet says false: loading one is then
-    // reported.
-    static constexpr bool kIsLayoutSettled = true;
-
     EntityDef() = default;
     EntityDef(const EntityDef&) = delete;
     EntityDef& operator=(const EntityDef&) = delete;

@@ -4,83 +4,90 @@
 #include <memory>
 
 #include "Engine/String/EnumWords.h"
+#include "GS/Entity/BlockDef.h"
 #include "GS/Entity/EntityType.h"
-#include "GS/Entity/FleetDefs.h"
-#include "GS/Entity/MissionDefs.h"
-#include "GS/Entity/PlayerDefs.h"
-#include "GS/Entity/ShipDefs.h"
-#include "GS/Entity/SpaceBodyDefs.h"
-#include "GS/Entity/StructureDefs.h"
-#include "GS/Entity/WeaponDefs.h"
+#include "GS/Entity/FleetBlocks.h"
+#include "GS/Entity/IDebrisDef.h"
+#include "GS/Entity/IMissionDefinition.h"
+#include "GS/Entity/ISpaceMineDef.h"
+#include "GS/Entity/SharedBlocks.h"
 
 namespace Corvid {
 
 struct EntityTypeRow {
     EnumWord m_Word;
-    std::unique_ptr<EntityDef> (*m_Create)(); // null: the type has no class
-    bool m_IsLayoutSettled;
+    std::unique_ptr<EntityDef> (*m_Create)(); // null: the type has no definition
+    bool m_IsLayoutSettled;                   // false: files hold more than the blocks, in places that are not known
 };
 
-template <class Def> std::unique_ptr<EntityDef> CreateEntityDef() {
-    return std::make_unique<Def>();
+template <class... Blocks> std::unique_ptr<EntityDef> CreateBlockDef() {
+    return std::make_unique<BlockDef<Blocks...>>();
 }
 
-template <class Def> constexpr EntityTypeRow RowOf(EnumWord word) {
-    return {word, CreateEntityDef<Def>, Def::kIsLayoutSettled};
+template <class... Blocks> constexpr EntityTypeRow Settled(EnumWord word) {
+    return {word, CreateBlockDef<Blocks...>, true};
 }
 
-constexpr EntityTypeRow RowWithoutClass(EnumWord word) {
+template <class... Blocks> constexpr EntityTypeRow Incomplete(EnumWord word) {
+    return {word, CreateBlockDef<Blocks...>, false};
+}
+
+constexpr EntityTypeRow WithoutDefinition(EnumWord word) {
     return {word, nullptr, true};
 }
 
-// The entity types in the order of their values from 0: the word that files hold and the class of the definition.
+// The entity types in the order of their values from 0: the word that files hold, and the blocks of the definition.
 inline constexpr EntityTypeRow kEntityTypes[] = {
-    RowOf<AbilityDef>(u"Ability"),
-    RowOf<BuffDef>(u"Buff"),
-    RowOf<EmpireWindowNodeDef>(u"EmpireWindowNode"),
-    RowOf<FighterDef>(u"Fighter"),
-    RowOf<SquadDef>(u"Squad"),
-    RowOf<DebrisDef>(u"Debris"),
-    RowOf<WeaponDef>(u"Weapon"),
-    RowOf<CannonShellDef>(u"CannonShell"),
-    RowOf<CapitalShipDef>(u"CapitalShip"),
-    RowOf<CosmeticDef>(u"Cosmetic"),
-    RowOf<EntryVehicleDef>(u"EntryVehicle"),
-    RowOf<FleetDef>(u"Fleet"),
-    RowOf<FormationDef>(u"Formation"),
-    RowOf<FrigateDef>(u"Frigate"),
-    RowOf<Mission_AttackPlanetDef>(u"MissionAttackPlanet"),
-    RowOf<Mission_CaptureResourcesDef>(u"MissionCaptureResources"),
-    RowOf<Mission_ColonizeDef>(u"MissionColonize"),
-    RowOf<Mission_DefendFlagshipDef>(u"MissionDefendFlagship"),
-    RowOf<Mission_BuildStarBaseDef>(u"MissionBuildStarBase"),
-    RowOf<Mission_BuildMinesDef>(u"MissionBuildMines"),
-    RowOf<Mission_ExploreDef>(u"MissionExplore"),
-    RowOf<Mission_RaidDef>(u"MissionRaid"),
-    RowOf<PipCloudDef>(u"PipCloud"),
-    RowOf<PlanetDef>(u"Planet"),
-    RowOf<PlanetBonusDef>(u"PlanetBonus"),
-    RowOf<PlanetConnectionDef>(u"PlanetConnection"),
-    RowOf<PlanetModuleOrbit_HangarDefenseDef>(u"PlanetModuleHangarDefense"),
-    RowOf<PlanetModuleOrbit_ShipFactoryDef>(u"PlanetModuleShipFactory"),
-    RowOf<PlanetModuleOrbit_StandardDef>(u"PlanetModuleStandard"),
-    RowOf<PlanetModuleOrbit_TradePortDef>(u"PlanetModuleTradePort"),
-    RowOf<PlanetModuleOrbit_RefineryDef>(u"PlanetModuleRefinery"),
-    RowWithoutClass(u"PlanetModuleSpaceMine"),
-    RowWithoutClass(u"PlanetModuleUserAbilityModule"),
-    RowOf<PlanetModuleOrbit_WeaponDefenseDef>(u"PlanetModuleWeaponDefense"),
-    RowOf<PlayerDef>(u"Player"),
-    RowOf<QuestDef>(u"Quest"),
-    RowOf<ResearchSubjectDef>(u"ResearchSubject"),
-    RowOf<ResourceAsteroidDef>(u"ResourceAsteroid"),
-    RowOf<SpaceMineDef>(u"SpaceMine"),
-    RowOf<StarDef>(u"Star"),
-    RowOf<StarBaseDef>(u"StarBase"),
-    RowOf<StarBaseUpgradeDef>(u"StarBaseUpgrade"),
-    RowOf<TitanDef>(u"Titan"),
-    RowOf<TitanUpgradeDef>(u"TitanUpgrade"),
-    RowOf<Mission_FosterRelationshipsDef>(u"MissionFosterRelationships"),
-    RowOf<TriggerDef>(u"Trigger"),
+    Incomplete<>(u"Ability"),
+    Incomplete<>(u"Buff"),
+    Incomplete<>(u"EmpireWindowNode"),
+    Incomplete<IRenderDefinition, IUserInterfaceDef, IRigidBodyDefinition>(u"Fighter"),
+    Incomplete<IRenderDefinition>(u"Squad"),
+    Settled<IDebrisDef, IRenderDefinition>(u"Debris"),
+    Settled<>(u"Weapon"),
+    Incomplete<IRenderDefinition, IUserInterfaceDef>(u"CannonShell"),
+    Incomplete<IRenderDefinition, IUserInterfaceDef, IShieldDefinition, IRigidBodyDefinition, IFleetMemberDefinition>(
+        u"CapitalShip"),
+    Incomplete<IRenderDefinition, IUserInterfaceDef, IShieldDefinition, IRigidBodyDefinition, IFleetMemberDefinition>(
+        u"Cosmetic"),
+    Incomplete<IRenderDefinition, IRigidBodyDefinition>(u"EntryVehicle"),
+    Settled<IFleetDefinition>(u"Fleet"),
+    Settled<IFormationDefinition>(u"Formation"),
+    Incomplete<IRenderDefinition, IUserInterfaceDef, IShieldDefinition, IRigidBodyDefinition, IFleetMemberDefinition>(
+        u"Frigate"),
+    Settled<IMissionDefinition>(u"MissionAttackPlanet"),
+    Settled<IMissionDefinition>(u"MissionCaptureResources"),
+    Settled<IMissionDefinition>(u"MissionColonize"),
+    Settled<IMissionDefinition>(u"MissionDefendFlagship"),
+    Settled<IMissionDefinition>(u"MissionBuildStarBase"),
+    Settled<IMissionDefinition>(u"MissionBuildMines"),
+    Settled<IMissionDefinition>(u"MissionExplore"),
+    Settled<IMissionDefinition>(u"MissionRaid"),
+    Incomplete<>(u"PipCloud"),
+    Incomplete<IRenderDefinition, IShieldDefinition, IOrbitBodyDefinition>(u"Planet"),
+    Incomplete<>(u"PlanetBonus"),
+    Settled<>(u"PlanetConnection"),
+    Incomplete<>(u"PlanetModuleHangarDefense"),
+    Incomplete<>(u"PlanetModuleShipFactory"),
+    Incomplete<IRenderDefinition, IUserInterfaceDef, IShieldDefinition>(u"PlanetModuleStandard"),
+    Incomplete<>(u"PlanetModuleTradePort"),
+    Incomplete<>(u"PlanetModuleRefinery"),
+    WithoutDefinition(u"PlanetModuleSpaceMine"),
+    WithoutDefinition(u"PlanetModuleUserAbilityModule"),
+    Incomplete<>(u"PlanetModuleWeaponDefense"),
+    Incomplete<>(u"Player"),
+    Incomplete<>(u"Quest"),
+    Incomplete<IHUDDefinition>(u"ResearchSubject"),
+    Incomplete<IRenderDefinition, IUserInterfaceDef>(u"ResourceAsteroid"),
+    Incomplete<IRenderDefinition, IUserInterfaceDef, IRigidBodyDefinition, ISpaceMineDef>(u"SpaceMine"),
+    Incomplete<IRenderDefinition, IUserInterfaceDef, IOrbitBodyDefinition>(u"Star"),
+    Incomplete<IRenderDefinition, IUserInterfaceDef, IShieldDefinition, IRigidBodyDefinition>(u"StarBase"),
+    Incomplete<>(u"StarBaseUpgrade"),
+    Incomplete<IRenderDefinition, IUserInterfaceDef, IShieldDefinition, IRigidBodyDefinition, IFleetMemberDefinition>(
+        u"Titan"),
+    Incomplete<>(u"TitanUpgrade"),
+    Settled<IMissionDefinition>(u"MissionFosterRelationships"),
+    Settled<>(u"Trigger"),
 };
 
 inline constexpr int kEntityTypeCount = static_cast<int>(std::size(kEntityTypes));
@@ -103,7 +110,7 @@ template <> struct EnumWords<EntityType> {
 // The row of a type; null outside the table.
 const EntityTypeRow* FindEntityType(EntityType type);
 
-// A new definition of the type's class, with its identity set; null when the type has no class.
+// A new definition of the type, with its identity set; null when the type has none.
 std::unique_ptr<EntityDef> CreateEntityDef(EntityType type, const EntityDefName& name);
 
 } // namespace Corvid

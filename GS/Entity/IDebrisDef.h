@@ -1,6 +1,7 @@
 #pragma once
 
-#include "Engine/Archive/Record.h"
+#include "GS/Entity/BlockDef.h"
+#include "GS/Entity/SharedBlocks.h"
 
 namespace Corvid {
 
@@ -25,5 +26,7 @@ private:
     float m_MaxAngularSpeed = 0.0f;
     float m_DragRate = 0.0f;
 };
+
+using DebrisDef = BlockDef<IDebrisDef, IRenderDefinition>;
 
 } // namespace Corvid

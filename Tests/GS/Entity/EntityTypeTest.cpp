@@ -62,20 +62,29 @@ TEST(EntityTypeTest, Words) {
     ExpectWords<CohesionRange>({u"None", u"Near", u"Far"});
 }
 
-TEST(EntityTypeTest, EveryTypeButTwoHasAClass) {
+TEST(EntityTypeTest, EveryTypeButTwoHasADefinition) {
     ReportLog reports;
     for (int value = -2; value <= 47; ++value) {
         const auto type = static_cast<EntityType>(value);
         const std::unique_ptr<EntityDef> definition = CreateEntityDef(type, EntityDefName(u"Thing"));
-        const bool hasClass = value >= 0 && value < 46 && value != 31 && value != 32;
-        ASSERT_EQ(definition != nullptr, hasClass) << value;
-        if (!hasClass)
+        const bool isKnown = value >= 0 && value < 46 && value != 31 && value != 32;
+        ASSERT_EQ(definition != nullptr, isKnown) << value;
+        if (!isKnown)
             continue;
         EXPECT_EQ(definition->GetType(), type);
         EXPECT_EQ(std::u16string(definition->GetName().GetText()), u"Thing");
         EXPECT_EQ(definition->GetName().GetIndex(), -1);
     }
     EXPECT_EQ(reports.Take(), "");
+}
+
+TEST(EntityTypeTest, NamedDefinitionsAreThoseOfTheirTypes) {
+    const auto create = [](int value) { return CreateEntityDef(static_cast<EntityType>(value), EntityDefName(u"A")); };
+    EXPECT_NE(dynamic_cast<DebrisDef*>(create(5).get()), nullptr);
+    EXPECT_NE(dynamic_cast<FleetDef*>(create(11).get()), nullptr);
+    EXPECT_NE(dynamic_cast<FormationDef*>(create(12).get()), nullptr);
+    for (const int value : {14, 15, 16, 17, 18, 19, 20, 21, 44})
+        EXPECT_NE(dynamic_cast<MissionDef*>(create(value).get()), nullptr) << value;
 }
 
 } // namespace

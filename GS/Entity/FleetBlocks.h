@@ -1,6 +1,6 @@
 #pragma once
 
-#include "GS/Entity/EntityDef.h"
+#include "GS/Entity/BlockDef.h"
 
 namespace Corvid {
 
@@ -16,25 +16,13 @@ private:
     CohesionRange m_DefaultCohesionRange = CohesionRange::Invalid;
 };
 
-class FleetDef final : public Record<FleetDef, EntityDef> {
-public:
-    static void Fields(auto& self, auto& fields) { fields.Block(self.m_Fleet); }
-
-private:
-    IFleetDefinition m_Fleet;
-};
+using FleetDef = BlockDef<IFleetDefinition>;
 
 class IFormationDefinition final : public Record<IFormationDefinition> {
 public:
     static void Fields(auto&, auto&) {}
 };
 
-class FormationDef final : public Record<FormationDef, EntityDef> {
-public:
-    static void Fields(auto& self, auto& fields) { fields.Block(self.m_Formation); }
-
-private:
-    IFormationDefinition m_Formation;
-};
+using FormationDef = BlockDef<IFormationDefinition>;
 
 } // namespace Corvid

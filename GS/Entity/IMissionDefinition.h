@@ -1,6 +1,6 @@
 #pragma once
 
-#include "GS/Entity/EntityDef.h"
+#include "GS/Entity/BlockDef.h"
 
 namespace Corvid {
 
@@ -35,22 +35,6 @@ private:
 };
 
 // All missions have one layout.
-class MissionDef : public Record<MissionDef, EntityDef> {
-public:
-    static void Fields(auto& self, auto& fields) { fields.Block(self.m_Mission); }
-
-private:
-    IMissionDefinition m_Mission;
-};
-
-class Mission_AttackPlanetDef final : public MissionDef {};
-class Mission_CaptureResourcesDef final : public MissionDef {};
-class Mission_ColonizeDef final : public MissionDef {};
-class Mission_DefendFlagshipDef final : public MissionDef {};
-class Mission_BuildStarBaseDef final : public MissionDef {};
-class Mission_BuildMinesDef final : public MissionDef {};
-class Mission_ExploreDef final : public MissionDef {};
-class Mission_RaidDef final : public MissionDef {};
-class Mission_FosterRelationshipsDef final : public MissionDef {};
+using MissionDef = BlockDef<IMissionDefinition>;
 
 } // namespace Corvid
