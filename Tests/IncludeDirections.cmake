@@ -9,10 +9,11 @@ set(allowed_Engine_DataStructures Engine/Report Engine/String)
 set(allowed_Engine_Math Engine/Report Engine/String Engine/DataStructures)
 set(allowed_Engine_File Engine/Report Engine/String Engine/DataStructures)
 set(allowed_Engine_Archive Engine/Report Engine/String Engine/DataStructures Engine/Math Engine/File)
+set(allowed_Engine_Layout ${allowed_Engine_Archive} Engine/Archive)
 set(allowed_Engine_Render ${allowed_Engine_Archive} Engine/Archive)
 set(allowed_Engine_Window ${allowed_Engine_Render} Engine/Render)
 set(allowed_GS ${allowed_Engine_Window} Engine/Window)
-set(allowed_Kinds ${allowed_GS} GS)
+set(allowed_Kinds ${allowed_GS} GS Engine/Layout)
 set(allowed_Recast ${allowed_Kinds} Kinds)
 
 file(GLOB_RECURSE sources RELATIVE "${root}" "${root}/Engine/*.h" "${root}/Engine/*.cpp" "${root}/GS/*.h"

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 
 #include "Engine/Archive/Archivable.h"
 #include "Engine/Archive/Label.h"
@@ -64,9 +65,9 @@ public:
     virtual void WriteObject(const Archivable& object) = 0;
     virtual void WriteLabeledObject(Label label, const Archivable& object) = 0;
 
-    // Around the elements of a list that is written: its count has been written before, under `countLabel`. Encodings
-    // need neither; what keeps the values apart does.
-    virtual void BeginList(Label /*countLabel*/) {}
+    // Around the elements of a list that is written: its count has been written just before. Encodings need neither;
+    // what keeps the values apart does. An element is one value, or several under the given labels.
+    virtual void BeginList(Label /*countLabel*/, std::span<const Label> /*elementLabels*/) {}
     virtual void EndList() {}
 
     // Later reads leave their targets alone and report nothing.

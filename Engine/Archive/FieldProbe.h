@@ -1,12 +1,12 @@
 #pragma once
 
-#include "Engine/Archive/Archive.h"
 #include "Engine/Archive/FieldListener.h"
+#include "Engine/Archive/NullArchive.h"
 
 namespace Corvid {
 
 // Holds nothing: tells a listener by the operation that reads a value what the value is in a file.
-class FieldProbe final : public Archive {
+class FieldProbe final : public NullArchive {
 public:
     // The facts of the value that is about to be read; the capacity of a string only where it is not what it is read
     // with.
@@ -30,27 +30,6 @@ public:
     void ReadObject(Archivable& object) override { object.ListFields(m_Listener); }
     void ReadLabeledObject(Label label, Archivable& object) override;
     void ReadLabeledObject(Label label, Archivable& object, void*) override { ReadLabeledObject(label, object); }
-
-    void WriteColor(Label, const Color&) override {}
-    void WriteIntRect(Label, const IntRect&) override {}
-    void WriteIntPair(Label, const IntPair&) override {}
-    void WriteIntPair(Label, std::int32_t, std::int32_t) override {}
-    void WriteVector4(Label, const Vector4&) override {}
-    void WriteMatrix44(Label, const Matrix44&) override {}
-    void WriteMatrix33(Label, const Matrix33&) override {}
-    void WriteVector3(Label, const Vector3&) override {}
-    void WriteString(Label, const char16_t*) override {}
-    void WriteInt64(Label, std::int64_t) override {}
-    void WriteBool(Label, bool) override {}
-    void WriteDouble(Label, double) override {}
-    void WriteFloat(Label, float) override {}
-    void WriteInt(Label, std::int32_t) override {}
-    void WriteInt(Label, std::uint32_t) override {}
-    void WriteObject(const Archivable&) override {}
-    void WriteLabeledObject(Label, const Archivable&) override {}
-
-    std::uint64_t CountThatFits(const ElementSize&) const override { return 0; }
-    void SkipToLabel(Label, Label) override {}
 
 private:
     void Tell(Label label, FieldKind kind);

@@ -1,33 +1,15 @@
 #pragma once
 
 #include "Engine/Archive/ArchiveValues.h"
+#include "Engine/Archive/NullArchive.h"
 
 namespace Corvid {
 
 // Takes what is written to it and only adds up the sizes, strings as empty ones: run over an element in its default
 // state, it gives the least that an element takes in a file, out of the element's own field list.
-class MeasuringArchive final : public Archive {
+class MeasuringArchive final : public NullArchive {
 public:
     const ElementSize& GetSize() const { return m_Size; }
-
-    void ReadColor(Label, Color&) override {}
-    void ReadIntRect(Label, IntRect&) override {}
-    void ReadIntPair(Label, IntPair&) override {}
-    void ReadIntPair(Label, std::int32_t&, std::int32_t&) override {}
-    void ReadVector4(Label, Vector4&) override {}
-    void ReadMatrix44(Label, Matrix44&) override {}
-    void ReadMatrix33(Label, Matrix33&) override {}
-    void ReadVector3(Label, Vector3&) override {}
-    void ReadString(Label, char16_t*, int) override {}
-    void ReadInt64(Label, std::int64_t&) override {}
-    void ReadBool(Label, bool&) override {}
-    void ReadDouble(Label, double&) override {}
-    void ReadFloat(Label, float&) override {}
-    void ReadInt(Label, std::int32_t&) override {}
-    void ReadInt(Label, std::uint32_t&) override {}
-    void ReadObject(Archivable&) override {}
-    void ReadLabeledObject(Label, Archivable&, void*) override {}
-    void ReadLabeledObject(Label, Archivable&) override {}
 
     void WriteColor(Label label, const Color&) override { Add(label, 16); }
     void WriteIntRect(Label label, const IntRect&) override { Add(label, 16); }
@@ -46,9 +28,6 @@ public:
     void WriteInt(Label label, std::uint32_t) override { Add(label, 4); }
     void WriteObject(const Archivable& object) override { object.Save(*this); }
     void WriteLabeledObject(Label label, const Archivable& object) override;
-
-    std::uint64_t CountThatFits(const ElementSize&) const override { return 0; }
-    void SkipToLabel(Label, Label) override {}
 
 private:
     void Add(Label label, unsigned binaryBytes);

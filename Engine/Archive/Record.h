@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <initializer_list>
 #include <limits>
 #include <memory>
 #include <type_traits>
@@ -144,7 +145,7 @@ public:
 
     void List(Label countLabel, Label label, const auto& list) {
         Value(countLabel, list.GetSize());
-        m_Archive.BeginList(countLabel);
+        BeginList(countLabel, {label});
         for (const auto& element : list)
             Value(label, element);
         m_Archive.EndList();
@@ -153,7 +154,7 @@ public:
     template <class T, int MAX_SIZE>
     void Slots(Label countLabel, Label label, const FixedArray<T, MAX_SIZE>& slots, auto...) {
         Value(countLabel, slots.GetSize());
-        m_Archive.BeginList(countLabel);
+        BeginList(countLabel, {label});
         for (const T& element : slots)
             Value(label, element);
         m_Archive.EndList();
@@ -164,7 +165,7 @@ public:
     void Objects(Label countLabel, Label typeLabel, Label contentsLabel, Label, const auto& list, auto) {
         const auto isThere = [](const auto& object) { return object != nullptr; };
         Value(countLabel, static_cast<std::int32_t>(std::count_if(list.begin(), list.end(), isThere)));
-        m_Archive.BeginList(countLabel);
+        BeginList(countLabel, {typeLabel, contentsLabel});
         for (const auto& object : list) {
             if (object == nullptr)
                 continue;
@@ -175,6 +176,10 @@ public:
     }
 
 private:
+    void BeginList(Label countLabel, std::initializer_list<Label> elementLabels) {
+        m_Archive.BeginList(countLabel, {elementLabels.begin(), elementLabels.size()});
+    }
+
     Archive& m_Archive;
 };
 
