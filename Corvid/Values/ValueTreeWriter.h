@@ -1,0 +1,46 @@
+#pragma once
+
+#include "Corvid/Values/ValueTree.h"
+#include "Engine/Archive/NullArchive.h"
+
+namespace Corvid {
+
+// The archive beneath an object's Save() that makes a tree of its values.
+class ValueTreeWriter final : public NullArchive {
+public:
+    explicit ValueTreeWriter(ValueTree& tree) : m_Tree(tree) {}
+
+    void WriteColor(Label label, const Color& value) override;
+    void WriteIntRect(Label label, const IntRect& value) override;
+    void WriteIntPair(Label label, const IntPair& value) override;
+    void WriteIntPair(Label label, std::int32_t first, std::int32_t second) override;
+    void WriteVector4(Label label, const Vector4& value) override;
+    void WriteMatrix44(Label label, const Matrix44& value) override;
+    void WriteMatrix33(Label label, const Matrix33& value) override;
+    void WriteVector3(Label label, const Vector3& value) override;
+    void WriteString(Label label, const char16_t* value) override;
+    void WriteInt64(Label label, std::int64_t value) override;
+    void WriteBool(Label label, bool value) override;
+    void WriteDouble(Label label, double value) override;
+    void WriteFloat(Label label, float value) override;
+    void WriteInt(Label label, std::int32_t value) override;
+    void WriteInt(Label label, std::uint32_t value) override;
+    void WriteObject(const Archivable& object) override;
+    void WriteLabeledObject(Label label, const Archivable& object) override;
+    void BeginList(Label countLabel, std::span<const Label> elementLabels) override;
+    void EndList() override { m_Tree.EndList(); }
+
+private:
+    ValueTree& m_Tree;
+};
+
+// Of anything that saves itself: a record, or the object of a kind.
+template <class Saved> ValueTree ValuesOf(const Saved& saved) {
+    ValueTree tree;
+    ValueTreeWriter writer(tree);
+    saved.Save(writer);
+    tree.Finish();
+    return tree;
+}
+
+} // namespace Corvid
