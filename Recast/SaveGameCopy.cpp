@@ -36,8 +36,6 @@ void CopySaveGame(std::u16string_view source, std::u16string_view destination) {
     const std::unique_ptr<File> from = FileSystem::OpenForReading(source);
     if (from == nullptr)
         return;
-    if (!from->IsSizeKnown())
-        from->GetInput().BringIntoMemory();
     const std::unique_ptr<File> to = FileSystem::OpenForWriting(destination);
     if (!Check(to != nullptr, "file != NULL"))
         return;

@@ -12,8 +12,9 @@ class DestinationTarget;
 // whole new one does. Destroyed without Close(), or after a failed write, it leaves everything as it was.
 //
 // An ordinary file is written to a temporary beside it, which then takes its name: a kill at any moment, a full disk
-// or a size limit leaves the old file whole, and of two runs at once the last to close wins, whole. A kill may leave
-// the temporary behind. A symbolic link is written through.
+// or a size limit leaves the old file whole, and of two runs at once the last to close wins, whole. Where the system
+// has files without a name, a kill leaves no temporary, but for the instant in which it bears a name of its own;
+// elsewhere a kill may leave it behind. A symbolic link is written through.
 //
 // A file with several hard links, or one in a folder that takes no temporary, is rewritten in place from memory. Its
 // space is reserved first, so a full disk still costs nothing, and two runs take turns; only a kill during the final

@@ -71,8 +71,6 @@ void InputStream::ReadWindow() {
         const SourceError error = m_Source->GetError();
         if (error == SourceError::Endless)
             ReportMessage(Message::EndlessSource, {m_Path, m_EndOffset});
-        else if (error == SourceError::Silent)
-            ReportMessage(Message::SilentSource, {m_Path});
         else if (error == SourceError::Failed)
             ReportMessage(Message::FailedSource, {m_Path});
         m_Source = nullptr;

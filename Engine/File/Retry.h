@@ -1,23 +1,21 @@
 #pragma once
 
-#include <cstdint>
+#include <chrono>
+#include <thread>
 
 namespace Corvid {
 
-std::int64_t MonotonicMicroseconds();
-void PauseBetweenAttempts(); // a few milliseconds
+inline constexpr std::chrono::milliseconds kPauseBetweenAttempts(5);
 
 // Calls `attempt` until it returns true; false when the patience has run out. The first call is always made.
 template <class Attempt> bool RetryFor(int patienceMilliseconds, Attempt attempt) {
-    if (attempt())
-        return true;
-    const std::int64_t end = MonotonicMicroseconds() + std::int64_t(patienceMilliseconds) * 1000;
-    while (MonotonicMicroseconds() < end) {
-        PauseBetweenAttempts();
-        if (attempt())
-            return true;
+    const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(patienceMilliseconds);
+    while (!attempt()) {
+        if (std::chrono::steady_clock::now() >= end)
+            return false;
+        std::this_thread::sleep_for(kPauseBetweenAttempts);
     }
-    return false;
+    return true;
 }
 
 } // namespace Corvid

@@ -4,16 +4,10 @@
 
 namespace Corvid {
 
-SourceFile::SourceFile() = default;
-SourceFile::SourceFile(const Bounds& bounds) : m_Bounds(bounds) {}
-SourceFile::~SourceFile() {
-    Close();
-}
-
 std::size_t SourceFile::Read(char* bytes, std::size_t capacity) {
     std::size_t taken = 0;
     while (taken < capacity && !m_IsAtEnd) {
-        const std::uint64_t bound = m_IsRegular ? m_Size : m_Bounds.LargestStream;
+        const std::uint64_t bound = m_IsRegular ? m_Size : m_LargestStream;
         const std::uint64_t left = bound - m_BytesRead;
         char beyond;
         if (left > 0) {

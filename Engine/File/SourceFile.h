@@ -8,29 +8,21 @@ namespace Corvid {
 
 enum class SourceError {
     None,
-    Endless, // an irregular source that outgrew kLargestStream
-    Silent,  // an irregular source that kept its reader waiting longer than kPatienceMilliseconds
+    Endless, // an irregular source that outgrew the largest stream
     Failed,  // the system refused a read
 };
 
-// A path opened once for reading, front to back, in binary. Pipes and devices are read like files, within bounds, so
-// that a source that never ends or never speaks cannot hang a run. Nothing is ever written: a kill costs nothing and
-// any number of runs may share a source. A file that is rewritten meanwhile gives some mixture of its bytes, never
-// more than its size when opened.
+// A path opened once for reading, front to back, in binary. Pipes and devices are read like files: their next byte is
+// waited for, however long that takes, but not more than so many bytes are taken. Nothing is ever written: a kill costs
+// nothing and any number of runs may share a source. A file that is rewritten meanwhile gives some mixture of its
+// bytes, never more than its size when opened.
 class SourceFile {
 public:
     static constexpr std::uint64_t kLargestStream = std::uint64_t(256) << 20; // bytes
-    static constexpr int kPatienceMilliseconds = 5000;     // longest wait for the next byte of an irregular source
-    static constexpr int kLongestWaitMilliseconds = 60000; // all its waits together
+    static constexpr int kPatienceMilliseconds = 5000; // longest wait for another program that holds the file
 
-    struct Bounds {
-        std::uint64_t LargestStream = kLargestStream;
-        int PatienceMilliseconds = kPatienceMilliseconds;
-    };
-
-    SourceFile();
-    explicit SourceFile(const Bounds& bounds);
-    ~SourceFile();
+    explicit SourceFile(std::uint64_t largestStream = kLargestStream) : m_LargestStream(largestStream) {}
+    ~SourceFile() { Close(); }
     SourceFile(const SourceFile&) = delete;
     SourceFile& operator=(const SourceFile&) = delete;
 
@@ -49,15 +41,14 @@ public:
     int Close();
 
 private:
-    // One read of at most `capacity` bytes, waited for within bounds; 0 at the end or after an error.
+    // One read of at most `capacity` bytes, waited for; 0 at the end or after an error.
     std::size_t ReadSome(char* bytes, std::size_t capacity);
 
-    Bounds m_Bounds;
+    std::uint64_t m_LargestStream;
     std::intptr_t m_Handle = -1;
     bool m_IsRegular = false;
     bool m_MayBlock = false; // another process shares the descriptor and its settings
     bool m_IsAtEnd = true;
-    std::int64_t m_WaitLeft = 0; // microseconds
     std::uint64_t m_Size = 0;
     std::uint64_t m_BytesRead = 0;
     SourceError m_Error = SourceError::None;

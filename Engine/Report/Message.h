@@ -19,7 +19,6 @@ enum class Message {
     UnreadLines,   // path, lines, number of the first, the first
     UnreadBytes,   // path, bytes, offset of the first
     EndlessSource, // path, bytes that were read
-    SilentSource,  // path, seconds
     FailedSource,  // path
     OutOfMemory,
 

@@ -37,8 +37,6 @@ const char16_t* FormatOf(Message message) {
         return u"Unread input in '%s': %d bytes, the first at offset %d\n";
     case Message::EndlessSource:
         return u"The source '%s' does not end: reading stops after %d bytes.\n";
-    case Message::SilentSource:
-        return u"The source '%s' delivers nothing more: reading stops here.\n";
     case Message::FailedSource:
         return u"The source '%s' cannot be read further: reading stops here.\n";
     case Message::OutOfMemory:

@@ -83,6 +83,15 @@ char* EncodeUtf8(char* out, char32_t character) {
     return out;
 }
 
+void AppendUtf16(std::u16string& units, char32_t character) {
+    if (character >= 0x10000) {
+        units.push_back(HighSurrogate(character));
+        units.push_back(LowSurrogate(character));
+    } else {
+        units.push_back(static_cast<char16_t>(character));
+    }
+}
+
 void AppendUtf8(std::string& text, std::u16string_view units) {
     const char16_t* position = units.data();
     const char16_t* const end = position + units.size();
@@ -105,13 +114,7 @@ std::u16string ToUtf16(std::string_view bytes) {
     const char* position = bytes.data();
     const char* const end = position + bytes.size();
     while (position != end) {
-        const char32_t character = DecodeUtf8(position, end);
-        if (character >= 0x10000) {
-            units.push_back(HighSurrogate(character));
-            units.push_back(LowSurrogate(character));
-        } else {
-            units.push_back(static_cast<char16_t>(character));
-        }
+        AppendUtf16(units, DecodeUtf8(position, end));
     }
     return units;
 }

@@ -34,6 +34,7 @@ char32_t DecodeUtf16(const char16_t*& position, const char16_t* end);
 // Writes 1 to kMaxUtf8Bytes bytes and returns their end; a surrogate is written as U+FFFD.
 char* EncodeUtf8(char* out, char32_t character);
 
+void AppendUtf16(std::u16string& units, char32_t character);
 void AppendUtf8(std::string& text, std::u16string_view units);
 std::string ToUtf8(std::u16string_view units);
 std::u16string ToUtf16(std::string_view bytes);

@@ -80,17 +80,25 @@ Descriptor DuplicateDescriptor(int number, int access) {
     return Descriptor(fcntl(number, F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
 }
 
-bool AwaitDescriptor(int number, short events, int patienceMilliseconds, std::int64_t& budgetMicroseconds) {
-    const std::int64_t start = MonotonicMicroseconds();
-    const std::int64_t patience = std::min(std::int64_t(patienceMilliseconds) * 1000, budgetMicroseconds);
-    std::int64_t waited = 0;
+void AwaitInput(int number) {
+    pollfd wanted{number, POLLIN, 0};
+    while (poll(&wanted, 1, -1) < 0 && errno == EINTR)
+        continue;
+}
+
+bool AwaitOutput(int number, std::chrono::milliseconds patience, std::chrono::microseconds& budget) {
+    using std::chrono::steady_clock;
+    const auto start = steady_clock::now();
+    const auto longest = std::min<std::chrono::microseconds>(patience, budget);
+    auto waited = std::chrono::microseconds::zero();
     int ready = 0;
     do {
-        pollfd wanted{number, events, 0};
-        ready = poll(&wanted, 1, static_cast<int>((patience - waited + 999) / 1000));
-        waited = MonotonicMicroseconds() - start;
-    } while (ready < 0 && errno == EINTR && waited < patience);
-    budgetMicroseconds = std::max<std::int64_t>(budgetMicroseconds - waited, 0);
+        pollfd wanted{number, POLLOUT, 0};
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(longest - waited);
+        ready = poll(&wanted, 1, static_cast<int>(left.count()));
+        waited = std::chrono::duration_cast<std::chrono::microseconds>(steady_clock::now() - start);
+    } while (ready < 0 && errno == EINTR && waited < longest);
+    budget = std::max(budget - waited, std::chrono::microseconds::zero());
     return ready > 0;
 }
 

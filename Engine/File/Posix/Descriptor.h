@@ -2,8 +2,8 @@
 
 #include <sys/types.h>
 
+#include <chrono>
 #include <cstddef>
-#include <cstdint>
 #include <string>
 
 namespace Corvid {
@@ -37,8 +37,11 @@ int DescriptorNamedBy(const std::string& path);
 // Closed when the file is not open for `access` (O_RDONLY or O_WRONLY). Whether it blocks is its first owner's choice.
 Descriptor DuplicateDescriptor(int number, int access);
 
-// False when the descriptor stayed unready for the patience, or when the budget of all waits together is used up.
-bool AwaitDescriptor(int number, short events, int patienceMilliseconds, std::int64_t& budgetMicroseconds);
+// Waits until a read would not block: bytes are there, or the end is.
+void AwaitInput(int number);
+
+// False when the descriptor took no bytes for the patience, or when the budget of all waits together is used up.
+bool AwaitOutput(int number, std::chrono::milliseconds patience, std::chrono::microseconds& budget);
 
 // write() in full, EINTR and short writes seen to. The number of bytes taken; on fewer, errno says why.
 std::size_t WriteFully(int number, const char* bytes, std::size_t count);

@@ -1,8 +1,8 @@
-#include <poll.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <climits>
 #include <utility>
 
@@ -13,13 +13,13 @@ namespace Corvid {
 
 namespace {
 
-constexpr std::int64_t kLongestWaitMicroseconds = 60 * 1000000; // all waits of one destination together
+constexpr std::chrono::seconds kLongestWait(60); // all waits of one destination together
 
 // What was written is gone: a kill or a failure leaves the reader with the beginning, and two runs mix as they come.
 class DirectTarget final : public DestinationTarget {
 public:
     DirectTarget(Descriptor file, bool isShared, int patienceMilliseconds)
-        : m_File(std::move(file)), m_MayBlock(isShared), m_PatienceMilliseconds(patienceMilliseconds) {}
+        : m_File(std::move(file)), m_MayBlock(isShared), m_Patience(patienceMilliseconds) {}
 
     std::size_t Write(const char* bytes, std::size_t count) override;
     int Close() override { return m_File.Close(); }
@@ -27,8 +27,8 @@ public:
 private:
     Descriptor m_File;
     bool m_MayBlock; // another process shares the descriptor and its settings
-    int m_PatienceMilliseconds;
-    std::int64_t m_WaitLeft = kLongestWaitMicroseconds;
+    std::chrono::milliseconds m_Patience;
+    std::chrono::microseconds m_WaitLeft = kLongestWait;
 };
 
 std::size_t DirectTarget::Write(const char* bytes, std::size_t count) {
@@ -37,7 +37,7 @@ std::size_t DirectTarget::Write(const char* bytes, std::size_t count) {
     std::size_t taken = 0;
     bool waits = m_MayBlock;
     while (taken < count) {
-        if (waits && !AwaitDescriptor(m_File.Get(), POLLOUT, m_PatienceMilliseconds, m_WaitLeft))
+        if (waits && !AwaitOutput(m_File.Get(), m_Patience, m_WaitLeft))
             break;
         const ssize_t written = write(m_File.Get(), bytes + taken, std::min(most, count - taken));
         if (written > 0)

@@ -1,7 +1,6 @@
 #include "Engine/File/SourceFile.h"
 
 #include <fcntl.h>
-#include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -16,7 +15,7 @@ namespace Corvid {
 bool SourceFile::Open(std::u16string_view path) {
     Close();
     const std::string name = NativeFromPath(path);
-    Descriptor file = OpenDescriptor(name, O_RDONLY, 0, m_Bounds.PatienceMilliseconds);
+    Descriptor file = OpenDescriptor(name, O_RDONLY, 0, kPatienceMilliseconds);
     m_MayBlock = !file.IsOpen();
     if (m_MayBlock)
         file = DuplicateDescriptor(DescriptorNamedBy(name), O_RDONLY);
@@ -28,7 +27,6 @@ bool SourceFile::Open(std::u16string_view path) {
     m_BytesRead = 0;
     m_Error = SourceError::None;
     m_IsAtEnd = false;
-    m_WaitLeft = std::int64_t(kLongestWaitMilliseconds) * 1000;
     m_Handle = file.Release();
     return true;
 }
@@ -38,11 +36,8 @@ std::size_t SourceFile::ReadSome(char* bytes, std::size_t capacity) {
     // To a read, a FIFO that lacks its first writer looks ended; to a wait, one that has lost its last looks silent.
     bool waits = m_MayBlock || (!m_IsRegular && m_BytesRead == 0);
     for (;;) {
-        if (waits && !AwaitDescriptor(file, POLLIN, m_Bounds.PatienceMilliseconds, m_WaitLeft)) {
-            m_IsAtEnd = true;
-            m_Error = SourceError::Silent;
-            return 0;
-        }
+        if (waits)
+            AwaitInput(file);
         const ssize_t count = read(file, bytes, capacity);
         if (count > 0)
             return static_cast<std::size_t>(count);

@@ -61,7 +61,7 @@ bool WriteStandardOutput(const char* bytes, std::size_t count) {
             return true;
         if (GetLastError() != ERROR_SUCCESS)
             return false;
-        PauseBetweenAttempts(); // a pipe that its owner made non-blocking is full
+        std::this_thread::sleep_for(kPauseBetweenAttempts); // a pipe that its owner made non-blocking is full
     }
 }
 

@@ -269,6 +269,30 @@ TEST(DestinationFileTest, KillLeavesTheOldFile) {
         close(ends[0]);
         EXPECT_EQ(folder.Get(name), "old");
     }
+    if (close(open(folder.GetName("").c_str(), O_WRONLY | O_TMPFILE, 0600)) == 0) {
+        EXPECT_EQ(folder.List(), (Names{"linked", "linked2", "ordinary"}));
+    }
+}
+
+// Without /proc, a file that was written without a name gets none.
+TEST(DestinationFileTest, FilesThatGetNoNameAreCopied) {
+    const TemporaryFolder folder;
+    const std::string content(100000, 'c');
+    folder.Put("old", "old");
+    chmod(folder.GetName("old").c_str(), 0640);
+    ChildProcess child([&] {
+        if (!Mount("none", "/proc", "tmpfs", 0, ""))
+            return 99;
+        return Write(folder / "old", content) == Written && Write(folder / "new", content) == Written ? 0 : 1;
+    });
+    const int result = child.Wait();
+    if (result == 99)
+        GTEST_SKIP() << "this process cannot mount";
+    EXPECT_EQ(result, 0);
+    EXPECT_EQ(folder.Get("old"), content);
+    EXPECT_EQ(folder.Get("new"), content);
+    EXPECT_EQ(ModeOf(folder, "old"), mode_t(0640));
+    EXPECT_EQ(folder.List(), (Names{"new", "old"}));
 }
 
 TEST(DestinationFileTest, TwoRunsAtOnceLeaveOneWholeResult) {
