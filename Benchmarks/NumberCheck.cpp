@@ -5,7 +5,10 @@
 // - ScanFloat() equals std::from_chars bit for bit on that many random texts of each kind below, those next to the
 //   middle between two floats among them;
 // - FormatFloat() equals snprintf("%f"), which must be exact as glibc's is, for every stride-th float of
-//   [2^-21, 2^24) and for that many random bit patterns.
+//   [2^-21, 2^24) and for that many random bit patterns;
+// - FormatFloatExact() chooses six decimals exactly where these bring the float back, else what std::to_chars finds,
+// for
+//   every stride-th float there is; ScanFloat() brings each of these texts back.
 // The inline ways and the general ways behind them are checked alike. Exit status 1 and some examples on a difference.
 
 #include <bit>
@@ -15,9 +18,11 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <string>
+#include <string_view>
 #include <system_error>
 
-#include "Engine/String/NumberFormat.h"
+#include "Engine/String/NumberFormatExact.h"
 #include "Engine/String/NumberScan.h"
 
 namespace Corvid {
@@ -120,7 +125,36 @@ public:
             Fail("format %a: %s, general way %s, expected %s\n", static_cast<double>(value), text, general, expected);
     }
 
+    void FormatExact(float value) {
+        char text[kMaxFloatText + kFormatSlack + kScanPadding];
+        char* const end = FormatFloatExact(text, value);
+        char six[kMaxFloatText + kFormatSlack];
+        char* const sixEnd = FormatFloat(six, value);
+        float readBack = 0;
+        std::from_chars(six, sixEnd, readBack);
+        const std::string_view found(text, static_cast<std::size_t>(end - text));
+        const bool isSix = IsSame(readBack, value);
+        const bool isRight =
+            isSix ? found == std::string_view(six, static_cast<std::size_t>(sixEnd - six)) : found == ShortestOf(value);
+        *end = '\r';
+        float scanned = 0;
+        if (!isRight || ScanFloat(text, end + 1, scanned) != end || !IsSame(scanned, value))
+            Fail("format %a: %.*s, read back as %a\n", static_cast<double>(value), static_cast<int>(found.size()), text,
+                 static_cast<double>(scanned));
+    }
+
 private:
+    // Below 10, and nothing that six decimals bring back.
+    static std::string ShortestOf(float value) {
+        char text[64];
+        std::string fixed(text, std::to_chars(text, text + sizeof(text), value, std::chars_format::fixed).ptr);
+        std::string scientific(text,
+                               std::to_chars(text, text + sizeof(text), value, std::chars_format::scientific).ptr);
+        if (scientific.find('.') == scientific.npos)
+            scientific.insert(scientific.find('e'), ".0");
+        return scientific.size() < fixed.size() ? scientific : fixed;
+    }
+
     static bool IsSame(float a, float b) { return std::bit_cast<std::uint32_t>(a) == std::bit_cast<std::uint32_t>(b); }
 
     template <class... Arguments> void Fail(const char* format, Arguments... arguments) {
@@ -213,6 +247,13 @@ void CheckRandomFloats(Checker& checker, std::uint64_t count) {
         checker.Format(std::bit_cast<float>(static_cast<std::uint32_t>(random.Next())));
 }
 
+// Magnitudes up to infinity; the signs take turns.
+void CheckEveryExactFloat(Checker& checker, std::uint32_t stride) {
+    const auto infinity = std::bit_cast<std::uint32_t>(HUGE_VALF);
+    for (std::uint32_t bits = 0; bits < infinity; bits += stride)
+        checker.FormatExact(std::bit_cast<float>(bits | (bits / stride & 1) << 31));
+}
+
 int Run(std::uint64_t count, std::uint32_t stride) {
     Checker checker;
     const auto report = [&](const char* what) {
@@ -233,6 +274,8 @@ int Run(std::uint64_t count, std::uint32_t stride) {
     report("floats of [2^-21, 2^24)");
     CheckRandomFloats(checker, count);
     report("random floats");
+    CheckEveryExactFloat(checker, stride);
+    report("exact texts of floats");
     return checker.GetFailures() == 0 ? 0 : 1;
 }
 

@@ -72,21 +72,23 @@ std::unique_ptr<FileArchive> FileArchiveSystem::OpenForReading(std::unique_ptr<F
         input.BringIntoMemory();
     if (isBinary) {
         input.SetPosition(input.GetPosition() + std::min(input.GetAvailable(), kBinaryHeader.size()));
-        return CreateArchive(std::move(file), ArchiveFormat::Binary, false);
+        return CreateArchive(std::move(file), ArchiveFormat::Binary);
     }
-    std::unique_ptr<FileArchive> archive = CreateArchive(std::move(file), ArchiveFormat::Text, false);
+    std::unique_ptr<FileArchive> archive = CreateArchive(std::move(file), ArchiveFormat::Text);
     static_cast<TextFileArchive&>(*archive).SkipFirstLine();
     return archive;
 }
 
-std::unique_ptr<FileArchive> FileArchiveSystem::OpenForWriting(std::u16string_view path, ArchiveFormat format) {
+std::unique_ptr<FileArchive> FileArchiveSystem::OpenForWriting(std::u16string_view path, ArchiveFormat format,
+                                                               FloatForm floatForm) {
     if (format == ArchiveFormat::Steam)
-        return CreateArchive(nullptr, format, false);
+        return CreateArchive(nullptr, format);
     std::unique_ptr<File> file = FileSystem::OpenForWriting(path);
-    return OpenForWriting(std::move(file), format);
+    return OpenForWriting(std::move(file), format, floatForm);
 }
 
-std::unique_ptr<FileArchive> FileArchiveSystem::OpenForWriting(std::unique_ptr<File> file, ArchiveFormat format) {
+std::unique_ptr<FileArchive> FileArchiveSystem::OpenForWriting(std::unique_ptr<File> file, ArchiveFormat format,
+                                                               FloatForm floatForm) {
     if (!Check(file != nullptr, "file != NULL") ||
         !Check(file->GetAccess() == FileAccess::Write, "file->GetAccess() == FileAccess::Write"))
         return nullptr;
@@ -97,17 +99,16 @@ std::unique_ptr<FileArchive> FileArchiveSystem::OpenForWriting(std::unique_ptr<F
     } else if (format == ArchiveFormat::Binary) {
         output.Write(kBinaryHeader.data(), kBinaryHeader.size());
     }
-    return CreateArchive(std::move(file), format, false);
+    return CreateArchive(std::move(file), format, floatForm);
 }
 
 std::unique_ptr<FileArchive> FileArchiveSystem::CreateArchive(std::unique_ptr<File> file, ArchiveFormat format,
-                                                              bool isBitsMode) {
+                                                              FloatForm floatForm) {
     ++m_FileArchiveCount;
     std::unique_ptr<FileArchive> archive;
     switch (format) {
     case ArchiveFormat::Text:
-        archive =
-            std::make_unique<TextFileArchive>(std::move(file), isBitsMode ? FloatForm::Bits : FloatForm::SixDecimals);
+        archive = std::make_unique<TextFileArchive>(std::move(file), floatForm);
         break;
     case ArchiveFormat::Binary:
         archive = std::make_unique<BinaryFileArchive>(std::move(file));

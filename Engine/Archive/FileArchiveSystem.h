@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "Engine/Archive/FileArchive.h"
+#include "Engine/Archive/FloatForm.h"
 
 namespace Corvid {
 
@@ -29,13 +30,16 @@ public:
     std::unique_ptr<FileArchive> OpenForReading(std::unique_ptr<File> file);
 
     // The header is written. Null, with a report, when the file cannot be opened. Any value outside the enumeration is
-    // reported and yields null.
-    std::unique_ptr<FileArchive> OpenForWriting(std::u16string_view path, ArchiveFormat format);
-    std::unique_ptr<FileArchive> OpenForWriting(std::unique_ptr<File> file, ArchiveFormat format);
+    // reported and yields null. `floatForm` is for text.
+    std::unique_ptr<FileArchive> OpenForWriting(std::u16string_view path, ArchiveFormat format,
+                                                FloatForm floatForm = FloatForm::SixDecimals);
+    std::unique_ptr<FileArchive> OpenForWriting(std::unique_ptr<File> file, ArchiveFormat format,
+                                                FloatForm floatForm = FloatForm::SixDecimals);
 
     // `file` is null for ArchiveFormat::Steam only. Any other format value is reported and yields null. The open count
     // goes up in every case.
-    std::unique_ptr<FileArchive> CreateArchive(std::unique_ptr<File> file, ArchiveFormat format, bool isBitsMode);
+    std::unique_ptr<FileArchive> CreateArchive(std::unique_ptr<File> file, ArchiveFormat format,
+                                               FloatForm floatForm = FloatForm::SixDecimals);
 
     // Closes the file, destroys the archive. Null (an archive that could not be made) still brings the count down.
     void Release(std::unique_ptr<FileArchive> archive);

@@ -6,14 +6,10 @@
 #include <string_view>
 
 #include "Engine/Archive/FileArchive.h"
+#include "Engine/Archive/FloatForm.h"
 #include "Engine/Archive/TextLineReader.h"
 
 namespace Corvid {
-
-enum class FloatForm {
-    SixDecimals, // "%f"
-    Bits,        // "%.2f Bits=%d": every value comes back bit by bit
-};
 
 // The human-readable encoding. One value is one line: tabs, the label, a blank, the value. Nested objects show by their
 // indentation alone, which reading ignores.
@@ -87,6 +83,7 @@ private:
     const char* FindQuick(Label label) const; // the place of the value, or null
     bool TakeQuick(const char* valueEnd);
     bool IsQuick(Label label) const;
+    bool AreFloatsQuick(Label label) const;
     void UpdateQuick();
     void SetTabDepth(int depth);
 
@@ -129,7 +126,8 @@ private:
     std::optional<TextLineReader> m_Lines; // when reading
     FloatForm m_FloatForm;
     int m_TabDepth = 0;                    // nested objects around the current value
-    bool m_IsQuick = false;                // the quick way is open
+    bool m_IsQuick = false;                // the quick way is open,
+    bool m_AreFloatsQuick = false;         // to floats in six decimals, too (when writing)
     std::uint64_t m_QuickTabs = 0;         // what it expects in front of a label: these bytes,
     std::uint64_t m_QuickTabMask = 0;      // as far as the mask has them
     std::uint64_t m_LinesTakenInPlace = 0; // by the quick way and the way ahead: each one line and one look-up

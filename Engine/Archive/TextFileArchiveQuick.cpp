@@ -121,13 +121,14 @@ void TextFileArchive::WriteInt(Label label, std::int32_t value) {
 }
 
 void TextFileArchive::WriteFloat(Label label, float value) {
-    if (!IsQuick(label) || !IsQuickFloat(value)) [[unlikely]]
+    if (!AreFloatsQuick(label) || !IsQuickFloat(value)) [[unlikely]]
         return WriteFloatInAnyForm(label, value);
     EndLine(FormatFloat(BeginQuickLine(label), value));
 }
 
 void TextFileArchive::WriteVector3(Label label, const Vector3& value) {
-    if (!IsQuick(label) || !IsQuickFloat(value.x) || !IsQuickFloat(value.y) || !IsQuickFloat(value.z)) [[unlikely]]
+    if (!AreFloatsQuick(label) || !IsQuickFloat(value.x) || !IsQuickFloat(value.y) || !IsQuickFloat(value.z))
+        [[unlikely]]
         return WriteVector3InAnyForm(label, value);
     char* out = TextLineShape::Append(BeginQuickLine(label), "[ ", 2);
     out = FormatFloat(out, value.x);

@@ -36,6 +36,10 @@ inline bool TextFileArchive::IsQuick(Label label) const {
     return m_IsQuick && LabelText::IsShort(label);
 }
 
+inline bool TextFileArchive::AreFloatsQuick(Label label) const {
+    return m_AreFloatsQuick && LabelText::IsShort(label);
+}
+
 // Writing ------------------------------------------------------------------------------------------------------------
 
 // The indentation, the label and a blank; the value goes to the returned place.

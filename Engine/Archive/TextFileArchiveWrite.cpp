@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "Engine/Archive/TextFileArchiveQuick.h"
-#include "Engine/String/NumberFormat.h"
+#include "Engine/String/NumberFormatExact.h"
 #include "Engine/String/Unicode.h"
 
 namespace Corvid {
@@ -42,7 +42,8 @@ char* AppendInts(char* out, const std::int32_t* values, int count) {
 } // namespace
 
 void TextFileArchive::UpdateQuickWriting() {
-    m_IsQuick = m_FloatForm == FloatForm::SixDecimals && m_TabDepth <= TextLineShape::kTabBlock;
+    m_IsQuick = m_TabDepth <= TextLineShape::kTabBlock;
+    m_AreFloatsQuick = m_IsQuick && m_FloatForm == FloatForm::SixDecimals;
 }
 
 // The indentation, the label and a blank; the value goes to the returned place.
@@ -74,38 +75,52 @@ void TextFileArchive::WriteBool(Label label, bool value) {
 }
 
 void TextFileArchive::WriteFloatInAnyForm(Label label, float value) {
-    char* out = BeginLine(label);
-    if (m_FloatForm == FloatForm::Bits) {
+    char* out = IsQuick(label) ? BeginQuickLine(label) : BeginLine(label);
+    switch (m_FloatForm) {
+    case FloatForm::SixDecimals:
+        out = FormatFloat(out, value);
+        break;
+    case FloatForm::Exact:
+        out = FormatFloatExact(out, value);
+        break;
+    case FloatForm::Bits:
         out = Append(FormatFloatShort(out, value), " Bits=");
         out = FormatInt(out, std::bit_cast<std::int32_t>(value));
-    } else {
-        out = FormatFloat(out, value);
+        break;
     }
     EndLine(out);
 }
 
 void TextFileArchive::WriteDouble(Label label, double value) {
     char* out = BeginLine(label);
-    if (m_FloatForm == FloatForm::Bits) {
+    switch (m_FloatForm) {
+    case FloatForm::SixDecimals:
+        out = FormatDouble(out, value);
+        break;
+    case FloatForm::Exact:
+        out = FormatDoubleExact(out, value);
+        break;
+    case FloatForm::Bits:
         out = Append(FormatDoubleShort(out, value), " Bits=");
         out = FormatInt64(out, std::bit_cast<std::int64_t>(value));
-    } else {
-        out = FormatDouble(out, value);
+        break;
     }
     EndLine(out);
 }
 
 // "[ 1.000000 2.000000 ]", or "[ 1.00 2.00 ] Bits=[ 1065353216 , 1073741824 ]"
 char* TextFileArchive::WriteFloats(char* out, const float* values, int count) const {
-    const bool isBitsForm = m_FloatForm == FloatForm::Bits;
+    const auto format = m_FloatForm == FloatForm::SixDecimals ? &FormatFloatOfAnySize
+                        : m_FloatForm == FloatForm::Exact     ? &FormatFloatExact
+                                                              : &FormatFloatShort;
     *out++ = '[';
     *out++ = ' ';
     for (int i = 0; i < count; ++i) {
-        out = isBitsForm ? FormatFloatShort(out, values[i]) : FormatFloat(out, values[i]);
+        out = format(out, values[i]);
         *out++ = ' ';
     }
     *out++ = ']';
-    if (isBitsForm) {
+    if (m_FloatForm == FloatForm::Bits) {
         std::int32_t bits[4];
         std::transform(values, values + count, bits, [](float value) { return std::bit_cast<std::int32_t>(value); });
         out = AppendInts(Append(out, " Bits="), bits, count);
@@ -114,7 +129,7 @@ char* TextFileArchive::WriteFloats(char* out, const float* values, int count) co
 }
 
 void TextFileArchive::WriteFloatsInAnyForm(Label label, const float* values, int count) {
-    EndLine(WriteFloats(BeginLine(label), values, count));
+    EndLine(WriteFloats(IsQuick(label) ? BeginQuickLine(label) : BeginLine(label), values, count));
 }
 
 void TextFileArchive::WriteVector3InAnyForm(Label label, const Vector3& value) {

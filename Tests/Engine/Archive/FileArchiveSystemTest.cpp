@@ -160,7 +160,7 @@ TEST_F(FileArchiveSystemTest, OpenArchivesAreCounted) {
     EXPECT_EQ(TakeReports(), FailedHere("fileArchiveCount == 0"));
     {
         FileArchiveSystem system;
-        system.CreateArchive(File::ReadFromMemory(u"memory", ""), ArchiveFormat::Text, false);
+        system.CreateArchive(File::ReadFromMemory(u"memory", ""), ArchiveFormat::Text);
     }
     EXPECT_EQ(TakeReports(), FailedHere("fileArchiveCount == 0"));
 

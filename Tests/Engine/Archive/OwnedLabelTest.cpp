@@ -34,7 +34,7 @@ TEST_F(OwnedLabelTest, EveryLengthIsWrittenAndFoundAgain) {
             EXPECT_EQ(value, static_cast<std::int32_t>(i + 1));
         }
     };
-    EXPECT_EQ(Write(false, write), lines);
+    EXPECT_EQ(Write(FloatForm::SixDecimals, write), lines);
     EXPECT_EQ(Read(lines, read), "");
     LoadWith(SaveWith(ArchiveFormat::Binary, write), read);
     EXPECT_EQ(TakeReports(), "");
@@ -59,7 +59,8 @@ TEST_F(OwnedLabelTest, OnlyPrintableAsciiIsALabel) {
     for (const std::string& text :
          {""s, " x"s, "a\tb"s, "a\nb"s, "\x7F"s, "\xC3\xA9"s, "a\0"s, std::string(128, 'x')}) {
         EXPECT_FALSE(OwnedLabel::IsLabel(text)) << text;
-        const std::string line = Write(false, [&](Archive& archive) { archive.WriteInt(OwnedLabel(text), 1); });
+        const std::string line =
+            Write(FloatForm::SixDecimals, [&](Archive& archive) { archive.WriteInt(OwnedLabel(text), 1); });
         EXPECT_EQ(line, "? 1\r\n");
         EXPECT_EQ(TakeReports(), Failed("IsLabel( text )", "Engine/Archive/OwnedLabel"));
     }

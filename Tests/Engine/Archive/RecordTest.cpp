@@ -259,7 +259,7 @@ TEST_F(RecordTest, EnumerationsAreWords) {
     Paint invalid = Paint::Invalid; // kept without a message of its own, too
     EXPECT_EQ(Read("", [&](Archive& archive) { ReadValue(archive, kValue, invalid); }), Missing("Value", 1, ""));
     EXPECT_EQ(invalid, Paint::Invalid);
-    EXPECT_EQ(Write(false,
+    EXPECT_EQ(Write(FloatForm::SixDecimals,
                     [](Archive& archive) {
                         for (const int value : {0, 1, -1, 2})
                             WriteValue(archive, kValue, static_cast<Paint>(value));

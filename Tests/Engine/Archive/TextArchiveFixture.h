@@ -67,17 +67,17 @@ protected:
     // The same in the bits form.
     template <class Step> std::string ReadBits(std::string_view lines, Step read) {
         auto file = File::ReadFromMemory(u"memory", std::string(lines));
-        auto archive = m_Archives.CreateArchive(std::move(file), ArchiveFormat::Text, true);
+        auto archive = m_Archives.CreateArchive(std::move(file), ArchiveFormat::Text, FloatForm::Bits);
         read(static_cast<TextFileArchive&>(*archive));
         m_Archives.Release(std::move(archive));
         return TakeReports();
     }
 
     // `write(FileArchive&)` into a text without header.
-    template <class Step> std::string Write(bool isBitsMode, Step write) {
+    template <class Step> std::string Write(FloatForm floatForm, Step write) {
         std::string bytes;
         auto file = File::WriteToMemory(u"memory", bytes);
-        auto archive = m_Archives.CreateArchive(std::move(file), ArchiveFormat::Text, isBitsMode);
+        auto archive = m_Archives.CreateArchive(std::move(file), ArchiveFormat::Text, floatForm);
         write(*archive);
         m_Archives.Release(std::move(archive));
         return bytes;

@@ -157,7 +157,7 @@ TEST_F(TextValueTest, EveryValueComesBackInTheBitsForm) {
         SCOPED_TRACE(bits);
         const auto value = std::bit_cast<float>(bits);
         const std::uint64_t twice = std::uint64_t{bits} << 32 | bits;
-        const std::string text = Write(true, [&](Archive& archive) {
+        const std::string text = Write(FloatForm::Bits, [&](Archive& archive) {
             archive.WriteFloat(kValue, value);
             archive.WriteDouble(kValue, std::bit_cast<double>(twice));
             archive.WriteVector4(kValue, {value, 1, value, value});

@@ -83,7 +83,7 @@ protected:
             result.checksum = archive.GetChecksum();
             for (const ReportPosition& position : m_Reports.GetPositions())
                 result.positions.push_back(position.m_Value);
-            result.values = Write(true, [&](Archive& values) { values.WriteObject(probe); });
+            result.values = Write(FloatForm::Bits, [&](Archive& values) { values.WriteObject(probe); });
         };
         result.reports = Read(lines, read);
         return result;
@@ -103,7 +103,7 @@ protected:
     }
 
     std::string Lines(int depth = kDepth) {
-        return Write(false, [depth](Archive& archive) { archive.WriteObject(Probe(depth)); });
+        return Write(FloatForm::SixDecimals, [depth](Archive& archive) { archive.WriteObject(Probe(depth)); });
     }
 
     static std::string Replace(std::string text, std::string_view part, std::string_view by) {
@@ -117,7 +117,8 @@ TEST_F(TextWaysTest, WhatIsWrittenIsReadInEveryDepth) {
     for (const int depth : {0, 1, 7, 8, 9, 20}) {
         const Result result = ExpectOneResult(Lines(depth), depth);
         EXPECT_EQ(result.reports, "") << depth;
-        EXPECT_EQ(result.values, Write(true, [depth](Archive& archive) { archive.WriteObject(Probe(depth)); }));
+        EXPECT_EQ(result.values,
+                  Write(FloatForm::Bits, [depth](Archive& archive) { archive.WriteObject(Probe(depth)); }));
     }
 }
 

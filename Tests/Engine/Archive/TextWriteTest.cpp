@@ -34,26 +34,27 @@ private:
 
 class TextWriteTest : public TextArchiveFixture {
 protected:
-    // What is written under "Value", in both float forms; each line behind the tabs of its depth.
+    // What is written under "Value", in every float form; each line behind the tabs of its depth.
     template <class Written, class Value>
     void ExpectLines(void (Archive::*write)(Label, Written), const Value& value, std::string_view sixDecimals,
-                     std::string_view bits = {}) {
+                     std::string_view bits = {}, std::string_view exact = {}) {
         const std::function<void(Archive&)> writeValue = [&](Archive& archive) { (archive.*write)(kValue, value); };
         for (const int depth : {0, 1, 2, 15, 16, 17, 20}) {
-            for (const bool isBitsMode : {false, true}) {
+            for (const FloatForm form : {FloatForm::SixDecimals, FloatForm::Bits, FloatForm::Exact}) {
+                const std::string_view other = form == FloatForm::Bits ? bits : exact;
                 std::string expected;
                 for (int i = 0; i < depth; ++i)
                     expected +=
                         std::string(static_cast<std::size_t>(i), '\t') + "ALabelThatIsLongerThanSixteenLetters\r\n";
                 expected.append(static_cast<std::size_t>(depth), '\t').append("Value");
-                for (const char c : isBitsMode && !bits.empty() ? bits : sixDecimals) {
+                for (const char c : form == FloatForm::SixDecimals || other.empty() ? sixDecimals : other) {
                     if (c == '\n') // the row of a matrix
                         expected.append("\r\n").append(static_cast<std::size_t>(depth) + 1, '\t');
                     else
                         expected.push_back(c);
                 }
                 const Nest nest(depth, writeValue);
-                EXPECT_EQ(Write(isBitsMode,
+                EXPECT_EQ(Write(form,
                                 [&](Archive& archive) {
                                     archive.WriteObject(nest);
                                     archive.WriteBool(u"Back", true); // at the outer depth again
@@ -84,16 +85,20 @@ TEST_F(TextWriteTest, EveryOperationAtEveryDepth) {
 
     ExpectLines(&A::WriteFloat, 2.5f, " 2.500000", " 2.50 Bits=1075838976");
     ExpectLines(&A::WriteFloat, -0.0f, " -0.000000", " -0.00 Bits=-2147483648");
-    ExpectLines(&A::WriteFloat, 1.0f / 3.0f, " 0.333333", " 0.33 Bits=1051372203");
+    ExpectLines(&A::WriteFloat, 1.0f / 3.0f, " 0.333333", " 0.33 Bits=1051372203", " 0.33333334");
     ExpectLines(&A::WriteFloat, 3.0e10f, " 30000001024.000000", " 30000001024.00 Bits=1356825718");
     ExpectLines(&A::WriteFloat, -kInfinity, " -inf", " -inf Bits=-8388608");
     ExpectLines(&A::WriteFloat, std::copysign(kNan, -1.0f), " -nan", " -nan Bits=-4194304");
     ExpectLines(&A::WriteDouble, 0.1, " 0.100000", " 0.10 Bits=4591870180066957722");
-    ExpectLines(&A::WriteDouble, 1.0 / 128.0, " 0.007812", " 0.01 Bits=4575657221408423936");
+    ExpectLines(&A::WriteDouble, 1.0 / 3.0, " 0.333333", " 0.33 Bits=4599676419421066581", " 0.3333333333333333");
+    ExpectLines(&A::WriteDouble, 1.0 / 128.0, " 0.007812", " 0.01 Bits=4575657221408423936", " 0.0078125");
     ExpectLines(&A::WriteVector3, Vector3{1, 0, -3.25f}, " [ 1.000000 0.000000 -3.250000 ]",
                 " [ 1.00 0.00 -3.25 ] Bits=[ 1065353216 , 0 , -1068498944 ]");
     ExpectLines(&A::WriteVector3, Vector3{1234.5f, kInfinity, kNan}, " [ 1234.500000 inf nan ]",
                 " [ 1234.50 inf nan ] Bits=[ 1150963712 , 2139095040 , 2143289344 ]");
+    ExpectLines(&A::WriteVector3, Vector3{1234.5f, 1e-7f, -0.7f / 3.0f}, " [ 1234.500000 0.000000 -0.233333 ]",
+                " [ 1234.50 0.00 -0.23 ] Bits=[ 1150963712 , 869711765 , -1100026129 ]",
+                " [ 1234.500000 1.0e-07 -0.23333333 ]");
     ExpectLines(&A::WriteVector4, Vector4{0, 1, 0, -2}, " [ 0.000000 1.000000 0.000000 -2.000000 ]",
                 " [ 0.00 1.00 0.00 -2.00 ] Bits=[ 0 , 1065353216 , 0 , -1073741824 ]");
     ExpectLines(&A::WriteMatrix33, Matrix33({1, 0, 0}, {0, 2, 0}, {0, 0, 0}),
@@ -106,7 +111,8 @@ TEST_F(TextWriteTest, EveryOperationAtEveryDepth) {
     const std::string zeroBits = "\n [ 0.00 0.00 0.00 0.00 ] Bits=[ 0 , 0 , 0 , 0 ]";
     ExpectLines(&A::WriteMatrix44, matrix, zeros + zeros + zeros + "\n [ 1.000000 0.000000 0.000000 0.000000 ]",
                 zeroBits + zeroBits + zeroBits + "\n [ 1.00 0.00 0.00 0.00 ] Bits=[ 1065353216 , 0 , 0 , 0 ]");
-    EXPECT_EQ(Write(false, [](Archive& archive) { archive.WriteIntPair(kValue, 64, 32); }), "Value [ 64 , 32 ]\r\n");
+    EXPECT_EQ(Write(FloatForm::SixDecimals, [](Archive& archive) { archive.WriteIntPair(kValue, 64, 32); }),
+              "Value [ 64 , 32 ]\r\n");
 }
 
 TEST_F(TextWriteTest, StringsAreWrittenAsTheyAreHeld) {

@@ -1,4 +1,4 @@
-#include "Engine/String/NumberFormat.h"
+#include "Engine/String/NumberFormatExact.h"
 
 #include <bit>
 #include <charconv>
@@ -116,6 +116,47 @@ TEST(NumberFormat, ShortFloatsAndDoublesAreExactToo) {
     EXPECT_EQ(longest.substr(0, 21), "-17976931348623157081");
 }
 
+TEST(NumberFormat, ExactNumbersHaveSixDecimalsOrTheShortest) {
+    const Row<float> kRows[] = {
+        {0.0f, "0.000000"},
+        {-0.0f, "-0.000000"},
+        {0.00001f, "0.000010"},
+        {-0.1f, "-0.100000"},
+        {15.999999f, "15.999999"},
+        {1e10f, "10000000000.000000"},
+        {-kInfinity, "-inf"},
+        {-kNan, "-nan"},
+        // Seven decimals and more, in each way of finding them.
+        {0x1.fffffep+3f, "15.999999"},
+        {-3.3333333f, "-3.3333333"},
+        {0.57735026f, "0.57735026"},
+        {0.99999994f, "0.99999994"},
+        {0.5000001f, "0.5000001"},
+        {0.015625002f, "0.015625002"},
+        {0.0625001f, "0.0625001"},
+        {0.0156249f, "0.0156249"},
+        {0.00012345678f, "0.00012345678"},
+        {0.00012345f, "0.00012345"},
+        // With an exponent where that is shorter.
+        {0.0000123f, "1.23e-05"},
+        {1e-7f, "1.0e-07"},
+        {-1.5e-30f, "-1.5e-30"},
+        {std::numeric_limits<float>::min(), "1.1754944e-38"},
+        {std::numeric_limits<float>::denorm_min(), "1.0e-45"},
+    };
+    ExpectRows(FormatFloatExact, kRows);
+    ExpectRows(FormatDoubleExact, {Row<double>{0.1, "0.100000"},
+                                   {-0.0, "-0.000000"},
+                                   {1.0 / 3.0, "0.3333333333333333"},
+                                   {123456.7890123456, "123456.7890123456"},
+                                   {0x1p80, "1208925819614629174706176.000000"},
+                                   {0.00012345, "0.00012345"},
+                                   {0.00001234, "1.234e-05"},
+                                   {5e-324, "5.0e-324"},
+                                   {-std::numeric_limits<double>::infinity(), "-inf"}});
+    EXPECT_EQ(TextOf(FormatDoubleExact, std::numeric_limits<double>::lowest()).size(), kMaxDoubleText);
+}
+
 // A sample of all bit patterns, against the library's exact conversion.
 TEST(NumberFormat, AgreesWithTheStandardLibrary) {
     constexpr std::uint64_t kStride = 104'729; // prime
@@ -130,6 +171,13 @@ TEST(NumberFormat, AgreesWithTheStandardLibrary) {
         EXPECT_EQ(TextOf(kFormatFloat, value), exact(value, 6));
         EXPECT_EQ(TextOf(FormatFloatShort, value), exact(value, 2));
         EXPECT_EQ(TextOf(FormatDouble, wide), exact(wide, 6));
+
+        const std::string exactValue = TextOf(FormatFloatExact, value), exactWide = TextOf(FormatDoubleExact, wide);
+        float valueBack = -1;
+        double wideBack = -1;
+        std::from_chars(exactValue.data(), exactValue.data() + exactValue.size(), valueBack);
+        std::from_chars(exactWide.data(), exactWide.data() + exactWide.size(), wideBack);
+        EXPECT_TRUE(valueBack == value && wideBack == wide) << exactValue << ' ' << exactWide;
     }
 }
 
