@@ -78,7 +78,8 @@ public:
     }
 
     template <class Type>
-    void Objects(Label countLabel, Label typeLabel, Label contentsLabel, Label, const auto& list, auto create) {
+    void Objects(Label countLabel, Label typeLabel, Label contentsLabel, Label, const auto& list, auto create,
+                 auto...) {
         Add(countLabel, "count" + CapacityOf(list));
         Add(typeLabel, "each: " + NoteKind(typeLabel, Type::Invalid));
         Add(contentsLabel, "each: the record of that type");

@@ -75,7 +75,8 @@ public:
 
     // Words without a class are none that a file may hold.
     template <class Type>
-    void Objects(Label countLabel, Label typeLabel, Label contentsLabel, Label, const auto& list, auto create) {
+    void Objects(Label countLabel, Label typeLabel, Label contentsLabel, Label, const auto& list, auto create,
+                 auto...) {
         FieldShape shape;
         std::vector<EnumWord> words;
         shape.m_Kind = FieldKind::Word;

@@ -85,9 +85,10 @@ public:
 
     // A count, then for each owned object the word of its type and its record. `create` makes the object of a type, or
     // null where the type has no class: that entry stays empty and its record is skipped, up to the next type word or
-    // to `nextLabel`, which follows the list.
+    // to `nextLabel`, which follows the list. `afterAppend` runs when an object is in the list, before it is read.
     template <class Type>
-    void Objects(Label countLabel, Label typeLabel, Label contentsLabel, Label nextLabel, auto& list, auto create) {
+    void Objects(Label countLabel, Label typeLabel, Label contentsLabel, Label nextLabel, auto& list, auto create,
+                 auto... afterAppend) {
         std::int32_t count = -1;
         Value(countLabel, count);
         if (count > kFewElements)
@@ -97,6 +98,7 @@ public:
             Value(typeLabel, word);
             auto& object = list.Append();
             object = create(EnumFromWord<Type>(word.GetText()));
+            (afterAppend(), ...);
             if (object != nullptr) {
                 Value(contentsLabel, *object);
             } else if (!m_Archive.IsStopped()) {
@@ -162,7 +164,7 @@ public:
 
     // Empty entries are left out, of the count too.
     template <class Type>
-    void Objects(Label countLabel, Label typeLabel, Label contentsLabel, Label, const auto& list, auto) {
+    void Objects(Label countLabel, Label typeLabel, Label contentsLabel, Label, const auto& list, auto...) {
         const auto isThere = [](const auto& object) { return object != nullptr; };
         Value(countLabel, static_cast<std::int32_t>(std::count_if(list.begin(), list.end(), isThere)));
         BeginList(countLabel, {typeLabel, contentsLabel});

@@ -32,6 +32,7 @@ public:
         fields.Value(u"OldParticleAffectThreshold", self.m_OldParticleAffectThreshold);
         fields.Value(u"AffectAttachedParticles", self.m_AffectAttachedParticles);
         fields.List(u"numAttachedEmitters", u"attachedEmitterName", self.m_AttachedEmitterNames);
+        fields.AfterLoad(self, [](auto& affector) { affector.ResolveAttachments(); });
     }
 
     AffectorType GetType() const { return m_Type; }

@@ -27,12 +27,12 @@ public:
     static void Fields(auto& self, auto& fields) {
         fields.Value(u"HasInfiniteLifeTime", self.m_HasInfiniteLifeTime);
         fields.Value(u"TotalLifeTime", self.m_TotalLifeTime);
-        fields.template Objects<EmitterType>(u"NumEmitters", u"EmitterType", u"EmitterContents", u"NumAffectors",
-                                             self.m_Emitters, CreateEmitter);
+        fields.template Objects<EmitterType>(
+            u"NumEmitters", u"EmitterType", u"EmitterContents", u"NumAffectors", self.m_Emitters, CreateEmitter,
+            [&] { fields.AfterLoad(self, [](auto& definition) { definition.ResolveAttachments(); }); });
         fields.template Objects<AffectorType>(u"NumAffectors", u"AffectorType", u"AffectorContents", u"length",
                                               self.m_Affectors,
                                               [&](AffectorType type) { return CreateAffector(type, self); });
-        fields.AfterLoad(self, [](auto& loaded) { loaded.ResolveAttachments(); });
         fields.Value(u"length", self.m_Length);
     }
 
@@ -53,6 +53,7 @@ public:
     bool SaveToFile(FileArchiveSystem& system, ArchiveFormat format, std::u16string_view path);
 
 private:
+    // Of every affector that is there. A new emitter has not read its name yet: it counts at the next time.
     void ResolveAttachments();
     void RecordPath(std::u16string_view path);
 

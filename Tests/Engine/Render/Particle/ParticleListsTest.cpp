@@ -114,12 +114,16 @@ TEST_F(ParticleListsTest, EntriesBeyondTheCapacityAreReadAndDropped) {
     }
 }
 
-TEST_F(ParticleListsTest, LoadingTwiceAppends) {
+// The affectors that are there resolve when an emitter is appended, which is before its name is read.
+TEST_F(ParticleListsTest, LoadingAgainAppends) {
     ParticleSimulationDefinition definition;
     LoadText(EffectLines({SampleEmitter()}, {SampleAffector()}), definition);
-    LoadText(EffectLines({SampleEmitter()}, {}), definition);
-    EXPECT_EQ(SaveLines(definition), EffectLines(Entries(2, SampleEmitter()), {SampleAffector()}));
-    EXPECT_TRUE(definition.GetAffectors()[0]->IsAttachedTo(1)); // resolved again, with the new emitter
+    for (int slot = 1; slot <= 2; ++slot) {
+        LoadText(EffectLines({SampleEmitter()}, {}), definition);
+        EXPECT_TRUE(definition.GetAffectors()[0]->IsAttachedTo(slot - 1));
+        EXPECT_FALSE(definition.GetAffectors()[0]->IsAttachedTo(slot));
+    }
+    EXPECT_EQ(SaveLines(definition), EffectLines(Entries(3, SampleEmitter()), {SampleAffector()}));
 }
 
 } // namespace
