@@ -12,6 +12,7 @@ namespace Corvid {
 void ConvertMesh(FileArchiveSystem& archives, std::u16string_view source, std::u16string_view destination,
                  ArchiveFormat format) {
     MeshSystem meshes(archives);
+    meshes.GetSettings().m_Destination = destination;
     MeshReference mesh = meshes.Load(source, MeshLoadParameters());
     if (mesh.Get() != nullptr)
         mesh.Get()->m_Data.SaveToFile(archives, format, destination);

@@ -22,6 +22,9 @@ enum class PathKind { Missing, File, Folder }; // a device or FIFO is a File
 
 PathKind GetPathKind(std::u16string_view path);
 
+// Whether both paths lead to one file that is there, however they are spelled.
+bool IsSameFile(std::u16string_view path, std::u16string_view other);
+
 // In bytes; 0 for what is no ordinary file. Opens nothing.
 std::uint64_t GetFileSize(std::u16string_view path);
 

@@ -58,6 +58,12 @@ PathKind GetPathKind(std::u16string_view path) {
     return S_ISDIR(status.st_mode) ? PathKind::Folder : PathKind::File;
 }
 
+bool IsSameFile(std::u16string_view path, std::u16string_view other) {
+    struct stat status, otherStatus;
+    return stat(NativeFromPath(path).c_str(), &status) == 0 && stat(NativeFromPath(other).c_str(), &otherStatus) == 0 &&
+           status.st_dev == otherStatus.st_dev && status.st_ino == otherStatus.st_ino;
+}
+
 std::uint64_t GetFileSize(std::u16string_view path) {
     struct stat status;
     const bool isFile = stat(NativeFromPath(path).c_str(), &status) == 0 && S_ISREG(status.st_mode);

@@ -29,6 +29,16 @@ PathKind GetPathKind(std::u16string_view path) {
     return PathKind::File;
 }
 
+bool IsSameFile(std::u16string_view path, std::u16string_view other) {
+    const Handle file = OpenHandle(SystemPath(path), 0, OPEN_EXISTING, 0);
+    const Handle otherFile = OpenHandle(SystemPath(other), 0, OPEN_EXISTING, 0);
+    BY_HANDLE_FILE_INFORMATION status{}, otherStatus{};
+    return GetFileInformationByHandle(file.Get(), &status) &&
+           GetFileInformationByHandle(otherFile.Get(), &otherStatus) &&
+           status.dwVolumeSerialNumber == otherStatus.dwVolumeSerialNumber &&
+           status.nFileIndexHigh == otherStatus.nFileIndexHigh && status.nFileIndexLow == otherStatus.nFileIndexLow;
+}
+
 std::uint64_t GetFileSize(std::u16string_view path) {
     WIN32_FILE_ATTRIBUTE_DATA data;
     if (!GetFileAttributesExW(SystemPath(path).c_str(), GetFileExInfoStandard, &data) ||

@@ -8,8 +8,8 @@ namespace Corvid {
 
 // What a caller asks of a mesh when it loads one.
 struct MeshLoadParameters {
-    bool m_Flags[2] = {false, false};
-    std::int32_t m_Identifiers[3] = {-1, -1, -1};
+    bool m_Flags[2] = {false, false};             // the caller's own: kept with the mesh, nothing here reads them
+    std::int32_t m_Identifiers[3] = {-1, -1, -1}; // likewise; -1 is none
 };
 
 // A mesh as the mesh system hands it out.

@@ -7,28 +7,23 @@
 
 namespace Corvid {
 
-MeshReference::MeshReference(Mesh& shared) : m_Mesh(&shared) {
-    ++shared.m_ReferenceCount;
+MeshReference::MeshReference(std::shared_ptr<Mesh> mesh) : m_Mesh(std::move(mesh)) {
+    if (!m_Mesh->m_IsStandalone)
+        ++m_Mesh->m_ReferenceCount;
 }
 
-MeshReference::MeshReference(std::unique_ptr<Mesh> standalone)
-    : m_Mesh(standalone.get()), m_Standalone(std::move(standalone)) {}
-
-MeshReference::MeshReference(MeshReference&& other) noexcept
-    : m_Mesh(std::exchange(other.m_Mesh, nullptr)), m_Standalone(std::move(other.m_Standalone)) {}
+MeshReference::MeshReference(MeshReference&& other) noexcept : m_Mesh(std::move(other.m_Mesh)) {}
 
 MeshReference& MeshReference::operator=(MeshReference&& other) noexcept {
     Release();
-    m_Mesh = std::exchange(other.m_Mesh, nullptr);
-    m_Standalone = std::move(other.m_Standalone);
+    m_Mesh = std::move(other.m_Mesh);
     return *this;
 }
 
 void MeshReference::Release() {
     if (m_Mesh != nullptr && !m_Mesh->m_IsStandalone)
         --m_Mesh->m_ReferenceCount;
-    m_Mesh = nullptr;
-    m_Standalone.reset();
+    m_Mesh.reset();
 }
 
 MeshReference MeshSystem::Load(std::u16string_view path, const MeshLoadParameters& parameters) {
@@ -39,7 +34,7 @@ MeshReference MeshSystem::Load(std::u16string_view path, const MeshLoadParameter
         ReportMessage(Message::MeshNotFound, {path});
         return {};
     }
-    Mesh* mesh = Find(*resolvedPath);
+    std::shared_ptr<Mesh> mesh = Find(*resolvedPath);
     if (mesh == nullptr)
         mesh = Add(*resolvedPath, parameters);
     if (mesh == nullptr)
@@ -51,11 +46,11 @@ MeshReference MeshSystem::Load(std::u16string_view path, const MeshLoadParameter
     } else if (mesh->m_Data.m_FileName.IsEmpty()) {
         mesh->m_Data.m_FileName = *resolvedPath;
     }
-    return MeshReference(*mesh);
+    return MeshReference(std::move(mesh));
 }
 
 MeshReference MeshSystem::MakeMock(std::u16string_view path, const MeshLoadParameters& parameters) const {
-    auto mesh = std::make_unique<Mesh>(parameters);
+    auto mesh = std::make_shared<Mesh>(parameters);
     mesh->m_IsStandalone = true;
     mesh->m_Data.m_FileName = path;
     mesh->m_Data.m_BoundingRadius = m_Settings.m_MockRadius;
@@ -76,7 +71,7 @@ std::optional<std::u16string> MeshSystem::Resolve(std::u16string_view path) cons
 
     const std::u16string name = std::u16string(SplitPath(path).m_Name) + u".mesh";
     const std::u16string found = subFolder.empty() ? name : std::u16string(subFolder) + u"/" + name;
-    if (GetPathKind(found) != PathKind::File) {
+    if (GetPathKind(found) != PathKind::File || IsSameFile(found, m_Settings.m_Destination)) {
         ReportMessage(Message::DataFileNotFound, {std::u16string_view(name), subFolder});
         return std::nullopt;
     }
@@ -85,23 +80,23 @@ std::optional<std::u16string> MeshSystem::Resolve(std::u16string_view path) cons
     return found;
 }
 
-Mesh* MeshSystem::Find(std::u16string_view resolvedPath) {
+std::shared_ptr<Mesh> MeshSystem::Find(std::u16string_view resolvedPath) const {
     for (const LoadedMesh& loaded : m_Meshes) {
         if (loaded.m_Path == resolvedPath)
-            return loaded.m_Mesh.get();
+            return loaded.m_Mesh;
     }
     return nullptr;
 }
 
 // Null when the list is full: a mesh that is on no list would have no owner.
-Mesh* MeshSystem::Add(std::u16string_view resolvedPath, const MeshLoadParameters& parameters) {
-    auto mesh = std::make_unique<Mesh>(parameters);
+std::shared_ptr<Mesh> MeshSystem::Add(std::u16string_view resolvedPath, const MeshLoadParameters& parameters) {
+    auto mesh = std::make_shared<Mesh>(parameters);
     const int count = m_Meshes.GetSize();
     LoadedMesh& loaded = m_Meshes.Append();
     if (m_Meshes.GetSize() == count)
         return nullptr;
-    loaded = {std::u16string(resolvedPath), std::move(mesh)};
-    return loaded.m_Mesh.get();
+    loaded = {std::u16string(resolvedPath), mesh};
+    return mesh;
 }
 
 void MeshSystem::ShutDown() {

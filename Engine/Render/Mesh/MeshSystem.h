@@ -12,22 +12,21 @@
 
 namespace Corvid {
 
-// One user's hold on a mesh. A standalone mesh goes with its reference; for any other it counts.
+// One user's hold on a mesh, which lives as long as a user or the mesh system has it. The mesh counts its users, unless
+// it is standalone.
 class MeshReference {
 public:
     MeshReference() = default;
-    explicit MeshReference(Mesh& shared); // counts; the mesh system outlives the reference
-    explicit MeshReference(std::unique_ptr<Mesh> standalone);
+    explicit MeshReference(std::shared_ptr<Mesh> mesh);
     MeshReference(MeshReference&& other) noexcept;
     MeshReference& operator=(MeshReference&& other) noexcept;
     ~MeshReference() { Release(); }
 
     void Release();
-    Mesh* Get() const { return m_Mesh; }
+    Mesh* Get() const { return m_Mesh.get(); }
 
 private:
-    Mesh* m_Mesh = nullptr;
-    std::unique_ptr<Mesh> m_Standalone;
+    std::shared_ptr<Mesh> m_Mesh;
 };
 
 // Loads meshes by path, each file once.
@@ -38,7 +37,8 @@ public:
 
     // What the system can be told to do; the defaults are the converter's.
     struct Settings {
-        MeshName m_SubFolder; // where meshes are searched for; empty: paths are taken as they stand
+        MeshName m_SubFolder;         // where meshes are searched for; empty: paths are taken as they stand
+        std::u16string m_Destination; // that the run is about to write: the search passes over it
         bool m_IsLoadingEnabled = true;
         bool m_IsMockMode = false; // no file is read: every mesh is made up from the two values below
         float m_MockRadius = 0.0f;
@@ -55,7 +55,7 @@ public:
     // An empty reference, with a report, when there is no such mesh.
     MeshReference Load(std::u16string_view path, const MeshLoadParameters& parameters);
 
-    // Destroys every mesh, first loaded first.
+    // Gives up every mesh, first loaded first. One that is still in use goes with its last reference.
     void ShutDown();
 
     int GetMeshCount() const { return m_Meshes.GetSize(); }
@@ -64,12 +64,12 @@ public:
 private:
     MeshReference MakeMock(std::u16string_view path, const MeshLoadParameters& parameters) const;
     std::optional<std::u16string> Resolve(std::u16string_view path) const;
-    Mesh* Find(std::u16string_view resolvedPath);
-    Mesh* Add(std::u16string_view resolvedPath, const MeshLoadParameters& parameters);
+    std::shared_ptr<Mesh> Find(std::u16string_view resolvedPath) const;
+    std::shared_ptr<Mesh> Add(std::u16string_view resolvedPath, const MeshLoadParameters& parameters);
 
     struct LoadedMesh {
         std::u16string m_Path; // whole, even where the mesh's own record of it is cut
-        std::unique_ptr<Mesh> m_Mesh;
+        std::shared_ptr<Mesh> m_Mesh;
     };
 
     FileArchiveSystem& m_Archives;

@@ -121,7 +121,7 @@ private:
     FixedArray<FixedString<256>, 2> m_TextureNames;
     FixedString<256> m_TextureAnimationName;
     TextureAnimationSpawnType m_TextureAnimationSpawnType = TextureAnimationSpawnType::RandomFrames;
-    float m_TextureAnimationOnParticleFPS = 0.0f;
+    float m_TextureAnimationOnParticleFPS = 0.0f; // frames per second
     bool m_ParticlesRotate = false;
     std::int32_t m_MeshParticleRotationAxisType = 0;
     Vector3 m_MeshParticleRotationAxis{0.0f, 0.1f, 0.0f}; // short on purpose

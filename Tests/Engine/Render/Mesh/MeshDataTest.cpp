@@ -97,6 +97,7 @@ TEST_F(MeshDataTest, LoadingDerivesTheBoxAndNothingElse) {
     EXPECT_EQ(mesh.m_BoxHalfExtents, (Vector3{0.5f, 2, 1.25f}));
     EXPECT_EQ(mesh.m_BoxOrientation, Matrix33());
     EXPECT_EQ(mesh.m_BoundingRadius, 2.0f);
+    EXPECT_EQ(mesh.m_RootPoint.m_Position, Vector3{});
     EXPECT_EQ(mesh.m_RootPoint.m_Orientation, Matrix33::Identity());
 }
 

@@ -49,6 +49,9 @@ TEST_F(MeshSystemTest, PathsAreTakenAsTheyStandOrSearchedFor) {
         {u"", u"", 0, "Failed to find data file '.mesh'. (SubPath = )\nCould not find Mesh: \n"},
         {u"models", u"models/ship.mesh", 2, ""},
         {u"models", u"ship.mesh", 2, "The mesh 'ship.mesh' is loaded from the file 'models/ship.mesh'.\n"},
+        {u"", u"gone/goal.mesh", 0,
+         "Failed to find data file 'goal.mesh'. (SubPath = )\nCould not find Mesh: gone/goal.mesh\n"}, // destination
+        {u"", u"goal.mesh", 5, ""},
         {u"models", u"parts.mesh", 0,
          "Failed to find data file 'parts.mesh'. (SubPath = models)\nCould not find Mesh: parts.mesh\n"},
     };
@@ -58,6 +61,8 @@ TEST_F(MeshSystemTest, PathsAreTakenAsTheyStandOrSearchedFor) {
     Put("models/ship.mesh", 2);
     Put("noextension", 3);
     Put("parts.mesh", 4);
+    Put("goal.mesh", 5);
+    m_Meshes.GetSettings().m_Destination = u"models/../goal.mesh";
     for (const Case& row : kCases) {
         m_Meshes.GetSettings().m_SubFolder = row.subFolder;
         const MeshReference mesh = Load(row.path);
@@ -140,15 +145,21 @@ TEST_F(MeshSystemTest, MockMeshesAreMadeUp) {
     MeshSystem::Settings& settings = m_Meshes.GetSettings();
     settings.m_IsMockMode = true;
     settings.m_MockRadius = 12.5f;
-    for (const char16_t* name : {u"Bow", u"Stern"})
+    for (const char16_t* name : {u"Bow", u"Stern", u"", u"3", u"4", u"5", u"6", u"7", u"8", u"Last"})
         settings.m_MockPointNames.Append() = name;
-    MeshReference first = Load(u"none.mesh");
+    MeshLoadParameters parameters;
+    parameters.m_Flags[1] = true;
+    parameters.m_Identifiers[2] = 9;
+    MeshReference first = m_Meshes.Load(u"none.mesh", parameters);
+    EXPECT_TRUE(first.Get()->m_LoadParameters.m_Flags[1]);
+    EXPECT_EQ(first.Get()->m_LoadParameters.m_Identifiers[2], 9);
     const MeshReference second = Load(u"none.mesh");
     EXPECT_NE(first.Get(), second.Get());
     EXPECT_TRUE(first.Get()->m_IsStandalone);
     EXPECT_EQ(first.Get()->m_Data.m_FileName, u"none.mesh");
     EXPECT_EQ(first.Get()->m_Data.m_BoundingRadius, 12.5f);
-    ASSERT_EQ(first.Get()->m_Data.m_Points.GetSize(), 2);
+    ASSERT_EQ(first.Get()->m_Data.m_Points.GetSize(), 10);
+    EXPECT_EQ(first.Get()->m_Data.m_Points[9].m_DataString, u"Last");
     const MeshPoint& point = first.Get()->m_Data.m_Points[1];
     EXPECT_EQ(point.m_DataString, u"Stern");
     EXPECT_EQ(point.m_Position, Vector3{});
@@ -158,6 +169,18 @@ TEST_F(MeshSystemTest, MockMeshesAreMadeUp) {
     EXPECT_EQ(second.Get()->m_Data.m_FileName, u"none.mesh"); // its user's
     first.Release();
     EXPECT_EQ(first.Get(), nullptr);
+    EXPECT_EQ(m_Reports.Take(), "");
+    settings.m_MockPointNames.Append();
+    EXPECT_EQ(m_Reports.Count("m_CurrentSize < MAX_SIZE"), 1);
+}
+
+TEST_F(MeshSystemTest, MeshInUseOutlivesTheShutDown) {
+    Put("a.mesh", 1);
+    MeshReference mesh = Load(u"a.mesh");
+    m_Meshes.ShutDown();
+    EXPECT_EQ(mesh.Get()->m_Data.m_MaxDiffuseMipLevel, 1);
+    EXPECT_EQ(Load(u"a.mesh").Get()->m_ReferenceCount, 1); // another one
+    mesh.Release();
     EXPECT_EQ(m_Reports.Take(), "");
 }
 

@@ -13,6 +13,12 @@ SampleEntry EmitterNamed(const std::string& name) {
     return emitter;
 }
 
+SampleEntry AffectorNamed(const std::string& name) {
+    SampleEntry affector = SampleAffector();
+    affector.m_Lines = With(affector.m_Lines, "wind", name);
+    return affector;
+}
+
 // `count` as the file states it.
 SampleEntry AffectorAttachedTo(const std::vector<std::string>& names, std::size_t count) {
     std::string lines = "numAttachedEmitters " + std::to_string(count) + "\n";
@@ -67,6 +73,8 @@ TEST_F(ParticleAffectorTest, AttachedNamesAreKeptWithinTheirBounds) {
     std::vector<std::string> over(34, "x");
     const Case kCases[] = {
         {"LongestThatFits", AffectorAttachedTo({kCut}), AffectorAttachedTo({kCut}), "", 0},
+        {"LongestOwnName", AffectorNamed(kCut), AffectorNamed(kCut), "", 0},
+        {"OwnNameTooLong", AffectorNamed(kLong), AffectorNamed(kCut), "numCharsCopied < bufferSize", 1},
         {"TooLong", AffectorAttachedTo({kLong, "y"}), AffectorAttachedTo({kCut, "y"}),
          "GetLength( source ) < destination.m_BufferSize", 1},
         {"Full", AffectorAttachedTo(full), AffectorAttachedTo(full), "", 0},

@@ -1,6 +1,7 @@
 #include <climits>
 
 #include "Engine/Render/Billboard.h"
+#include "Engine/Render/Particle/ParticleEmitter_Point.h"
 #include "Tests/Engine/Render/Particle/ParticleFixture.h"
 #include "Tests/Engine/Render/Particle/ParticleSamples.h"
 
@@ -78,6 +79,7 @@ TEST_F(ParticleEmitterTest, BillboardRectangleFollowsTheAnchor) {
         {INT_MAX, kNone},
         {INT_MIN, kNone},
     };
+    EXPECT_EQ(ParticleEmitter_Point().GetBillboardRectangle(), kCases[0].m_Rectangle) << "of the default";
     for (const Case& row : kCases) {
         SCOPED_TRACE(row.m_Anchor);
         const SampleEntry emitter = EmitterWith("BillboardAnchor 8", "BillboardAnchor " + std::to_string(row.m_Anchor));
