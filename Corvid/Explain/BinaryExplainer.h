@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "Corvid/Diagnostics/DiagnosticLog.h"
+#include "Corvid/Explain/Conditions.h"
+#include "Corvid/Explain/FieldPath.h"
+#include "Corvid/Values/ValueTree.h"
+#include "Engine/Layout/Layout.h"
+
+namespace Corvid {
+
+// Reads a binary archive by a layout and tells what is wrong with it. Values have no labels to find one's place by:
+// where a count or the type of an object is wrong, and where the input ends, reading ends with that one diagnostic.
+class BinaryExplainer {
+public:
+    // All outlive the explainer; `bytes` is the whole file, its header included. `isForText`: strings that text cannot
+    // hold are errors.
+    BinaryExplainer(const Layout& layout, std::string_view bytes, bool isForText, DiagnosticLog& log, ValueTree& tree);
+
+    void Run();
+
+private:
+    static constexpr std::size_t kHeaderSize = 4;
+
+    void ReadFields(LayoutIndex first, LayoutIndex end, const ElementPlace* element);
+    void ReadValue(LayoutIndex index, const ElementPlace* element);
+    void ReadString(LayoutIndex index, const ElementPlace* element, TextValue& value);
+    void ReadList(LayoutIndex index, const ElementPlace* outer);
+    bool HasNoBranch(LayoutIndex field) const;
+    bool IsNamedByCount(LayoutIndex list);
+
+    template <class Number> Number Take();
+    bool Ensure(std::size_t bytes, LayoutIndex index, const ElementPlace* element);
+    void Report(DiagnosticCode code, std::size_t offset, LayoutIndex index, const ElementPlace* element,
+                std::string message);
+
+    const Layout& m_Layout;
+    std::string_view m_Bytes;
+    bool m_IsForText;
+    DiagnosticLog& m_Log;
+    ValueTree& m_Tree;
+    Conditions m_Conditions;
+    FieldPath m_Path;
+    std::size_t m_Offset = kHeaderSize;
+    bool m_HasStopped = false;
+    std::unordered_map<LayoutIndex, bool> m_AreNamedByCount; // lists, as they are met
+};
+
+} // namespace Corvid

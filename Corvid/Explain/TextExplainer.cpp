@@ -1,0 +1,559 @@
+#include "Corvid/Explain/TextExplainer.h"
+
+#include <algorithm>
+
+#include "Corvid/Explain/BadCount.h"
+#include "Corvid/Explain/NearText.h"
+
+namespace Corvid {
+
+namespace {
+
+constexpr std::size_t kLongestLabel = 127;
+
+// Whether a label that nobody knows reads like one.
+bool IsShownInPaths(std::string_view label) {
+    return label.size() <= kLongestLabel && std::all_of(label.begin(), label.end(), [](char c) {
+               return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
+                      c == ':';
+           });
+}
+
+} // namespace
+
+TextExplainer::TextExplainer(const Layout& layout, TextLines& lines, DiagnosticLog& log, ValueTree& tree)
+    : m_Layout(layout), m_Lines(lines), m_Log(log), m_Tree(tree), m_Conditions(layout) {}
+
+void TextExplainer::Run() {
+    Record file;
+    file.m_Labels = &LabelsOf(0, m_Layout.GetSize());
+    ReadFields(0, m_Layout.GetSize(), file, nullptr);
+    EndRecord(file);
+    m_Tree.Finish();
+}
+
+// Fields -------------------------------------------------------------------------------------------------------------
+
+void TextExplainer::ReadFields(LayoutIndex first, LayoutIndex end, Record& record, const ElementPlace* element) {
+    for (LayoutIndex index = first; index < end; index = m_Layout[index].m_End) {
+        const LayoutNode& node = m_Layout[index];
+        if (node.m_Kind == LayoutKind::Use)
+            ReadFields(index + 1, node.m_End, record, element);
+        else if (node.m_Kind == LayoutKind::When)
+            ReadWhen(index, end, record, element);
+        else if (node.m_Kind == LayoutKind::Count)
+            ReadList(index, record, element);
+        else
+            ReadField(index, record, element);
+    }
+}
+
+// Where the condition's value is not known, what stands there decides; where several branches would take the line, it
+// belongs to none that could be told, and goes without a word: its cause has been reported.
+void TextExplainer::ReadWhen(LayoutIndex when, LayoutIndex end, Record& record, const ElementPlace* element) {
+    const LayoutNode& node = m_Layout[when];
+    const std::optional<bool> holds = m_Conditions.Holds(node.m_Condition);
+    if (holds) {
+        if (*holds)
+            ReadFields(when + 1, node.m_End, record, element);
+        return;
+    }
+    if (!StandsHere(when + 1, node.m_End))
+        return;
+    for (LayoutIndex other = node.m_End; other < end; other = m_Layout[other].m_End) {
+        const LayoutNode& otherNode = m_Layout[other];
+        if (otherNode.m_Kind == LayoutKind::When && otherNode.m_Condition.m_Field == node.m_Condition.m_Field &&
+            StandsHere(other + 1, otherNode.m_End)) {
+            m_Line = m_Lines[m_Line].m_Next;
+            return;
+        }
+    }
+    ReadFields(when + 1, node.m_End, record, element);
+}
+
+void TextExplainer::ReadField(LayoutIndex index, Record& record, const ElementPlace* element) {
+    m_Conditions.SetUnknown(index);
+    const Place place = Find(index, record, element);
+    if (place.m_Kind != Place::Kind::Missing)
+        ReadFieldAt(index, place, record, element);
+}
+
+void TextExplainer::ReadFieldAt(LayoutIndex index, const Place& place, Record& record, const ElementPlace* element) {
+    const LayoutNode& node = m_Layout[index];
+    const LineIndex resume = m_Line;
+    std::uint32_t depth = record.m_Depth + 1;
+    if (place.m_Kind == Place::Kind::Line) {
+        m_Line = place.m_Line + 1;
+        const ArchiveLine& line = m_Lines[place.m_Line];
+        TextFault fault;
+        bool isWhole = true;
+        if (node.m_Kind == LayoutKind::Record || node.m_Kind == LayoutKind::Matrix33 ||
+            node.m_Kind == LayoutKind::Matrix44) {
+            isWhole = ReadTextEnd(line.m_Text, line.GetLabelEnd(), fault);
+        } else {
+            TextValue value;
+            isWhole = ReadTextValue(node, line.m_Text, line.GetLabelEnd(), value, fault);
+            if (isWhole || fault.m_Code == DiagnosticCode::TooLong) {
+                value.AddTo(m_Tree, node.m_Label);
+                m_Conditions.Set(index, value);
+            }
+        }
+        if (!isWhole && !place.m_IsMisspelt)
+            Report(fault.m_Code, place.m_Line, fault.m_Position, m_Path.Of(m_Layout, node, element), fault.m_Message);
+        if (m_Lines.IsIndented())
+            depth = line.m_Depth + 1;
+    } else {
+        depth = m_Lines[m_Line].m_Depth;
+    }
+    if (node.m_Kind == LayoutKind::Record)
+        ReadNested(index, depth, record, element);
+    else if (node.m_Kind == LayoutKind::Matrix33 || node.m_Kind == LayoutKind::Matrix44)
+        ReadMatrix(index, element);
+    if (place.m_IsEarly)
+        m_Line = resume;
+}
+
+void TextExplainer::ReadNested(LayoutIndex index, std::uint32_t depth, const Record& outer,
+                               const ElementPlace* element) {
+    const LayoutNode& node = m_Layout[index];
+    Record record;
+    record.m_Labels = &LabelsOf(index + 1, node.m_End);
+    record.m_Depth = depth;
+    if (m_Line < m_Lines.GetSize() && m_Lines[m_Line].m_Depth > depth &&
+        record.m_Labels->AsksFor(m_Lines[m_Line].GetLabel()))
+        record.m_Depth = m_Lines[m_Line].m_Depth;
+    record.m_Outer = &outer;
+    record.m_OuterNode = index;
+    const std::size_t path = m_Path.Enter(m_Layout, node, element);
+    m_Tree.BeginRecord(node.m_Label);
+    ReadFields(index + 1, node.m_End, record, nullptr);
+    EndRecord(record);
+    m_Tree.EndRecord();
+    m_Path.Leave(path);
+}
+
+// Rows are taken as they come, but for a line that is no row: the first of those ends the matrix.
+void TextExplainer::ReadMatrix(LayoutIndex index, const ElementPlace* element) {
+    const LayoutNode& node = m_Layout[index];
+    const int size = node.m_Kind == LayoutKind::Matrix33 ? 3 : 4;
+    TextValue value;
+    value.m_Kind = node.m_Kind == LayoutKind::Matrix33 ? ValueKind::Matrix33 : ValueKind::Matrix44;
+    bool isWhole = true;
+    for (int row = 0; row < size; ++row) {
+        const std::string which = "row " + std::to_string(row + 1) + " of " + std::to_string(size);
+        if (m_Line == m_Lines.GetSize() || !m_Lines[m_Line].GetLabel().starts_with('[')) {
+            if (isWhole && m_Line == m_Lines.GetSize())
+                m_IsEndReported = true;
+            if (isWhole)
+                Report(DiagnosticCode::BadValue, m_Line, m_Line < m_Lines.GetSize() ? m_Lines[m_Line].m_LabelStart : 0,
+                       m_Path.Of(m_Layout, node, element), which + " is missing");
+            return;
+        }
+        const ArchiveLine& line = m_Lines[m_Line];
+        TextFault fault;
+        if (!ReadTextRow(line.m_Text, line.m_LabelStart, size, value.m_Floats + row * size, fault)) {
+            Report(fault.m_Code, m_Line, fault.m_Position, m_Path.Of(m_Layout, node, element),
+                   which + ": " + fault.m_Message);
+            isWhole = false;
+        }
+        ++m_Line;
+    }
+    if (isWhole)
+        value.AddTo(m_Tree, node.m_Label);
+}
+
+// What is left of the record's lines, nobody asks for.
+void TextExplainer::EndRecord(Record& record) {
+    const bool isFile = record.m_Outer == nullptr;
+    while (m_Line < m_Lines.GetSize()) {
+        const ArchiveLine& line = m_Lines[m_Line];
+        if (line.IsBlank()) {
+            ReportUnknown(m_Line++, record);
+            continue;
+        }
+        if (!isFile) {
+            if (line.m_Depth < record.m_Depth || !m_Lines.IsIndented())
+                return;
+            // An outer field that is indented too far.
+            if (!record.m_Labels->AsksFor(line.GetLabel()) &&
+                record.m_Outer->m_Labels->AsksForBehind(line.GetLabel(), record.m_OuterNode))
+                return;
+        }
+        ReportUnknown(m_Line, record);
+        m_Line = line.m_Next;
+    }
+}
+
+// Lists --------------------------------------------------------------------------------------------------------------
+
+void TextExplainer::ReadList(LayoutIndex index, Record& record, const ElementPlace* outer) {
+    const LayoutNode& node = m_Layout[index];
+    bool isBad = false;
+    const Place place = Find(index, record, outer);
+    const std::optional<std::int32_t> count = ReadCount(index, place, outer, isBad);
+    if (index + 1 == node.m_End) { // only 0 is known
+        m_Tree.AddInt(node.m_Label, 0);
+        m_Tree.BeginList({});
+        m_Tree.EndList();
+        return;
+    }
+
+    const ValueIndex list = m_Tree.GetSize();
+    m_Tree.AddInt(node.m_Label, 0);
+    m_Tree.BeginList(ElementLabels(m_Layout, index));
+    if (isBad) {
+        m_Tree.EndList();
+        PassOverElements(index, record, false, 0);
+        return;
+    }
+
+    ElementPlace element;
+    element.m_List = index;
+    element.m_IsNamedByCount = record.m_Labels->IsNamedByCount(index) && ElementLabels(m_Layout, index).size() == 1;
+    element.m_OuterIndices = outer != nullptr ? outer->GetIndices() : "";
+    LayoutIndex first = index + 1;
+    while (m_Layout[first].m_Kind == LayoutKind::Use || m_Layout[first].m_Kind == LayoutKind::When)
+        ++first;
+    bool isComplete = true;
+    for (; !count || element.m_Index < static_cast<std::uint32_t>(*count); ++element.m_Index) {
+        SkipBlankLines(record);
+        if (!count && !IsFirstOfElement(index, m_Line < m_Lines.GetSize() ? m_Lines[m_Line].GetLabel() : "") &&
+            !(m_Line < m_Lines.GetSize() && IsNear(m_Lines[m_Line].GetLabel(), m_Layout[first].m_Label) &&
+              !record.m_Labels->AsksFor(m_Lines[m_Line].GetLabel())))
+            break;
+        const Place firstPlace = FindElement(first, record, element, true);
+        if (firstPlace.m_Kind == Place::Kind::Missing) {
+            isComplete = false;
+            if (count)
+                ReportMissing(first, &element,
+                              "; " + node.m_Label + " says " + std::to_string(*count) + ", and " +
+                                  std::to_string(element.m_Index) + (element.m_Index == 1 ? " stands" : " stand") +
+                                  " here");
+            break;
+        }
+        ReadElement(index, firstPlace, record, element);
+    }
+    m_Tree.EndList();
+    m_Tree.SetCount(list, static_cast<std::int32_t>(element.m_Index));
+    if (isComplete && count)
+        PassOverElements(index, record, true, *count);
+}
+
+// The count; nothing where it is missing or cannot be read: then the elements tell.
+std::optional<std::int32_t> TextExplainer::ReadCount(LayoutIndex index, const Place& place, const ElementPlace* outer,
+                                                     bool& isBad) {
+    const LayoutNode& node = m_Layout[index];
+    if (place.m_Kind != Place::Kind::Line)
+        return std::nullopt;
+    const ArchiveLine& line = m_Lines[place.m_Line];
+    if (!place.m_IsEarly)
+        m_Line = place.m_Line + 1;
+    TextValue value;
+    TextFault fault;
+    const std::string field = m_Path.Of(m_Layout, node, outer);
+    if (!ReadTextValue(node, line.m_Text, line.GetLabelEnd(), value, fault)) {
+        if (!place.m_IsMisspelt)
+            Report(fault.m_Code, place.m_Line, fault.m_Position, field, fault.m_Message);
+        return std::nullopt;
+    }
+    const std::size_t start = line.m_Text.find_first_not_of(" \t\v\f\r", line.GetLabelEnd());
+    const auto rest = static_cast<std::uint64_t>(m_Lines.GetTextEnd() - (line.m_Text.data() + line.m_Text.size()));
+    const std::uint64_t smallest = std::max<std::uint64_t>(SmallestElementLetters(index + 1, node.m_End) / 2, 1);
+    const std::string why = ExplainBadCount(node, value.m_Integer, rest / smallest);
+    if (!why.empty()) {
+        Report(DiagnosticCode::BadCount, place.m_Line, start, field, why);
+        isBad = true;
+    }
+    return static_cast<std::int32_t>(value.m_Integer);
+}
+
+void TextExplainer::ReadElement(LayoutIndex list, const Place& first, Record& record, const ElementPlace& element) {
+    bool isFirst = true;
+    const LayoutNode& listNode = m_Layout[list];
+    // The group of one element; what stands under a condition or in a block is read with it.
+    const auto readGroup = [&](const auto& self, LayoutIndex begin, LayoutIndex end) -> void {
+        for (LayoutIndex index = begin; index < end; index = m_Layout[index].m_End) {
+            const LayoutNode& node = m_Layout[index];
+            if (node.m_Kind == LayoutKind::Use) {
+                self(self, index + 1, node.m_End);
+            } else if (node.m_Kind == LayoutKind::When) {
+                const std::optional<bool> holds = m_Conditions.Holds(node.m_Condition);
+                if (holds && *holds)
+                    self(self, index + 1, node.m_End);
+                else if (!holds)
+                    ReadWhen(index, end, record, &element);
+            } else if (isFirst) {
+                isFirst = false;
+                m_Conditions.SetUnknown(index);
+                ReadFieldAt(index, first, record, &element);
+            } else if (node.m_Kind == LayoutKind::Count) {
+                ReadList(index, record, &element);
+            } else {
+                m_Conditions.SetUnknown(index);
+                const Place place = FindElement(index, record, element, false);
+                if (place.m_Kind != Place::Kind::Missing)
+                    ReadFieldAt(index, place, record, &element);
+            }
+        }
+    };
+    readGroup(readGroup, list + 1, listNode.m_End);
+}
+
+// Elements that stand there beyond the count.
+void TextExplainer::PassOverElements(LayoutIndex list, Record& record, bool isReported, std::int32_t count) {
+    const std::vector<std::string_view> labels = ElementLabels(m_Layout, list);
+    const auto isElement = [&](std::string_view label) {
+        return std::find(labels.begin(), labels.end(), label) != labels.end();
+    };
+    const LayoutIndex next = m_Layout[list].m_End;
+    if (next < m_Layout.GetSize() && isElement(m_Layout[next].m_Label)) // the field behind the list looks the same
+        return;
+    while (m_Line < m_Lines.GetSize() && isElement(m_Lines[m_Line].GetLabel()) &&
+           (m_Lines[m_Line].m_Depth >= record.m_Depth || !m_Lines.IsIndented())) {
+        if (isReported)
+            Report(DiagnosticCode::UnknownLabel, m_Line, m_Lines[m_Line].m_LabelStart, m_Path.OfRecord(),
+                   "there are more of '" + Excerpt(m_Lines[m_Line].GetLabel()) + "' than " + m_Layout[list].m_Label +
+                       " says, which is " + std::to_string(count));
+        isReported = false;
+        m_Line = m_Lines[m_Line].m_Next;
+    }
+}
+
+bool TextExplainer::IsFirstOfElement(LayoutIndex list, std::string_view label) const {
+    LayoutIndex first = list + 1;
+    while (m_Layout[first].m_Kind == LayoutKind::Use || m_Layout[first].m_Kind == LayoutKind::When)
+        ++first;
+    return m_Layout[first].m_Label == label;
+}
+
+// Finding ------------------------------------------------------------------------------------------------------------
+
+TextExplainer::Place TextExplainer::Find(LayoutIndex index, Record& record, const ElementPlace* element) {
+    const std::string& label = m_Layout[index].m_Label;
+    SkipBlankLines(record);
+    if (const auto place = FindHere(label, index, record))
+        return *place;
+    if (const auto line = FindBelow(label, record)) {
+        PassOver(*line, index, record);
+        return {Place::Kind::Line, *line};
+    }
+    if (const auto place = FindMisspelt(index, record, element))
+        return *place;
+    ReportMissing(index, element, "");
+    return {};
+}
+
+TextExplainer::Place TextExplainer::FindElement(LayoutIndex index, Record& record, const ElementPlace& element,
+                                                bool isFirst) {
+    const std::string& label = m_Layout[index].m_Label;
+    SkipBlankLines(record);
+    if (const auto place = FindHere(label, index, record))
+        return *place;
+    if (const auto place = FindMisspelt(index, record, &element))
+        return *place;
+    const auto line = FindBelow(label, record);
+    if (line && !IsSearchOver(element.m_List, *line, record, isFirst)) {
+        PassOver(*line, index, record);
+        return {Place::Kind::Line, *line};
+    }
+    if (!isFirst)
+        ReportMissing(index, &element, "");
+    return {};
+}
+
+// At the current line, whatever its depth; but a shallower line that an outer record still asks for is that one's.
+std::optional<TextExplainer::Place> TextExplainer::FindHere(std::string_view label, LayoutIndex, Record& record) {
+    if (HasLabel(m_Line, label)) {
+        bool isOwn = m_Lines[m_Line].m_Depth >= record.m_Depth || !m_Lines.IsIndented();
+        for (const Record* inner = &record; !isOwn && inner->m_Outer != nullptr; inner = inner->m_Outer) {
+            if (inner->m_Outer->m_Labels->AsksForBehind(label, inner->m_OuterNode))
+                return std::nullopt;
+        }
+        return Place{Place::Kind::Line, m_Line};
+    }
+    const auto early = record.m_Early.find(label);
+    if (early == record.m_Early.end() || early->second.empty())
+        return std::nullopt;
+    Place place{Place::Kind::Line, early->second.front()};
+    place.m_IsEarly = true;
+    early->second.erase(early->second.begin());
+    return place;
+}
+
+// A line that stands where the field is due and can only be meant for it.
+std::optional<TextExplainer::Place> TextExplainer::FindMisspelt(LayoutIndex index, Record& record,
+                                                                const ElementPlace* element) {
+    if (m_Line == m_Lines.GetSize())
+        return std::nullopt;
+    const LayoutNode& node = m_Layout[index];
+    const ArchiveLine& line = m_Lines[m_Line];
+    const bool isInRecord = line.m_Depth >= record.m_Depth || !m_Lines.IsIndented();
+    if (isInRecord && IsNear(line.GetLabel(), node.m_Label) && !record.m_Labels->AsksFor(line.GetLabel())) {
+        Report(DiagnosticCode::MissingField, m_Line, line.m_LabelStart, m_Path.Of(m_Layout, node, element),
+               "missing; here stands '" + Excerpt(line.GetLabel()) + "' (did you mean that?)");
+        Place place{Place::Kind::Line, m_Line};
+        place.m_IsMisspelt = true;
+        return place;
+    }
+    const bool isMatrix = node.m_Kind == LayoutKind::Matrix33 || node.m_Kind == LayoutKind::Matrix44;
+    const bool hasNested = node.m_Kind == LayoutKind::Record ? LabelsOf(index + 1, node.m_End).AsksFor(line.GetLabel())
+                                                             : isMatrix && line.GetLabel().starts_with('[');
+    if (hasNested && (line.m_Depth > record.m_Depth || isMatrix) && m_Lines.IsIndented()) {
+        Report(DiagnosticCode::MissingField, m_Line, line.m_LabelStart, m_Path.Of(m_Layout, node, element),
+               "missing; its nested lines stand here without it");
+        return Place{Place::Kind::NestedOnly, m_Line};
+    }
+    return std::nullopt;
+}
+
+// Among the record's own lines behind the current one. They are gathered once: a file that is wrong from end to end
+// must not be searched through for each field.
+std::optional<LineIndex> TextExplainer::FindBelow(std::string_view label, Record& record) {
+    if (!record.m_Lines) {
+        record.m_Lines.emplace();
+        for (LineIndex line = m_Line; line < m_Lines.GetSize();) {
+            const ArchiveLine& here = m_Lines[line];
+            if (!here.IsBlank() && here.m_Depth < record.m_Depth)
+                break;
+            if (here.m_Depth == record.m_Depth && !here.IsBlank())
+                (*record.m_Lines)[here.GetLabel()].push_back(line);
+            line = here.m_Depth > record.m_Depth || here.IsBlank() ? line + 1 : here.m_Next;
+        }
+    }
+    const auto found = record.m_Lines->find(label);
+    if (found == record.m_Lines->end())
+        return std::nullopt;
+    const auto line = std::lower_bound(found->second.begin(), found->second.end(), m_Line);
+    return line != found->second.end() ? std::optional(*line) : std::nullopt;
+}
+
+// An element is not looked for behind a line that the record asks for after the list, nor a further label of an
+// element behind the first one of the next.
+bool TextExplainer::IsSearchOver(LayoutIndex list, LineIndex found, Record& record, bool isFirst) {
+    const std::vector<std::string_view> own = ElementLabels(m_Layout, list);
+    for (const std::string_view label : record.m_Labels->GetAll()) {
+        const bool isOwn = std::find(own.begin(), own.end(), label) != own.end();
+        const bool isBoundary = isOwn ? !isFirst && IsFirstOfElement(list, label)
+                                      : record.m_Labels->AsksForBehind(label, m_Layout[list].m_End);
+        if (!isBoundary)
+            continue;
+        const auto line = FindBelow(label, record);
+        if (line && *line < found)
+            return true;
+    }
+    return false;
+}
+
+// Reports ------------------------------------------------------------------------------------------------------------
+
+void TextExplainer::ReportMissing(LayoutIndex index, const ElementPlace* element, const std::string& why) {
+    const LayoutNode& node = m_Layout[index];
+    if (m_Line == m_Lines.GetSize()) {
+        const bool isCut =
+            m_Lines.IsLastLineCut() && m_Lines.GetSize() > 0 && m_Lines.IsReported(m_Lines.GetSize() - 1);
+        if (!m_IsEndReported && !isCut)
+            Report(DiagnosticCode::MissingField, m_Line, 0, m_Path.Of(m_Layout, node, element),
+                   "missing; the file ends here" + why);
+        m_IsEndReported = true;
+        return;
+    }
+    const ArchiveLine& line = m_Lines[m_Line];
+    Report(DiagnosticCode::MissingField, m_Line, line.m_LabelStart, m_Path.Of(m_Layout, node, element),
+           "missing; here stands '" + Excerpt(line.GetLabel()) + "'" + why);
+}
+
+// The current line moves to `end`; each line in front of it is told of once, with what is nested in it.
+void TextExplainer::PassOver(LineIndex end, LayoutIndex wanted, Record& record) {
+    std::vector<std::string_view> told;
+    while (m_Line < end) {
+        const ArchiveLine& line = m_Lines[m_Line];
+        const std::string_view label = line.GetLabel();
+        const bool isLater =
+            !line.IsBlank() && line.m_Depth == record.m_Depth && record.m_Labels->AsksForBehind(label, wanted + 1);
+        if (!isLater) {
+            ReportUnknown(m_Line, record);
+        } else {
+            // Many elements that come too early have come by one move.
+            if (std::find(told.begin(), told.end(), label) == told.end()) {
+                told.push_back(label);
+                Report(DiagnosticCode::OutOfOrder, m_Line, line.m_LabelStart, m_Path.OfLabel(label),
+                       "comes too early: " + m_Layout[wanted].m_Label + " is due here");
+            }
+            record.m_Early[label].push_back(m_Line);
+        }
+        m_Line = std::min(line.m_Next, end);
+    }
+}
+
+void TextExplainer::ReportUnknown(LineIndex index, const Record& record) {
+    const ArchiveLine& line = m_Lines[index];
+    if (line.IsBlank()) {
+        Report(DiagnosticCode::UnknownLabel, index, 0, m_Path.OfRecord(), "a blank line, which no record asks for");
+        return;
+    }
+    const std::string_view label = line.GetLabel();
+    std::string message;
+    if (record.m_Labels->AsksFor(label)) {
+        message = "'" + Excerpt(label) + "' has been read already, or is not due here";
+    } else {
+        message = "no field is called '" + Excerpt(label) + "' here";
+        NearestText nearest(label);
+        for (const std::string_view known : record.m_Labels->GetAll())
+            nearest.Offer(known);
+        if (!nearest.Get().empty())
+            message += " (did you mean '" + nearest.Get() + "'?)";
+    }
+    const std::string field = IsShownInPaths(label) ? m_Path.OfLabel(label) : m_Path.OfRecord();
+    Report(DiagnosticCode::UnknownLabel, index, line.m_LabelStart, field, std::move(message));
+}
+
+void TextExplainer::SkipBlankLines(const Record& record) {
+    while (m_Line < m_Lines.GetSize() && m_Lines[m_Line].IsBlank())
+        ReportUnknown(m_Line++, record);
+}
+
+DiagnosticPlace TextExplainer::PlaceOf(LineIndex line, std::size_t byte) const {
+    return DiagnosticPlace::AtLine(m_Lines.GetNumber(line),
+                                   line < m_Lines.GetSize() ? m_Lines[line].GetColumn(byte) : 1);
+}
+
+void TextExplainer::Report(DiagnosticCode code, LineIndex line, std::size_t byte, std::string field,
+                           std::string message) {
+    if (line < m_Lines.GetSize()) {
+        if (m_Lines[line].m_IsSpoilt)
+            return;
+        m_Lines.MarkReported(line);
+    }
+    m_Log.Add(code, PlaceOf(line, byte), std::move(field), std::move(message));
+}
+
+// Labels -------------------------------------------------------------------------------------------------------------
+
+bool TextExplainer::StandsHere(LayoutIndex first, LayoutIndex end) const {
+    for (LayoutIndex index = first; index < end; ++index) {
+        const LayoutNode& node = m_Layout[index];
+        if (node.m_Kind != LayoutKind::Use && node.m_Kind != LayoutKind::When)
+            return HasLabel(m_Line, node.m_Label);
+    }
+    return false;
+}
+
+const RecordLabels& TextExplainer::LabelsOf(LayoutIndex first, LayoutIndex end) {
+    std::unique_ptr<RecordLabels>& labels = m_Labels[first];
+    if (labels == nullptr)
+        labels = std::make_unique<RecordLabels>(m_Layout, first, end);
+    return *labels;
+}
+
+// Of one element at the least: what stands under a condition may not be there.
+std::uint64_t TextExplainer::SmallestElementLetters(LayoutIndex first, LayoutIndex end) const {
+    std::uint64_t letters = 0;
+    for (LayoutIndex index = first; index < end;) {
+        const LayoutNode& node = m_Layout[index];
+        letters += node.m_Label.size();
+        index = node.m_Kind == LayoutKind::When || node.m_Kind == LayoutKind::Count ? node.m_End : index + 1;
+    }
+    return letters;
+}
+
+} // namespace Corvid

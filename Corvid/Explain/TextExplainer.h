@@ -1,0 +1,103 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "Corvid/Diagnostics/DiagnosticLog.h"
+#include "Corvid/Explain/Conditions.h"
+#include "Corvid/Explain/FieldPath.h"
+#include "Corvid/Explain/TextLines.h"
+#include "Corvid/Explain/TextValue.h"
+#include "Corvid/Values/ValueTree.h"
+#include "Engine/Layout/Layout.h"
+
+namespace Corvid {
+
+// Reads a text archive by a layout so that one mistake costs one diagnostic, and reads on behind it.
+//
+// A field is wanted at the current line. Where another line stands there, it is looked for further down among the lines
+// of the record; what is passed over is diagnosed once: as out of order where the record asks for it later, whose value
+// then counts, else as unknown. Where it is not found, a line that the record never asks for and whose label is near is
+// taken for it, and so are the nested lines of a record whose own line is gone; else it is missing, and nothing is
+// passed over.
+class TextExplainer {
+public:
+    // All outlive the explainer. What could be read goes to the tree; a field that could not is left out of it.
+    TextExplainer(const Layout& layout, TextLines& lines, DiagnosticLog& log, ValueTree& tree);
+
+    void Run();
+
+private:
+    // A record whose fields are being read.
+    struct Record {
+        const RecordLabels* m_Labels = nullptr;
+        std::uint32_t m_Depth = 0; // of its lines
+        const Record* m_Outer = nullptr;
+        LayoutIndex m_OuterNode = 0;                                // its own node among the outer record's
+        std::map<std::string_view, std::vector<LineIndex>> m_Early; // lines that came too early, in order
+        // Lines of the record by label, from where they were gathered on.
+        std::optional<std::unordered_map<std::string_view, std::vector<LineIndex>>> m_Lines;
+    };
+
+    // Where a field stands.
+    struct Place {
+        enum class Kind { Missing, Line, NestedOnly };
+
+        Kind m_Kind = Kind::Missing;
+        LineIndex m_Line = 0;
+        bool m_IsMisspelt = false; // and diagnosed: nothing more is said of its value
+        bool m_IsEarly = false;    // the current line stays where it is
+    };
+
+    void ReadFields(LayoutIndex first, LayoutIndex end, Record& record, const ElementPlace* element);
+    void ReadWhen(LayoutIndex when, LayoutIndex end, Record& record, const ElementPlace* element);
+    void ReadField(LayoutIndex index, Record& record, const ElementPlace* element);
+    void ReadFieldAt(LayoutIndex index, const Place& place, Record& record, const ElementPlace* element);
+    void ReadNested(LayoutIndex index, std::uint32_t depth, const Record& outer, const ElementPlace* element);
+    void ReadMatrix(LayoutIndex index, const ElementPlace* element);
+    void ReadList(LayoutIndex index, Record& record, const ElementPlace* outer);
+    void ReadElement(LayoutIndex list, const Place& first, Record& record, const ElementPlace& element);
+    std::optional<std::int32_t> ReadCount(LayoutIndex index, const Place& place, const ElementPlace* outer,
+                                          bool& isBad);
+    void PassOverElements(LayoutIndex list, Record& record, bool isReported, std::int32_t count);
+    void EndRecord(Record& record);
+
+    Place Find(LayoutIndex index, Record& record, const ElementPlace* element);
+    Place FindElement(LayoutIndex index, Record& record, const ElementPlace& element, bool isFirst);
+    std::optional<Place> FindHere(std::string_view label, LayoutIndex index, Record& record);
+    std::optional<Place> FindMisspelt(LayoutIndex index, Record& record, const ElementPlace* element);
+    std::optional<LineIndex> FindBelow(std::string_view label, Record& record);
+    bool IsSearchOver(LayoutIndex list, LineIndex line, Record& record, bool isFirst);
+    void ReportMissing(LayoutIndex index, const ElementPlace* element, const std::string& why);
+    void PassOver(LineIndex end, LayoutIndex wanted, Record& record);
+    void ReportUnknown(LineIndex line, const Record& record);
+    void SkipBlankLines(const Record& record);
+
+    bool HasLabel(LineIndex line, std::string_view label) const {
+        return line < m_Lines.GetSize() && m_Lines[line].GetLabel() == label;
+    }
+    bool IsFirstOfElement(LayoutIndex list, std::string_view label) const;
+    bool StandsHere(LayoutIndex first, LayoutIndex end) const;
+    const RecordLabels& LabelsOf(LayoutIndex first, LayoutIndex end);
+    std::uint64_t SmallestElementLetters(LayoutIndex first, LayoutIndex end) const;
+
+    DiagnosticPlace PlaceOf(LineIndex line, std::size_t byte) const;
+    void Report(DiagnosticCode code, LineIndex line, std::size_t byte, std::string field, std::string message);
+
+    const Layout& m_Layout;
+    TextLines& m_Lines;
+    DiagnosticLog& m_Log;
+    ValueTree& m_Tree;
+    Conditions m_Conditions;
+    FieldPath m_Path;
+    LineIndex m_Line = 0;
+    bool m_IsEndReported = false; // what is missing at the end of the file has one cause
+    std::unordered_map<LayoutIndex, std::unique_ptr<RecordLabels>> m_Labels; // by first node
+};
+
+} // namespace Corvid
