@@ -24,11 +24,12 @@ bool IsShownInPaths(std::string_view label) {
 TextExplainer::TextExplainer(const Layout& layout, TextLines& lines, DiagnosticLog& log, ValueTree& tree)
     : m_Layout(layout), m_Lines(lines), m_Log(log), m_Tree(tree), m_Conditions(layout) {}
 
-void TextExplainer::Run() {
+void TextExplainer::Run(bool isWholeLayout) {
     Record file;
     file.m_Labels = &LabelsOf(0, m_Layout.GetSize());
     ReadFields(0, m_Layout.GetSize(), file, nullptr);
-    EndRecord(file);
+    if (isWholeLayout)
+        EndRecord(file);
     m_Tree.Finish();
 }
 
@@ -178,10 +179,29 @@ void TextExplainer::EndRecord(Record& record) {
             if (!record.m_Labels->AsksFor(line.GetLabel()) &&
                 record.m_Outer->m_Labels->AsksForBehind(line.GetLabel(), record.m_OuterNode))
                 return;
+            if (StandsWithoutItsLine(record))
+                return;
         }
         ReportUnknown(m_Line, record);
         m_Line = line.m_Next;
     }
+}
+
+// Whether what is left looks like the record that the outer one asks for next, whose own line is gone: its first lines.
+bool TextExplainer::StandsWithoutItsLine(const Record& record) {
+    LayoutIndex candidates[] = {m_Layout[record.m_OuterNode].m_End, kNoLayoutIndex};
+    const LayoutIndex around = m_Layout[record.m_OuterNode].m_Parent;
+    if (around != kNoLayoutIndex && m_Layout[around].m_Kind == LayoutKind::Count)
+        candidates[1] = around + 1; // the next element of the list
+    return std::any_of(std::begin(candidates), std::end(candidates), [&](LayoutIndex candidate) {
+        while (candidate < m_Layout.GetSize() &&
+               (m_Layout[candidate].m_Kind == LayoutKind::Use || m_Layout[candidate].m_Kind == LayoutKind::When))
+            ++candidate;
+        if (candidate >= m_Layout.GetSize() || m_Layout[candidate].m_Kind != LayoutKind::Record)
+            return false;
+        const std::vector<std::string_view>& labels = LabelsOf(candidate + 1, m_Layout[candidate].m_End).GetAll();
+        return labels.size() > 1 && HasLabel(m_Line, labels[0]) && HasLabel(m_Lines[m_Line].m_Next, labels[1]);
+    });
 }
 
 // Lists --------------------------------------------------------------------------------------------------------------

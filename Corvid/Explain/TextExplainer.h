@@ -30,7 +30,8 @@ public:
     // All outlive the explainer. What could be read goes to the tree; a field that could not is left out of it.
     TextExplainer(const Layout& layout, TextLines& lines, DiagnosticLog& log, ValueTree& tree);
 
-    void Run();
+    // `isWholeLayout`: the layout tells all that the file may hold, so that what is left is diagnosed.
+    void Run(bool isWholeLayout);
 
 private:
     // A record whose fields are being read.
@@ -66,6 +67,7 @@ private:
                                           bool& isBad);
     void PassOverElements(LayoutIndex list, Record& record, bool isReported, std::int32_t count);
     void EndRecord(Record& record);
+    bool StandsWithoutItsLine(const Record& record);
 
     Place Find(LayoutIndex index, Record& record, const ElementPlace* element);
     Place FindElement(LayoutIndex index, Record& record, const ElementPlace& element, bool isFirst);

@@ -7,33 +7,32 @@
 #include <string_view>
 
 #include "Corvid/Diagnostics/DiagnosticLog.h"
-#include "Corvid/Values/ValueTree.h"
 #include "Engine/Archive/FileArchiveSystem.h"
-#include "Engine/Archive/TextFileArchive.h"
 #include "Kinds/KindObject.h"
 
 namespace Corvid {
 
 struct LoadOptions {
     std::optional<Kind> m_Kind;       // given by the user: comes before extension and content
+    bool m_IsForText = false;         // strings that text cannot hold are errors
     bool m_IsUnprovenAllowed = false; // a doubt of a layout that the file touches is a warning
-    bool m_AreFloatsSix = false;      // the result will be written with six decimals
 };
 
-// What became of the bytes of one file. Errors of content and structure stand in the log; reading the file is the
-// caller's business.
+// What became of the bytes of one file. What is wrong with them stands in the log; reading the file is the caller's
+// business.
 struct LoadedFile {
     std::optional<Kind> m_Kind;              // none: not an archive, or of no known kind
     std::optional<ArchiveFormat> m_Encoding; // Text or Binary; none: not an archive
     std::uint64_t m_Size = 0;                // bytes
-    std::string m_EntityType;                // the type word of an entity
-    std::string m_LayoutOrigin;              // "built-in", or the path of the layout that was used
+    std::string m_EntityType;                // the type word of an entity, as far as it can be read
+    std::string m_LayoutOrigin;              // of an entity: "built-in", or the path of the layout that was used
+    bool m_IsMemoryShort = false;            // there is no object, and nothing is known of the file
     DiagnosticLog m_Log;                     // errors, and the warnings that go with loading
 
     // As the engine loads it, whatever is wrong with it; null: nothing may be made of this file, whatever is allowed.
     std::unique_ptr<KindObject> m_Object;
 
-    // What could be read where something is wrong: each field for itself. Null where nothing is wrong.
+    // Where something is wrong: what could be read, each field for itself. Null where nothing is wrong.
     std::unique_ptr<KindObject> m_Readable;
 
     // The best there is to show or compare; null: nothing.
@@ -44,7 +43,7 @@ struct LoadedFile {
 // `path` names the file for its extension and an entity's name; nothing is opened.
 LoadedFile LoadFromBytes(std::string bytes, std::u16string_view path, const LoadOptions& options);
 
-enum class FloatPrecision { Exact, Six };
+enum class FloatPrecision { Exact, SixDecimals };
 
 // The object as a file of the encoding; nothing when memory is short.
 std::optional<std::string> SaveToBytes(const KindObject& object, ArchiveFormat format, FloatPrecision floats);

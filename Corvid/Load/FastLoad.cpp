@@ -1,0 +1,46 @@
+#include "Corvid/Load/FastLoad.h"
+
+#include <new>
+#include <utility>
+
+#include "Corvid/Load/NotingReportSink.h"
+#include "Engine/Archive/FileArchiveSystem.h"
+
+namespace Corvid {
+
+namespace {
+
+void Load(FastLoad& load, const std::string& bytes, std::u16string_view path) {
+    FileArchiveSystem archives;
+    archives.EnableChecksums(false);
+    std::unique_ptr<FileArchive> archive = archives.OpenForReading(File::ReadFromMemory(path, bytes));
+    if (archive == nullptr)
+        return;
+    load.m_Object->Load(*archive);
+    load.m_IsMemoryShort = archive->IsMemoryShort();
+    if (load.m_Object->IsThere())
+        archive->ReportUnreadInput();
+    load.m_Object->Finish();
+    archives.Release(std::move(archive));
+}
+
+} // namespace
+
+FastLoad LoadFast(Kind kind, const std::string& bytes, std::u16string_view path) {
+    FastLoad load;
+    NotingReportSink reports;
+    const Reporter reporter(reports);
+    try {
+        load.m_Object = CreateKindObject(kind, path);
+        Load(load, bytes, path);
+    } catch (const std::bad_alloc&) {
+        load.m_IsMemoryShort = true;
+    }
+    if (load.m_IsMemoryShort || !load.m_Object->IsThere())
+        load.m_Object.reset();
+    load.m_IsClean = load.m_Object != nullptr && !reports.HasReports();
+    load.m_FirstReport = reports.GetFirst();
+    return load;
+}
+
+} // namespace Corvid

@@ -1,0 +1,261 @@
+#include "Corvid/Load/LoadedFile.h"
+
+#include <algorithm>
+#include <new>
+#include <utility>
+#include <vector>
+
+#include "Corvid/Explain/BadText.h"
+#include "Corvid/Explain/BinaryExplainer.h"
+#include "Corvid/Explain/NearText.h"
+#include "Corvid/Explain/TextExplainer.h"
+#include "Corvid/Load/Encoding.h"
+#include "Corvid/Load/FastLoad.h"
+#include "Corvid/Load/KindLayouts.h"
+#include "Corvid/Load/NotingReportSink.h"
+#include "Corvid/Values/ValueTreeReader.h"
+#include "Engine/File/PathParts.h"
+#include "Engine/String/NumberScan.h"
+#include "Engine/String/Unicode.h"
+#include "GS/Entity/EntityTypeTable.h"
+
+namespace Corvid {
+
+namespace {
+
+constexpr std::string_view kTypeLabel = "entityType";
+constexpr std::uint64_t kBinaryHeaderSize = 4;
+
+std::optional<EntityType> EntityTypeFromWord(std::string_view word) {
+    for (int value = 0; value < kEntityTypeCount; ++value) {
+        if (ToUtf8(kEntityTypes[value].m_Word) == word)
+            return static_cast<EntityType>(value);
+    }
+    return std::nullopt;
+}
+
+std::string ExplainUnknownType(std::string_view word, bool isKnown) {
+    const std::string quoted = "'" + Excerpt(word) + "'";
+    if (isKnown)
+        return quoted + " has no definition: files of this type are never loaded";
+    NearestText nearest(word);
+    for (const EntityTypeRow& row : kEntityTypes)
+        nearest.Offer(ToUtf8(row.m_Word));
+    return quoted + " is no entity type" + (nearest.Get().empty() ? "" : " (did you mean '" + nearest.Get() + "'?)");
+}
+
+// The stages of loading one file. Each may end it by what it finds.
+class Loading {
+public:
+    Loading(std::string bytes, std::u16string_view path, const LoadOptions& options)
+        : m_Bytes(std::move(bytes)), m_Path(path), m_Options(options) {
+        m_Bytes.reserve(m_Bytes.size() + kScanPadding);
+        m_File.m_Size = m_Bytes.size();
+    }
+
+    LoadedFile Run();
+
+private:
+    bool FindEncoding();
+    bool FindKind();
+    bool FindBinaryKind();
+    bool FindTypeOfEntity();
+    std::string FindTypeWord(DiagnosticPlace& place);
+    void Explain(const FastLoad& load);
+
+    bool IsText() const { return m_File.m_Encoding == ArchiveFormat::Text; }
+    void Fail(DiagnosticCode code, DiagnosticPlace place, std::string_view field, std::string message) {
+        m_File.m_Log.Add(code, place, std::string(field), std::move(message));
+    }
+
+    std::string m_Bytes;
+    std::u16string_view m_Path;
+    const LoadOptions& m_Options;
+    LoadedFile m_File;
+    std::string m_TextStorage;
+    std::string_view m_Text; // of a text archive
+    Layout m_EntityLayout;
+};
+
+LoadedFile Loading::Run() {
+    if (!FindEncoding() || !FindKind() || (m_File.m_Kind == Kind::Entity && !FindTypeOfEntity()))
+        return std::move(m_File);
+    FastLoad load = LoadFast(*m_File.m_Kind, m_Bytes, m_Path);
+    m_File.m_IsMemoryShort = load.m_IsMemoryShort;
+    if (m_File.m_IsMemoryShort)
+        return std::move(m_File);
+    if (!load.m_IsClean || IsText())
+        Explain(load);
+    m_File.m_Object = std::move(load.m_Object);
+    return std::move(m_File);
+}
+
+bool Loading::FindEncoding() {
+    m_File.m_Encoding = DetectEncoding(m_Bytes);
+    if (!m_File.m_Encoding) {
+        Fail(DiagnosticCode::NotAnArchive, {}, {},
+             m_Bytes.empty()
+                 ? "the file is empty"
+                 : "neither a text archive, whose first line holds TXT, nor a binary one, which begins with BIN");
+        return false;
+    }
+    if (IsText())
+        m_Text = TextOf(m_Bytes, m_TextStorage);
+    return true;
+}
+
+bool Loading::FindKind() {
+    const std::optional<Kind> extension = KindFromFileName(m_Path);
+    if (m_Options.m_Kind) {
+        m_File.m_Kind = m_Options.m_Kind;
+        return true;
+    }
+    if (!IsText()) {
+        m_File.m_Kind = extension;
+        return extension || FindBinaryKind();
+    }
+    const std::string_view label = FirstLabelIn(m_Text);
+    const std::optional<Kind> content = KindFromFirstLabel(label);
+    m_File.m_Kind = content ? content : extension;
+    if (content && extension && *content != *extension)
+        Fail(DiagnosticCode::KindDiffers, {}, {},
+             "the name says " + std::string(WordOf(*extension)) + ", and the content is " +
+                 std::string(WordOf(*content)) + "; --type decides");
+    if (!m_File.m_Kind)
+        Fail(DiagnosticCode::UnknownKind, {}, {},
+             "neither the name nor the first label '" + Excerpt(label) +
+                 "' tells the kind; --type mesh, particle, brushes or entity does");
+    return m_File.m_Kind.has_value();
+}
+
+// A binary file is of the one kind that has nothing to report of it.
+bool Loading::FindBinaryKind() {
+    std::vector<Kind> kinds;
+    for (const Kind kind : kKinds) {
+        if (LoadFast(kind, m_Bytes, m_Path).m_IsClean)
+            kinds.push_back(kind);
+    }
+    DiagnosticPlace place;
+    if (kinds.size() == 1)
+        m_File.m_Kind = kinds.front();
+    else if (kinds.empty() && EntityTypeFromWord(FindTypeWord(place)))
+        m_File.m_Kind = Kind::Entity; // of a type without a settled layout
+    else
+        Fail(DiagnosticCode::UnknownKind, {}, {},
+             std::string(kinds.empty() ? "no kind of file reads like this" : "several kinds of files read like this") +
+                 "; --type mesh, particle, brushes or entity tells which it is");
+    return m_File.m_Kind.has_value();
+}
+
+// Of an entity without a layout, nothing more can be said.
+bool Loading::FindTypeOfEntity() {
+    DiagnosticPlace place;
+    const std::string word = FindTypeWord(place);
+    m_File.m_EntityType = word;
+    if (word.empty())
+        return true; // what is wrong with it shows when the file is read
+    const std::optional<EntityType> type = EntityTypeFromWord(word);
+    const EntityTypeRow* const row = type ? FindEntityType(*type) : nullptr;
+    if (row == nullptr || row->m_Create == nullptr) {
+        Fail(DiagnosticCode::UnknownType, place, kTypeLabel, ExplainUnknownType(word, row != nullptr));
+        return false;
+    }
+    if (!row->m_IsLayoutSettled) {
+        Fail(DiagnosticCode::NoLayout, place, kTypeLabel,
+             "nobody has described the fields of '" + word +
+                 "'; corvid layout infer SAMPLE... -o DIR makes a layout from " +
+                 "sample files, and --layouts DIR uses it");
+        return false;
+    }
+    m_File.m_LayoutOrigin = "built-in";
+    m_EntityLayout = LayoutOfEntityType(*type);
+    return true;
+}
+
+// The type word, wherever it stands; empty: it cannot be read.
+std::string Loading::FindTypeWord(DiagnosticPlace& place) {
+    DiagnosticLog ignored;
+    ValueTree tree;
+    const Layout& layout = LayoutOfKind(Kind::Entity);
+    LayoutNode node = layout[0];
+    node.m_Words.clear();
+    node.m_Kind = LayoutKind::String;
+    if (!IsText()) {
+        place = DiagnosticPlace::AtOffset(kBinaryHeaderSize);
+        BinaryExplainer(Layout("", {node}), m_Bytes, false, ignored, tree).Run();
+    } else {
+        TextLines lines(m_Text);
+        TextExplainer(Layout("", {node}), lines, ignored, tree).Run(false);
+        for (LineIndex line = 0; line < lines.GetSize(); ++line) {
+            const ArchiveLine& here = lines[line];
+            if (here.GetLabel() == kTypeLabel || IsNear(here.GetLabel(), kTypeLabel)) {
+                const std::size_t value = here.m_Text.find_first_not_of(" \t", here.GetLabelEnd());
+                place = DiagnosticPlace::AtLine(lines.GetNumber(line), here.GetColumn(value));
+                break;
+            }
+        }
+    }
+    return tree.GetSize() > 0 ? ToUtf8(tree.GetString(tree[0])) : std::string();
+}
+
+// Reads again, by the layout: for diagnostics, and for what can be read.
+void Loading::Explain(const FastLoad& load) {
+    const Kind kind = *m_File.m_Kind;
+    const Layout& layout = m_EntityLayout.GetSize() > 0 ? m_EntityLayout : LayoutOfKind(kind);
+    DiagnosticLog log;
+    ValueTree tree;
+    if (IsText()) {
+        TextLines lines(m_Text);
+        ReportBadText(lines, log);
+        TextExplainer(layout, lines, log, tree).Run(kind != Kind::Entity || &layout == &m_EntityLayout);
+    } else {
+        BinaryExplainer(layout, m_Bytes, m_Options.m_IsForText, log, tree).Run();
+    }
+    log.SortByPlace();
+    if (!log.HasErrors() && !load.m_IsClean && load.m_Object == nullptr) // known to the engine alone
+        log.Add(DiagnosticCode::BadValue, {}, {}, Excerpt(load.m_FirstReport));
+    const bool hasErrors = log.HasErrors();
+    m_File.m_Log.Append(std::move(log));
+    if (!hasErrors)
+        return;
+    NotingReportSink ignored;
+    const Reporter reporter(ignored);
+    m_File.m_Readable = CreateKindObject(kind, m_Path);
+    ValueTreeReader reader(tree);
+    m_File.m_Readable->Load(reader);
+    if (!m_File.m_Readable->IsThere())
+        m_File.m_Readable.reset();
+}
+
+} // namespace
+
+LoadedFile LoadFromBytes(std::string bytes, std::u16string_view path, const LoadOptions& options) {
+    try {
+        return Loading(std::move(bytes), path, options).Run();
+    } catch (const std::bad_alloc&) {
+        LoadedFile file;
+        file.m_IsMemoryShort = true;
+        return file;
+    }
+}
+
+std::optional<std::string> SaveToBytes(const KindObject& object, ArchiveFormat format, FloatPrecision floats) {
+    NotingReportSink ignored;
+    const Reporter reporter(ignored);
+    try {
+        std::string bytes;
+        FileArchiveSystem archives;
+        archives.EnableChecksums(false);
+        std::unique_ptr<FileArchive> archive =
+            archives.OpenForWriting(File::WriteToMemory(u"", bytes), format,
+                                    floats == FloatPrecision::Exact ? FloatForm::Exact : FloatForm::SixDecimals);
+        object.Save(*archive);
+        const bool isWhole = !archive->IsMemoryShort();
+        archives.Release(std::move(archive));
+        return isWhole ? std::optional(std::move(bytes)) : std::nullopt;
+    } catch (const std::bad_alloc&) {
+        return std::nullopt;
+    }
+}
+
+} // namespace Corvid
