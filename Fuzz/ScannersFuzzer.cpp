@@ -111,18 +111,21 @@ void ScanValues(const std::string& padded, std::size_t size) {
     double wide = 0;
     std::int64_t wideInt = 0;
     std::uint32_t hex = 0;
+    std::uint32_t word = 0;
+    bool flag = false;
     ScanIntValue(text, ints[0]);
+    ScanUnsignedValue(text, word);
     ScanInt64Value(text, wideInt);
     ScanHexValue(text, hex);
-    ScanFloatValue(text, floats[0]);
-    ScanDoubleValue(text, wide);
-    ScanFloatsValue(text, floats, 3);
-    ScanFloatsValue(text, floats, 4);
+    ScanBoolValue(text, flag);
     ScanIntsValue(text, ints, 2);
     ScanIntsValue(text, ints, 4);
-    ScanFloatBits(text, floats[0]);
-    ScanDoubleBits(text, wide);
-    ScanFloatsBits(text, floats, 4);
+    for (const BitsRule rule : {BitsRule::Ignored, BitsRule::Taken, BitsRule::Required}) {
+        ScanFloatValue(text, rule, floats[0]);
+        ScanDoubleValue(text, rule, wide);
+        ScanFloatsValue(text, rule, floats, 3);
+        ScanFloatsValue(text, rule, floats, 4);
+    }
 }
 
 template <class Value, std::size_t Room>

@@ -1,10 +1,11 @@
 #include "Engine/Archive/TextFileArchive.h"
 
+#include <algorithm>
+#include <cmath>
 #include <string>
 #include <utility>
 
 #include "Engine/Archive/LabelText.h"
-#include "Engine/Archive/TextValues.h"
 #include "Engine/String/Unicode.h"
 
 namespace Corvid {
@@ -19,16 +20,22 @@ bool CheckResult(int result, int items) {
     return Check(result == items, kConditions[items]);
 }
 
+bool HasInfinity(const float (&numbers)[3]) {
+    return std::isinf(numbers[0]) || std::isinf(numbers[1]) || std::isinf(numbers[2]);
+}
+
 } // namespace
 
 TextFileArchive::TextFileArchive(std::unique_ptr<File> file, FloatForm floatForm)
-    : FileArchive(std::move(file)), m_FloatForm(floatForm) {
+    : FileArchive(std::move(file)),
+      m_FloatForm(floatForm),
+      m_BitsRule(floatForm == FloatForm::Bits ? BitsRule::Required : BitsRule::Ignored) {
     if (GetFile().GetAccess() == FileAccess::Write) {
         UpdateQuickWriting();
         return;
     }
     m_Lines.emplace(GetInput());
-    if (m_FloatForm == FloatForm::Bits)
+    if (m_BitsRule == BitsRule::Required)
         m_Lines->CloseAhead(); // it knows plain decimals only
     UpdateQuick();
 }
@@ -43,6 +50,11 @@ void TextFileArchive::EnableChecksum(bool isEnabled) {
     FileArchive::EnableChecksum(isEnabled);
     if (m_Lines)
         UpdateQuick();
+}
+
+void TextFileArchive::TakeBits() {
+    if (m_BitsRule == BitsRule::Ignored)
+        m_BitsRule = BitsRule::Taken;
 }
 
 void TextFileArchive::CloseFastWay() {
@@ -103,7 +115,9 @@ bool TextFileArchive::TakeLabelLineGenerally(Label label) {
         if (position != nullptr && TakeAhead(position))
             return true;
     }
-    return FindLabel(label).has_value();
+    const auto text = FindLabel(label);
+    m_HasDeviated = m_HasDeviated || (text && !text->empty());
+    return text.has_value();
 }
 
 // A line of a matrix: taken as it comes, no look-up.
@@ -116,30 +130,42 @@ std::string_view TextFileArchive::TakeRow() {
 
 // Numbers ------------------------------------------------------------------------------------------------------------
 
+// Whether all items of a value were read; anything less is reported, anything more noted.
+bool TextFileArchive::Accept(const ScannedValue& scanned, int items) {
+    m_HasDeviated = m_HasDeviated || !scanned.m_IsPlain;
+    return CheckResult(scanned.m_Items, items);
+}
+
+bool TextFileArchive::AcceptFloats(const ScannedValue& scanned, int count) {
+    return Accept(scanned, m_BitsRule == BitsRule::Required ? 2 * count : count);
+}
+
 void TextFileArchive::ReadIntGenerally(Label label, std::int32_t& value) {
     std::int32_t number;
     if (const char* text = FindAhead(label)) {
         const char* const end = ScanInt(text, m_Lines->GetAheadEnd(), number);
-        if (end != nullptr && TakeAhead(end)) [[likely]] {
+        if (end != nullptr && end - text <= kSafeIntDigits && TakeAhead(end)) [[likely]] {
             value = number;
             AddToChecksum(&number, 1);
             return;
         }
     }
     const auto text = FindLabel(label);
-    if (text && CheckResult(ScanIntValue(*text, value), 1))
+    if (text && Accept(ScanIntValue(*text, value), 1))
         AddToChecksum(&value, 1);
 }
 
 void TextFileArchive::ReadInt(Label label, std::uint32_t& value) {
-    auto bits = static_cast<std::int32_t>(value);
-    ReadInt(label, bits);
-    value = static_cast<std::uint32_t>(bits);
+    const auto text = FindLabel(label);
+    if (!text || !Accept(ScanUnsignedValue(*text, value), 1))
+        return;
+    const auto number = static_cast<std::int32_t>(value);
+    AddToChecksum(&number, 1);
 }
 
 void TextFileArchive::ReadInt64(Label label, std::int64_t& value) {
     const auto text = FindLabel(label);
-    if (text && CheckResult(ScanInt64Value(*text, value), 1)) {
+    if (text && Accept(ScanInt64Value(*text, value), 1)) {
         const auto low = static_cast<std::int32_t>(value);
         AddToChecksum(&low, 1);
     }
@@ -157,9 +183,9 @@ void TextFileArchive::ReadIntPair(Label label, IntPair& value) {
     if (!text)
         return;
     std::int32_t numbers[] = {value.first, value.second};
-    const int result = ScanIntsValue(*text, numbers, 2);
+    const ScannedValue scanned = ScanIntsValue(*text, numbers, 2);
     value = {numbers[0], numbers[1]};
-    if (CheckResult(result, 2))
+    if (Accept(scanned, 2))
         AddToChecksum(numbers, 2);
 }
 
@@ -168,9 +194,9 @@ void TextFileArchive::ReadIntRect(Label label, IntRect& value) {
     if (!text)
         return;
     std::int32_t numbers[] = {value.x, value.y, value.width, value.height};
-    const int result = ScanIntsValue(*text, numbers, 4);
+    const ScannedValue scanned = ScanIntsValue(*text, numbers, 4);
     value = {numbers[0], numbers[1], numbers[2], numbers[3]};
-    if (CheckResult(result, 4))
+    if (Accept(scanned, 4))
         AddToChecksum(numbers, 4);
 }
 
@@ -178,28 +204,20 @@ void TextFileArchive::ReadFloatGenerally(Label label, float& value) {
     float number;
     if (const char* text = FindAhead(label)) {
         const char* const end = ScanFloat(text, m_Lines->GetAheadEnd(), number);
-        if (end != nullptr && TakeAhead(end)) [[likely]] {
+        if (end != nullptr && !std::isinf(number) && TakeAhead(end)) [[likely]] {
             value = number;
             AddToChecksum(&number, 1);
             return;
         }
     }
     const auto text = FindLabel(label);
-    if (!text)
-        return;
-    const bool isComplete = m_FloatForm == FloatForm::Bits ? CheckResult(ScanFloatBits(*text, value), 2)
-                                                           : CheckResult(ScanFloatValue(*text, value), 1);
-    if (isComplete)
+    if (text && AcceptFloats(ScanFloatValue(*text, m_BitsRule, value), 1))
         AddToChecksum(&value, 1);
 }
 
 void TextFileArchive::ReadDouble(Label label, double& value) {
     const auto text = FindLabel(label);
-    if (!text)
-        return;
-    const bool isComplete = m_FloatForm == FloatForm::Bits ? CheckResult(ScanDoubleBits(*text, value), 2)
-                                                           : CheckResult(ScanDoubleValue(*text, value), 1);
-    if (isComplete && m_IsChecksumEnabled)
+    if (text && AcceptFloats(ScanDoubleValue(*text, m_BitsRule, value), 1) && m_IsChecksumEnabled)
         m_Checksum.AddDouble(value);
 }
 
@@ -214,7 +232,7 @@ void TextFileArchive::ReadVector3Generally(Label label, Vector3& value) {
             end = ScanNextFloat(end, windowEnd, numbers[2]);
         if (end != nullptr) {
             end = SkipBlanks(end);
-            if (*end == ']' && TakeAhead(end + 1)) [[likely]] {
+            if (*end == ']' && !HasInfinity(numbers) && TakeAhead(end + 1)) [[likely]] {
                 value = {numbers[0], numbers[1], numbers[2]};
                 AddToChecksum(numbers, 3);
                 return;
@@ -224,56 +242,42 @@ void TextFileArchive::ReadVector3Generally(Label label, Vector3& value) {
     numbers[0] = value.x;
     numbers[1] = value.y;
     numbers[2] = value.z;
-    ReadFloats(label, numbers, 3);
+    if (const auto line = FindLabel(label))
+        TakeFloats(*line, numbers, 3);
     value = {numbers[0], numbers[1], numbers[2]};
 }
 
 void TextFileArchive::ReadVector4(Label label, Vector4& value) {
     float numbers[] = {value.x, value.y, value.z, value.w};
-    ReadFloats(label, numbers, 4);
+    if (const auto text = FindLabel(label))
+        TakeFloats(*text, numbers, 4);
     value = {numbers[0], numbers[1], numbers[2], numbers[3]};
 }
 
-bool TextFileArchive::ReadFloats(Label label, float* values, int count) {
-    const auto text = FindLabel(label);
-    if (!text)
-        return false;
-    const int itemsOfAFloat = m_FloatForm == FloatForm::Bits ? 2 : 1;
-    if (!CheckResult(ScanFloatsInForm(*text, values, count), itemsOfAFloat * count))
-        return false;
-    AddToChecksum(values, count);
-    return true;
-}
-
-int TextFileArchive::ScanFloatsInForm(std::string_view text, float* values, int count) const {
-    return m_FloatForm == FloatForm::Bits ? ScanFloatsBits(text, values, count) : ScanFloatsValue(text, values, count);
+void TextFileArchive::TakeFloats(std::string_view text, float* values, int count) {
+    if (AcceptFloats(ScanFloatsValue(text, m_BitsRule, values, count), count))
+        AddToChecksum(values, count);
 }
 
 void TextFileArchive::ReadMatrix33(Label label, Matrix33& value) {
     if (!TakeLabelLineGenerally(label))
         return;
-    const int items = m_FloatForm == FloatForm::Bits ? 6 : 3;
     for (int i = 0; i < 3; ++i) {
         Vector3& row = value.GetRow(i);
         float numbers[] = {row.x, row.y, row.z};
-        const int result = ScanFloatsInForm(TakeRow(), numbers, 3);
+        TakeFloats(TakeRow(), numbers, 3);
         row = {numbers[0], numbers[1], numbers[2]};
-        if (CheckResult(result, items))
-            AddToChecksum(numbers, 3);
     }
 }
 
 void TextFileArchive::ReadMatrix44(Label label, Matrix44& value) {
     if (!TakeLabelLineGenerally(label))
         return;
-    const int items = m_FloatForm == FloatForm::Bits ? 8 : 4;
     for (int i = 0; i < 4; ++i) {
         Vector4& row = value.GetRow(i);
         float numbers[] = {row.x, row.y, row.z, row.w};
-        const int result = ScanFloatsInForm(TakeRow(), numbers, 4);
+        TakeFloats(TakeRow(), numbers, 4);
         row = {numbers[0], numbers[1], numbers[2], numbers[3]};
-        if (CheckResult(result, items))
-            AddToChecksum(numbers, 4);
     }
 }
 
@@ -295,13 +299,13 @@ void TextFileArchive::ReadColorGenerally(Label label, Color& value) {
     std::uint32_t packed;
     if (const char* text = FindAhead(label)) {
         const char* const end = ScanHex(text, m_Lines->GetAheadEnd(), packed);
-        if (end != nullptr && TakeAhead(end)) [[likely]] {
+        if (end != nullptr && end - text <= kSafeHexDigits && *text != '-' && TakeAhead(end)) [[likely]] {
             TakeColor(packed, value);
             return;
         }
     }
     const auto text = FindLabel(label);
-    if (text && CheckResult(ScanHexValue(*text, packed), 1))
+    if (text && Accept(ScanHexValue(*text, packed), 1))
         TakeColor(packed, value);
 }
 
@@ -317,12 +321,10 @@ void TextFileArchive::ReadBool(Label label, bool& value) {
     const auto text = FindLabel(label);
     if (!text)
         return;
-    if (text->find("TRUE") != text->npos)
-        value = true;
-    else if (text->find("FALSE") != text->npos)
-        value = false;
-    else if (!Check(false, "false"))
-        return; // neither word
+    const ScannedValue scanned = ScanBoolValue(*text, value);
+    m_HasDeviated = m_HasDeviated || !scanned.m_IsPlain;
+    if (!Check(scanned.m_Items == 1, "false")) // neither word
+        return;
     const std::int32_t number = value ? 1 : 0;
     AddToChecksum(&number, 1);
 }
@@ -370,6 +372,8 @@ void TextFileArchive::CopyString(std::string_view text, char16_t* buffer, int ca
     while (isFitting && position != end && *position != '"')
         isFitting = appendCharacter(DecodeUtf8(position, end));
     const bool isTerminated = position != end && *position == '"';
+    if (isTerminated)
+        m_HasDeviated = m_HasDeviated || !std::all_of(position + 1, end, IsWhiteSpace);
     if (isFitting && !isTerminated && m_CurrentLine.m_LastUnit != 0)
         isFitting = append(m_CurrentLine.m_LastUnit);
     buffer[numCharsCopied] = 0;

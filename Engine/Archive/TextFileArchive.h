@@ -8,6 +8,7 @@
 #include "Engine/Archive/FileArchive.h"
 #include "Engine/Archive/FloatForm.h"
 #include "Engine/Archive/TextLineReader.h"
+#include "Engine/Archive/TextValues.h"
 
 namespace Corvid {
 
@@ -26,6 +27,14 @@ public:
 
     // When reading: the header is no look-up.
     void SkipFirstLine();
+
+    // From now on, where exact bits stand behind the decimals of a float, they are read, whatever the file's form.
+    void TakeBits();
+
+    // Whether a value so far was read in silence from a text that holds something else, too: anything but white space
+    // behind the value or behind a label that stands alone, anything around TRUE and FALSE, a list of numbers without
+    // its closing bracket, a number beyond the range of its type.
+    bool HasDeviated() const { return m_HasDeviated; }
 
     void ReadColor(Label label, Color& value) override;
     void ReadIntRect(Label label, IntRect& value) override;
@@ -103,8 +112,9 @@ private:
     std::uint64_t GetPhysicalLinesTaken() const;
     void ReportMissingLabel(Label label);
 
-    bool ReadFloats(Label label, float* values, int count);
-    int ScanFloatsInForm(std::string_view text, float* values, int count) const;
+    bool Accept(const ScannedValue& scanned, int items);
+    bool AcceptFloats(const ScannedValue& scanned, int count);
+    void TakeFloats(std::string_view text, float* values, int count);
     void CopyString(std::string_view text, char16_t* buffer, int capacity);
     void TakeColor(std::uint32_t packed, Color& value);
     void AddToChecksum(const float* values, int count);
@@ -125,6 +135,8 @@ private:
 
     std::optional<TextLineReader> m_Lines; // when reading
     FloatForm m_FloatForm;
+    BitsRule m_BitsRule;
+    bool m_HasDeviated = false;
     int m_TabDepth = 0;                    // nested objects around the current value
     bool m_IsQuick = false;                // the quick way is open,
     bool m_AreFloatsQuick = false;         // to floats in six decimals, too (when writing)

@@ -1,6 +1,7 @@
 #include "Engine/Archive/TextFileArchiveQuick.h"
 
 #include <bit>
+#include <cmath>
 
 #include "Engine/String/NumberFormat.h"
 #include "Engine/String/NumberScan.h"
@@ -19,7 +20,8 @@ inline const char* ScanQuickInt(const char* position, const char* end, std::int3
 #if defined(__SSE4_1__)
     return NumberDetail::ScanShortInt(position, end, value);
 #else
-    return ScanInt(position, end, value);
+    const char* const behind = ScanInt(position, end, value);
+    return behind != nullptr && behind - position <= kSafeIntDigits ? behind : nullptr;
 #endif
 }
 
@@ -27,7 +29,8 @@ inline const char* ScanQuickFloat(const char* position, const char* end, float& 
 #if defined(__SSE4_1__) && defined(__SSE2_MATH__)
     return NumberDetail::ScanCanonicalFloat(position, end, value);
 #else
-    return ScanFloat(position, end, value);
+    const char* const behind = ScanFloat(position, end, value);
+    return behind != nullptr && !std::isinf(value) ? behind : nullptr;
 #endif
 }
 

@@ -1,10 +1,37 @@
 #include "Engine/Archive/TextValues.h"
 
 #include <bit>
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <type_traits>
 
 namespace Corvid {
 
 namespace {
+
+// Whether the text of a number stands for a value of its type, rather than wrapping or overflowing to infinity.
+template <class Integer> bool IsInRange(std::string_view digits, Integer) {
+    if (digits.starts_with('+'))
+        digits.remove_prefix(1);
+    std::int64_t value = 0;
+    if (std::from_chars(digits.data(), digits.data() + digits.size(), value).ec != std::errc())
+        return false;
+    if constexpr (std::is_same_v<Integer, std::int64_t>)
+        return true;
+    return value >= std::numeric_limits<std::int32_t>::min() && value <= std::numeric_limits<Integer>::max();
+}
+
+template <std::floating_point Float> bool IsInRange(std::string_view text, Float value) {
+    return !std::isinf(value) || text.find_first_of("iI") != text.npos;
+}
+
+bool IsHexInRange(std::string_view digits) {
+    if (digits.starts_with('-'))
+        return false;
+    const std::size_t first = digits.find_first_not_of("+0xX");
+    return first == digits.npos || digits.size() - first <= kSafeHexDigits;
+}
 
 // Walks along a value text as a format is walked; stays where it is at the first thing that does not fit.
 class ValueScanner {
@@ -28,14 +55,33 @@ public:
         return true;
     }
 
-    template <class Value> bool Number(const char* (*scan)(const char*, const char*, Value&), Value& value) {
+    // Gives the text of the number, empty when there is none.
+    template <class Value> std::string_view Token(const char* (*scan)(const char*, const char*, Value&), Value& value) {
         SkipWhiteSpace();
         const char* const next = scan(m_Position, m_End, value);
         if (next == nullptr)
-            return false;
+            return {};
+        const std::string_view token(m_Position, static_cast<std::size_t>(next - m_Position));
         m_Position = next;
+        return token;
+    }
+
+    template <class Value> bool Number(const char* (*scan)(const char*, const char*, Value&), Value& value) {
+        const std::string_view token = Token(scan, value);
+        if (token.empty())
+            return false;
+        m_IsInRange = m_IsInRange && IsInRange(token, value);
         return true;
     }
+
+    // Nothing but white space is left, and every number was in its range.
+    bool IsPlain() {
+        SkipWhiteSpace();
+        return m_IsInRange && m_Position == m_End;
+    }
+
+    // The decimals in front of exact bits do not count.
+    void ForgetRange() { m_IsInRange = true; }
 
 private:
     void SkipWhiteSpace() {
@@ -45,11 +91,11 @@ private:
 
     const char* m_Position;
     const char* m_End;
+    bool m_IsInRange = true;
 };
 
+// Behind the bracket.
 int ScanFloats(ValueScanner& scanner, float* values, int count) {
-    if (!scanner.Literal('['))
-        return 0;
     for (int i = 0; i < count; ++i) {
         if (!scanner.Number(&ScanFloat, values[i]))
             return i;
@@ -66,74 +112,100 @@ int ScanInts(ValueScanner& scanner, std::int32_t* values, int count) {
     return count;
 }
 
+template <class Float, class Bits>
+ScannedValue ScanReal(std::string_view text, BitsRule rule, Float& value,
+                      const char* (*scan)(const char*, const char*, Float&),
+                      const char* (*scanBits)(const char*, const char*, Bits&)) {
+    ValueScanner scanner(text);
+    if (!scanner.Number(scan, value))
+        return {};
+    if (rule == BitsRule::Ignored || !scanner.Mark("Bits="))
+        return {1, scanner.IsPlain() && rule != BitsRule::Required};
+    Bits bits;
+    scanner.ForgetRange();
+    if (!scanner.Number(scanBits, bits))
+        return {1, false};
+    value = std::bit_cast<Float>(bits);
+    return {rule == BitsRule::Required ? 2 : 1, scanner.IsPlain()};
+}
+
 } // namespace
 
-int ScanIntValue(std::string_view text, std::int32_t& value) {
-    return ValueScanner(text).Number(&ScanInt, value) ? 1 : 0;
-}
-
-int ScanInt64Value(std::string_view text, std::int64_t& value) {
-    return ValueScanner(text).Number(&ScanInt64, value) ? 1 : 0;
-}
-
-int ScanHexValue(std::string_view text, std::uint32_t& value) {
-    return ValueScanner(text).Number(&ScanHex, value) ? 1 : 0;
-}
-
-int ScanFloatValue(std::string_view text, float& value) {
-    return ValueScanner(text).Number(&ScanFloat, value) ? 1 : 0;
-}
-
-int ScanDoubleValue(std::string_view text, double& value) {
-    return ValueScanner(text).Number(&ScanDouble, value) ? 1 : 0;
-}
-
-int ScanFloatsValue(std::string_view text, float* values, int count) {
+ScannedValue ScanIntValue(std::string_view text, std::int32_t& value) {
     ValueScanner scanner(text);
-    return ScanFloats(scanner, values, count);
+    if (!scanner.Number(&ScanInt, value))
+        return {};
+    return {1, scanner.IsPlain()};
 }
 
-int ScanIntsValue(std::string_view text, std::int32_t* values, int count) {
+ScannedValue ScanUnsignedValue(std::string_view text, std::uint32_t& value) {
     ValueScanner scanner(text);
-    return scanner.Literal('[') ? ScanInts(scanner, values, count) : 0;
-}
-
-int ScanFloatBits(std::string_view text, float& value) {
-    ValueScanner scanner(text);
-    float shown;
     std::int32_t bits;
-    if (!scanner.Number(&ScanFloat, shown))
-        return 0;
-    if (!scanner.Mark("Bits=") || !scanner.Number(&ScanInt, bits))
-        return 1;
-    value = std::bit_cast<float>(bits);
-    return 2;
+    const std::string_view token = scanner.Token(&ScanInt, bits);
+    if (token.empty())
+        return {};
+    value = static_cast<std::uint32_t>(bits);
+    return {1, IsInRange(token, value) && scanner.IsPlain()};
 }
 
-int ScanDoubleBits(std::string_view text, double& value) {
+ScannedValue ScanInt64Value(std::string_view text, std::int64_t& value) {
     ValueScanner scanner(text);
-    double shown;
-    std::int64_t bits;
-    if (!scanner.Number(&ScanDouble, shown))
-        return 0;
-    if (!scanner.Mark("Bits=") || !scanner.Number(&ScanInt64, bits))
-        return 1;
-    value = std::bit_cast<double>(bits);
-    return 2;
+    if (!scanner.Number(&ScanInt64, value))
+        return {};
+    return {1, scanner.IsPlain()};
 }
 
-int ScanFloatsBits(std::string_view text, float* values, int count) {
+ScannedValue ScanHexValue(std::string_view text, std::uint32_t& value) {
+    ValueScanner scanner(text);
+    const std::string_view token = scanner.Token(&ScanHex, value);
+    if (token.empty())
+        return {};
+    return {1, IsHexInRange(token) && scanner.IsPlain()};
+}
+
+ScannedValue ScanIntsValue(std::string_view text, std::int32_t* values, int count) {
+    ValueScanner scanner(text);
+    if (!scanner.Literal('['))
+        return {};
+    const int items = ScanInts(scanner, values, count);
+    return {items, items == count && scanner.Literal(']') && scanner.IsPlain()};
+}
+
+ScannedValue ScanBoolValue(std::string_view text, bool& value) {
+    const bool isTrue = text.find("TRUE") != text.npos;
+    if (!isTrue && text.find("FALSE") == text.npos)
+        return {};
+    value = isTrue;
+    ValueScanner scanner(text);
+    return {1, scanner.Mark(isTrue ? "TRUE" : "FALSE") && scanner.IsPlain()};
+}
+
+ScannedValue ScanFloatValue(std::string_view text, BitsRule rule, float& value) {
+    return ScanReal<float, std::int32_t>(text, rule, value, &ScanFloat, &ScanInt);
+}
+
+ScannedValue ScanDoubleValue(std::string_view text, BitsRule rule, double& value) {
+    return ScanReal<double, std::int64_t>(text, rule, value, &ScanDouble, &ScanInt64);
+}
+
+ScannedValue ScanFloatsValue(std::string_view text, BitsRule rule, float* values, int count) {
     constexpr int kMaxCount = 4;
     ValueScanner scanner(text);
-    float shown[kMaxCount];
+    if (!scanner.Literal('['))
+        return {};
+    const int items = ScanFloats(scanner, values, count);
+    if (items < count)
+        return {items, false};
+    const bool isClosed = scanner.Literal(']');
+    if (rule == BitsRule::Ignored || !isClosed || !scanner.Mark("Bits=["))
+        return {items, isClosed && scanner.IsPlain() && rule != BitsRule::Required};
     std::int32_t bits[kMaxCount];
-    const int shownCount = ScanFloats(scanner, shown, count);
-    if (shownCount < count || !scanner.Literal(']') || !scanner.Mark("Bits=["))
-        return shownCount;
-    const int bitsCount = ScanInts(scanner, bits, count);
-    for (int i = 0; i < bitsCount; ++i)
+    scanner.ForgetRange();
+    const int bitsItems = ScanInts(scanner, bits, count);
+    for (int i = 0; i < bitsItems; ++i)
         values[i] = std::bit_cast<float>(bits[i]);
-    return count + bitsCount;
+    const bool isPlain = bitsItems == count && scanner.Literal(']') && scanner.IsPlain();
+    return {rule == BitsRule::Required ? items + bitsItems : items, isPlain};
 }
 
 } // namespace Corvid

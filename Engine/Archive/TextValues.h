@@ -10,23 +10,38 @@
 
 namespace Corvid {
 
-// The value texts of a text archive, read by the rules of formatted input: white space in front of every number, and
-// wherever the format has a blank, is skipped, and what follows the last item does not matter.
-//
-// Every function returns the number of items read. Items before a fault are stored, the others left alone. Behind the
-// text kScanPadding bytes must be readable.
-int ScanIntValue(std::string_view text, std::int32_t& value);              // "%d"
-int ScanInt64Value(std::string_view text, std::int64_t& value);            // "%I64d"
-int ScanHexValue(std::string_view text, std::uint32_t& value);             // "%x"
-int ScanFloatValue(std::string_view text, float& value);                   // "%f"
-int ScanDoubleValue(std::string_view text, double& value);                 // "%f"
-int ScanFloatsValue(std::string_view text, float* values, int count);      // "[ %f ... ]"
-int ScanIntsValue(std::string_view text, std::int32_t* values, int count); // "[ %d , %d ... ]"
+// What a value text turned out to hold.
+struct ScannedValue {
+    int m_Items = 0;        // those that were read
+    bool m_IsPlain = false; // just the value, but for white space, its brackets closed, each number within its range
+};
 
-// The bits form: the decimals are ignored in favour of the exact bits that follow them.
-int ScanFloatBits(std::string_view text, float& value);              // "%f Bits=%d": 2 items
-int ScanDoubleBits(std::string_view text, double& value);            // "%f Bits=%lld": 2 items
-int ScanFloatsBits(std::string_view text, float* values, int count); // "[ %f ... ] Bits=[ %d , ... ]": 2 * count
+// What becomes of the exact bits behind the decimals of a float, "2.50 Bits=1075838976".
+enum class BitsRule {
+    Ignored,  // like anything else that stands behind a value
+    Taken,    // where they are there; no items of their own
+    Required, // as many items as the decimals
+};
+
+// The value texts of a text archive, read by the rules of formatted input: white space in front of every number, and
+// wherever the format has a blank, is skipped, and what follows the last item does not matter, but for m_IsPlain.
+//
+// Items before a fault are stored, the others left alone. Behind the text kScanPadding bytes must be readable.
+ScannedValue ScanIntValue(std::string_view text, std::int32_t& value);              // "%d"
+ScannedValue ScanUnsignedValue(std::string_view text, std::uint32_t& value);        // "%d", or above its range "%u"
+ScannedValue ScanInt64Value(std::string_view text, std::int64_t& value);            // "%I64d"
+ScannedValue ScanHexValue(std::string_view text, std::uint32_t& value);             // "%x"
+ScannedValue ScanIntsValue(std::string_view text, std::int32_t* values, int count); // "[ %d , %d ... ]"
+ScannedValue ScanBoolValue(std::string_view text, bool& value); // "TRUE", else "FALSE", anywhere in the text
+
+// "%f" or "[ %f ... ]", at most four; with bits "%f Bits=%d" or "[ %f ... ] Bits=[ %d , %d ... ]".
+ScannedValue ScanFloatValue(std::string_view text, BitsRule rule, float& value);
+ScannedValue ScanDoubleValue(std::string_view text, BitsRule rule, double& value);
+ScannedValue ScanFloatsValue(std::string_view text, BitsRule rule, float* values, int count);
+
+// Shorter numbers than these are within their ranges.
+inline constexpr int kSafeIntDigits = 9;
+inline constexpr int kSafeHexDigits = 8;
 
 // One float of a list where it stands in the window, for the way ahead: null when the text has another shape.
 inline const char* ScanNextFloat(const char* position, const char* end, float& value) {

@@ -44,6 +44,11 @@ private:
     }
 };
 
+class EmptyRecord final : public Record<EmptyRecord> {
+public:
+    static void Fields(auto&, auto&) {}
+};
+
 class TextValueTest : public TextArchiveFixture {
 protected:
     // The rows: what stands behind the label, " -> ", the value then, and " !" if `condition` failed; " | " parts them.
@@ -64,6 +69,32 @@ protected:
             EXPECT_EQ(m_IsBitsMode ? ReadBits(line, read) : Read(line, read), isFaulty ? Failed(condition) : "");
             EXPECT_EQ(shown, expected);
         }
+    }
+
+    // Whether a line "Value <text>" is noted as more than a value, for all texts of `rows`, in each way of reading.
+    template <class Read> void ExpectDeviation(Read read, bool isExpected, std::string_view rows) {
+        while (!rows.empty()) {
+            const std::string_view row = rows.substr(0, rows.find(" | "));
+            rows.remove_prefix(std::min(row.size() + 3, rows.size()));
+            for (const bool isGeneral : {false, true}) {
+                TextArchiveFixture::Read("Value " + std::string(row) + "\r\n", [&](TextFileArchive& archive) {
+                    archive.EnableChecksum(false);
+                    if (isGeneral)
+                        archive.CloseFastWay();
+                    if (m_IsBitsMode)
+                        archive.TakeBits();
+                    read(archive);
+                    EXPECT_EQ(archive.HasDeviated(), isExpected) << row << (isGeneral ? ", general way" : "");
+                });
+            }
+        }
+    }
+    template <class Value>
+    void ExpectDeviations(void (Archive::*operation)(Label, Value&), std::string_view plain,
+                          std::string_view deviating) {
+        const auto read = [operation](Archive& archive) { ReadOver(Value{}, archive, operation); };
+        ExpectDeviation(read, false, plain);
+        ExpectDeviation(read, true, deviating);
     }
 
     bool m_IsBitsMode = false;
@@ -130,23 +161,95 @@ TEST_F(TextValueTest, BitsAreTakenInPlaceOfTheDecimals) {
     ExpectValues<float>(
         &Archive::ReadFloat, 7, "result == 2",
         "0.33 Bits=1051372203 -> 0.333333343 | 9.99 Bits=-2147483648 -> -0 | 0 Bits=4286578688 -> -inf | "
-        "1Bits=\t1 -> 1.40129846e-45 | 0.33 -> 7 ! | 0.33 Bits= -> 7 ! | 0.33 Bits =1 -> 7 ! | "
-        "0.33 bits=1 -> 7 ! | Bits=1 -> 7 !");
+        "1Bits=\t1 -> 1.40129846e-45 | "
+        "0.33 -> 0.330000013 ! | 0.33 Bits= -> 0.330000013 ! | 0.33 Bits =1 -> 0.330000013 ! | "
+        "0.33 bits=1 -> 0.330000013 ! | Bits=1 -> 7 !");
     ExpectValues<double>(&Archive::ReadDouble, 7, "result == 2",
-                         "0.10 Bits=4591870180066957722 -> 0.10000000000000001 | 0.10 -> 7 !");
+                         "0.10 Bits=4591870180066957722 -> 0.10000000000000001 | 0.10 -> 0.10000000000000001 !");
     ExpectValues<Vector3>(
         &Archive::ReadVector3, {7, 7, 7}, "result == 6",
         "[ 1.00 0.33 -0.00 ] Bits=[ 1065353216 , 1051372203 , -2147483648 ] -> 1 0.333333343 -0 | "
-        "[1 2 3]\tBits=[1065353216,1073741824,0] -> 1 2 0 | [ 1 2 3 ] Bits=[ 1065353216 , 1073741824 ] -> 1 2 7 ! | "
-        "[ 1 2 3 ] Bits= [ 0 , 0 , 0 ] -> 7 7 7 ! | [ 1 2 3 ] -> 7 7 7 ! | [ 1 2 ] Bits=[ 0 , 0 , 0 ] -> 7 7 7 !");
+        "[1 2 3]\tBits=[1065353216,1073741824,0] -> 1 2 0 | [ 1 2 3 ] Bits=[ 1073741824 , 0 ] -> 2 0 3 ! | "
+        "[ 1 2 3 ] Bits= [ 0 , 0 , 0 ] -> 1 2 3 ! | [ 1 2 3 ] -> 1 2 3 ! | [ 1 2 ] Bits=[ 0 , 0 , 0 ] -> 1 2 7 !");
     ExpectValues<Vector4>(
         &Archive::ReadVector4, {7, 7, 7, 7}, "result == 8",
-        "[ 1 2 3 4 ] Bits=[ 0 , 0 , 0 , 1065353216 ] -> 0 0 0 1 | [ 1 2 3 4 ] Bits=[ 0 , 0 , 0 ] -> 0 0 0 7 !");
+        "[ 1 2 3 4 ] Bits=[ 0 , 0 , 0 , 1065353216 ] -> 0 0 0 1 | [ 1 2 3 4 ] Bits=[ 0 , 0 , 0 ] -> 0 0 0 4 !");
     ExpectValues<Matrix33>(
         &Archive::ReadMatrix33, {{7, 7, 7}, {7, 7, 7}, {7, 7, 7}}, "result == 6",
-        "\n [ 1 2 3 ] Bits=[ 0 , 0 , 0 ]\n [ 1 2 3 ]\n [ 1 2 3 ] Bits=[0,0,0] -> 0 0 0 / 7 7 7 / 0 0 0 !");
+        "\n [ 1 2 3 ] Bits=[ 0 , 0 , 0 ]\n [ 1 2 3 ]\n [ 1 2 3 ] Bits=[0,0,0] -> 0 0 0 / 1 2 3 / 0 0 0 !");
     ExpectValues<std::int64_t>(&Archive::ReadInt64, 7, "result == 1", "9007199254740993 -> 9007199254740993");
     ExpectValues<Color>(&Archive::ReadColor, {}, "result == 1", "ff0000ff -> 0 0 1 1");
+}
+
+TEST_F(TextValueTest, WhatIsTakenInSilenceIsNoted) {
+    for (const bool isBitsMode : {false, true}) {
+        m_IsBitsMode = isBitsMode;
+        ExpectDeviations<std::int32_t>(
+            &Archive::ReadInt, "12 | -12 | +12 | 12 \t\v | 0000000000012 | 2147483647 | -2147483648",
+            "12x | 12.0 | 12 13 | 0x10 | 2147483648 | -2147483649 | 4294967297 | 99999999999999999999");
+        ExpectDeviations<std::uint32_t>(&Archive::ReadInt, "0 | -1 | 3000000000 | 4294967295",
+                                        "4294967296 | -2147483649 | 1,");
+        ExpectDeviations<std::int64_t>(&Archive::ReadInt64, "9223372036854775807 | -9223372036854775808",
+                                       "9223372036854775808 | 1 2 | 99999999999999999999");
+        ExpectDeviations<float>(&Archive::ReadFloat,
+                                "1.500000 | .5 | 1e-07 | 1e38 | 1e-60 | inf | -Infinity | nan | nan(0) | 1 ",
+                                "1.5x | 1.500000x | 1.5 2 | 1,5 | 1e39 | -1e400 | 0x10 | 1e");
+        ExpectDeviations<double>(&Archive::ReadDouble, "0.1 | 1e308 | -inf", "0.1x | 1e309");
+        ExpectDeviations<bool>(&Archive::ReadBool, "TRUE | FALSE\t", "xTRUEx | TRUEx | FALSE, no: TRUE | a FALSE");
+        ExpectDeviations<Color>(&Archive::ReadColor, "0 | ff0000ff | 0xFF0000FF | 000000001 | FF",
+                                "1ff0000ff | -1 | fffgg | 0 0");
+        ExpectDeviations<IntPair>(&Archive::ReadIntPair, "[ 1 , 2 ] | [1,2]",
+                                  "[ 1 , 2 | [ 1 , 2 ] x | [ 1 , 2 , 3 ] | [ 1 , 4294967295 ] | [ 1 ]");
+        ExpectDeviations<Vector3>(
+            &Archive::ReadVector3, "[ 1.000000 2.000000 3.000000 ] | [1 2 3] | [ nan inf -inf ]",
+            "[ 1.000000 2.000000 3.000000 | [ 1.000000 2.000000 3.000000 ]x | [ 1 2 3 4 ] | [ 1 2 1e39 ] | [ 1 2 ]");
+        ExpectDeviations<Matrix33>(&Archive::ReadMatrix33, "\n [ 1 2 3 ]\n[1 2 3] \n\t[ 1 2 3 ]",
+                                   "x\n[ 1 2 3 ]\n[ 1 2 3 ]\n[ 1 2 3 ] | \n[ 1 2 3 ]\n[ 1 2 3 ] 4\n[ 1 2 3 ] | "
+                                   "\n[ 1 2 3 ]\n[ 1 2 3 ]\n[ 1 2 3");
+        const auto readString = [](Archive& archive) {
+            FixedString<20> value;
+            ReadValue(archive, u"Value", value);
+        };
+        ExpectDeviation(readString, false, "\"a b\" | \"\" ");
+        ExpectDeviation(readString, true, "\"a\"b\" | \"a\" b");
+        const auto readObject = [](Archive& archive) {
+            EmptyRecord object;
+            ReadValue(archive, u"Value", object);
+        };
+        ExpectDeviation(readObject, false, " \t");
+        ExpectDeviation(readObject, true, "x");
+        // Exact bits belong to a value, where they are taken.
+        ExpectDeviation([](Archive& archive) { ReadOver(0.0f, archive, &Archive::ReadFloat); }, !isBitsMode,
+                        "0.33 Bits=1051372203 | inf Bits=-1 | 1e39 Bits=0");
+        ExpectDeviation([](Archive& archive) { ReadOver(Vector3{}, archive, &Archive::ReadVector3); }, !isBitsMode,
+                        "[ 1 2 3 ] Bits=[ 1 , 2 , -3 ] | [ 1 2 1e39 ] Bits=[1,2,3]");
+    }
+    ExpectDeviations<float>(&Archive::ReadFloat, "1", "1 Bits= | 1 Bits=1x | 1 Bits=4294967296 | Bits=1");
+    ExpectDeviations<Vector3>(&Archive::ReadVector3, "[ 1 2 3 ]",
+                              "[ 1 2 3 ] Bits=[ 1 , 2 ] | [ 1 2 3 ] Bits=[ 1 , 2 , 3");
+    TakeReports();
+}
+
+TEST_F(TextValueTest, BitsAreTakenInAnyFileOnDemand) {
+    const struct {
+        const char* value;
+        bool isTaken;
+        float expected;
+    } kCases[] = {{"0.33 Bits=1051372203", true, 0.333333343f},
+                  {"0.33 Bits=1051372203", false, 0.33f},
+                  {"0.330000", true, 0.33f},
+                  {"0.33 Bits=", true, 0.33f}};
+    for (const auto& c : kCases) {
+        const std::string value = c.value;
+        EXPECT_EQ(Read("Value " + value + "\nValue [ 1 2 3 ] Bits=[ 0 , 0 , 1065353216 ]\n",
+                       [&](TextFileArchive& archive) {
+                           if (c.isTaken)
+                               archive.TakeBits();
+                           EXPECT_EQ(ReadOver(7.0f, archive, &Archive::ReadFloat), c.expected) << value;
+                           EXPECT_EQ(ReadOver<Vector3>({}, archive, &Archive::ReadVector3).z, c.isTaken ? 1.0f : 3.0f);
+                       }),
+                  "");
+    }
 }
 
 TEST_F(TextValueTest, EveryValueComesBackInTheBitsForm) {
