@@ -30,6 +30,19 @@ std::unique_ptr<File> File::ReadFromMemory(std::u16string_view path, std::string
     return file;
 }
 
+std::unique_ptr<File> File::ReadFromMemory(std::u16string_view path, const PaddedView& bytes) {
+    std::unique_ptr<File> file(new File(path));
+    file->m_Input.emplace(bytes);
+    return file;
+}
+
+std::unique_ptr<File> File::WriteToMemory(std::u16string_view path, GrowingBuffer& bytes) {
+    std::unique_ptr<File> file(new File(path));
+    file->m_GrowingMemory = &bytes;
+    file->m_Output.emplace(static_cast<ByteSink&>(*file));
+    return file;
+}
+
 std::unique_ptr<File> File::WriteToMemory(std::u16string_view path, std::string& bytes) {
     std::unique_ptr<File> file(new File(path));
     file->m_Memory = &bytes;
@@ -41,17 +54,23 @@ int File::Close() {
     if (m_Output)
         m_Output->Flush();
     if (!m_IsOnDisk)
-        return 0;
+        return m_IsMemoryShort ? -1 : 0;
     return GetAccess() == FileAccess::Write ? m_Destination.Close() : m_Source.Close();
 }
 
 void File::WriteBlock(const char* bytes, std::size_t count) {
-    std::size_t fileWriteResult = count;
+    const std::size_t fileWriteResult = TakeBlock(bytes, count);
+    Check(fileWriteResult == count, "fileWriteResult == count");
+}
+
+std::size_t File::TakeBlock(const char* bytes, std::size_t count) {
     if (m_IsOnDisk)
-        fileWriteResult = m_Destination.Write(bytes, count);
+        return m_Destination.Write(bytes, count);
+    if (m_GrowingMemory != nullptr)
+        m_IsMemoryShort = m_IsMemoryShort || !m_GrowingMemory->Append(bytes, count);
     else
         m_Memory->append(bytes, count);
-    Check(fileWriteResult == count, "fileWriteResult == count");
+    return m_IsMemoryShort ? 0 : count;
 }
 
 } // namespace Corvid

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "Engine/File/DestinationFile.h"
+#include "Engine/File/GrowingBuffer.h"
 #include "Engine/File/InputStream.h"
 #include "Engine/File/OutputStream.h"
 #include "Engine/File/SourceFile.h"
@@ -20,7 +21,11 @@ public:
     static std::unique_ptr<File> OpenForReading(std::u16string_view path); // null when it cannot be opened
     static std::unique_ptr<File> OpenForWriting(std::u16string_view path); // null when it cannot be opened
     static std::unique_ptr<File> ReadFromMemory(std::u16string_view path, std::string bytes);
-    static std::unique_ptr<File> WriteToMemory(std::u16string_view path, std::string& bytes); // `bytes` outlives it
+    static std::unique_ptr<File> ReadFromMemory(std::u16string_view path, const PaddedView& bytes);
+
+    // `bytes` outlives the file. A string throws when memory is short, a growing buffer fails the write.
+    static std::unique_ptr<File> WriteToMemory(std::u16string_view path, std::string& bytes);
+    static std::unique_ptr<File> WriteToMemory(std::u16string_view path, GrowingBuffer& bytes);
 
     File(const File&) = delete;
     File& operator=(const File&) = delete;
@@ -45,12 +50,15 @@ public:
 private:
     explicit File(std::u16string_view path) : m_Path(path) {}
     void WriteBlock(const char* bytes, std::size_t count) override;
+    std::size_t TakeBlock(const char* bytes, std::size_t count);
 
     std::u16string m_Path;
     bool m_IsOnDisk = false;
     SourceFile m_Source;
     DestinationFile m_Destination;
     std::string* m_Memory = nullptr;
+    GrowingBuffer* m_GrowingMemory = nullptr;
+    bool m_IsMemoryShort = false;
     std::optional<InputStream> m_Input;
     std::optional<OutputStream> m_Output;
 };

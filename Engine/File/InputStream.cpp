@@ -23,6 +23,11 @@ InputStream::InputStream(std::string bytes) {
     HoldInMemory(std::move(bytes));
 }
 
+InputStream::InputStream(const PaddedView& bytes) {
+    m_EndOffset = bytes.m_Size;
+    SetWindow(bytes.m_Bytes, bytes.m_Bytes + bytes.m_Size);
+}
+
 std::uint64_t InputStream::GetOffset() const {
     return m_EndOffset - GetAvailable();
 }

@@ -10,6 +10,13 @@ namespace Corvid {
 
 class SourceFile;
 
+// Bytes in memory that somebody else owns, InputStream::kPadding zero bytes behind them. Any number of streams may read
+// them at once; they outlive each.
+struct PaddedView {
+    const char* m_Bytes;
+    std::size_t m_Size; // without the padding
+};
+
 // Input seen through a window of memory. A regular file is streamed through one small, reused window; everything else
 // is held as a whole.
 class InputStream {
@@ -21,6 +28,7 @@ public:
     // `source` and `path` (for reports) outlive the stream.
     InputStream(SourceFile& source, std::u16string_view path);
     explicit InputStream(std::string bytes);
+    explicit InputStream(const PaddedView& bytes);
 
     const char* GetPosition() const { return m_Position; }
     const char* GetEnd() const { return m_End; } // of the window

@@ -188,6 +188,36 @@ TEST_F(FileArchiveSystemTest, RemoteStorageOpensNoFile) {
     EXPECT_EQ(TakeReports(), "");
 }
 
+TEST_F(FileArchiveSystemTest, BytesOfOthersAreReadAnyNumberOfTimes) {
+    for (std::string bytes : {"TXT\nValue 3\n"s, "BIN\n\3\0\0\0"s, "\xFF\xFET\0X\0T\0\n\0V\0a\0l\0u\0e\0 \0003\0"s}) {
+        bytes.append(InputStream::kPadding, '\0');
+        const PaddedView view{bytes.data(), bytes.size() - InputStream::kPadding};
+        auto first = m_Archives.OpenForReading(File::ReadFromMemory(u"memory", view));
+        auto second = m_Archives.OpenForReading(File::ReadFromMemory(u"memory", view));
+        EXPECT_EQ(ReadInt(*first), 3);
+        EXPECT_EQ(ReadInt(*second), 3);
+        first->ReportUnreadInput();
+        m_Archives.Release(std::move(first));
+        m_Archives.Release(std::move(second));
+    }
+    EXPECT_EQ(TakeReports(), "");
+}
+
+TEST_F(FileArchiveSystemTest, GrowingMemoryTakesWhatAFileTakes) {
+    const auto write = [](Archive& archive) {
+        for (int i = 0; i < 100000; ++i) // several windows
+            archive.WriteInt(kValue, i);
+    };
+    for (const ArchiveFormat format : {ArchiveFormat::Text, ArchiveFormat::Binary}) {
+        GrowingBuffer bytes;
+        auto archive = m_Archives.OpenForWriting(File::WriteToMemory(u"memory", bytes), format);
+        write(*archive);
+        m_Archives.Release(std::move(archive));
+        EXPECT_TRUE(std::string_view(bytes.GetBytes(), bytes.GetSize()) == SaveWith(format, write));
+    }
+    EXPECT_EQ(TakeReports(), "");
+}
+
 TEST_F(FileArchiveSystemTest, ReportsCarryTheirPosition) {
     using Kind = ReportPosition::Kind;
     const auto expect = [this](const std::string& file, Kind kind, const std::vector<std::uint64_t>& expected) {
