@@ -123,4 +123,8 @@ void ValueTreeReader::ReadLabeledObject(Label label, Archivable& object, void* c
     m_Next = node->m_End;
 }
 
+std::optional<bool> ValueTreeReader::IsNext(Label label) {
+    return m_Next != m_Tree.GetSize() && m_Tree.GetLabel(m_Tree[m_Next]) == std::string_view(LabelText(label));
+}
+
 } // namespace Corvid

@@ -30,6 +30,7 @@ public:
     void ReadLabeledObject(Label label, Archivable& object, void* context) override;
     void ReadLabeledObject(Label label, Archivable& object) override { ReadLabeledObject(label, object, nullptr); }
 
+    std::optional<bool> IsNext(Label label) override;
     std::uint64_t CountThatFits(const ElementSize&) const override { return m_Tree.GetSize() - m_Next; }
 
 private:

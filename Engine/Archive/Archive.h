@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 
 #include "Engine/Archive/Archivable.h"
@@ -91,6 +92,9 @@ public:
     // Skips input until the next value to be read carries one of the two labels, where the encoding has labels; an
     // encoding without them cannot find its place again and is stopped.
     virtual void SkipToLabel(Label either, Label other) = 0;
+
+    // Whether the next value to be read carries the label; nothing where the encoding has no labels.
+    virtual std::optional<bool> IsNext(Label /*label*/) { return std::nullopt; }
 
 private:
     static constexpr std::uint64_t kElementsPerByte = 1;

@@ -76,6 +76,7 @@ public:
     void Stop() override;
     std::uint64_t CountThatFits(const ElementSize& smallest) const override;
     void SkipToLabel(Label either, Label other) override;
+    std::optional<bool> IsNext(Label label) override;
     void ReportUnreadInput() override;
     ReportPosition GetPosition() const override; // a physical line; the header is line 1
 

@@ -27,6 +27,13 @@ void TextFileArchive::SkipToLabel(Label either, Label other) {
     UpdateQuick();
 }
 
+std::optional<bool> TextFileArchive::IsNext(Label label) {
+    if (IsStopped())
+        return false;
+    const std::string_view text = m_CurrentLineUnread ? m_CurrentText : TextWithLabel(m_Lines->Peek());
+    return ValueBehindLabel(text, label).has_value();
+}
+
 void TextFileArchive::ReportUnreadInput() {
     std::uint64_t lineCount = 0;
     std::uint64_t firstNumber = 0;
