@@ -1,47 +1,79 @@
 #include "Engine/Layout/Layout.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace Corvid {
 
 LayoutIndex LayoutBuilder::Add(LayoutKind kind, std::string_view label) {
-    const auto index = static_cast<LayoutIndex>(m_Nodes.size());
+    const LayoutIndex index = GetSize();
     LayoutNode& node = m_Nodes.emplace_back();
     node.m_Kind = kind;
     node.m_Label = label;
     node.m_End = index + 1;
     node.m_Parent = m_Open.empty() ? kNoLayoutIndex : m_Open.back();
+    Show(index);
     return index;
 }
 
+void LayoutBuilder::AddAll(std::span<const LayoutNode> nodes, LayoutIndex first) {
+    const LayoutIndex start = GetSize();
+    const auto move = [first, start, size = nodes.size()](LayoutIndex& index) {
+        if (index != kNoLayoutIndex && index >= first && index - first <= size)
+            index = index - first + start;
+    };
+    std::vector<bool> isInSight;
+    for (const LayoutNode& added : nodes) {
+        LayoutNode& node = m_Nodes.emplace_back(added);
+        const LayoutIndex parent = node.m_Parent;
+        const bool isOutermost = parent == kNoLayoutIndex || parent < first || parent - first >= nodes.size();
+        if (isOutermost)
+            node.m_Parent = m_Open.empty() ? kNoLayoutIndex : m_Open.back();
+        else
+            move(node.m_Parent);
+        move(node.m_End);
+        move(node.m_Condition.m_Field);
+        for (LayoutCondition& condition : node.m_Doubt.m_Alternatives)
+            move(condition.m_Field);
+        // In a record or an element that has ended it is out of sight; a condition or a block around it hides nothing.
+        const auto hidesNothing = [](LayoutKind kind) { return kind == LayoutKind::When || kind == LayoutKind::Use; };
+        isInSight.push_back(isOutermost || (isInSight[parent - first] && hidesNothing(m_Nodes[node.m_Parent].m_Kind)));
+        if (isInSight.back())
+            Show(GetSize() - 1);
+    }
+}
+
 void LayoutBuilder::End() {
-    m_Nodes[m_Open.back()].m_End = static_cast<LayoutIndex>(m_Nodes.size());
+    const LayoutIndex index = m_Open.back();
+    LayoutNode& node = m_Nodes[index];
+    node.m_End = GetSize();
     m_Open.pop_back();
+    if (node.m_Kind == LayoutKind::Record || node.m_Kind == LayoutKind::Count)
+        HideBehind(index);
+}
+
+void LayoutBuilder::Show(LayoutIndex index) {
+    const LayoutNode& node = m_Nodes[index];
+    if (!IsValueKind(node.m_Kind) && node.m_Kind != LayoutKind::Count)
+        return;
+    m_InSight.push_back(index);
+    m_InSightByLabel[node.m_Label].push_back(index);
+}
+
+void LayoutBuilder::HideBehind(LayoutIndex index) {
+    for (; !m_InSight.empty() && m_InSight.back() > index; m_InSight.pop_back())
+        m_InSightByLabel[m_Nodes[m_InSight.back()].m_Label].pop_back();
 }
 
 LayoutIndex LayoutBuilder::FindEarlier(std::string_view label) const {
-    for (auto index = static_cast<LayoutIndex>(m_Nodes.size()); index-- > 0;) {
-        const LayoutNode& node = m_Nodes[index];
-        if (node.m_Label != label || (!IsValueKind(node.m_Kind) && node.m_Kind != LayoutKind::Count))
-            continue;
-        // In a record or an element that has ended it is out of sight; a condition or a block around it hides nothing.
-        bool isVisible = true;
-        for (LayoutIndex around = node.m_Parent; around != kNoLayoutIndex && isVisible;
-             around = m_Nodes[around].m_Parent) {
-            const bool isOpen = std::find(m_Open.begin(), m_Open.end(), around) != m_Open.end();
-            const LayoutKind kind = m_Nodes[around].m_Kind;
-            isVisible = isOpen || kind == LayoutKind::When || kind == LayoutKind::Use;
-        }
-        if (isVisible)
-            return index;
-    }
-    return kNoLayoutIndex;
+    const auto found = m_InSightByLabel.find(std::string(label));
+    return found != m_InSightByLabel.end() && !found->second.empty() ? found->second.back() : kNoLayoutIndex;
 }
 
 Layout LayoutBuilder::Finish(std::string name, bool isAssumed) {
     while (!m_Open.empty())
         End();
+    m_InSight.clear();
+    m_InSightByLabel.clear();
     return Layout(std::move(name), std::exchange(m_Nodes, {}), isAssumed);
 }
 

@@ -5,6 +5,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -109,6 +110,11 @@ public:
     // the next Add().
     LayoutIndex Add(LayoutKind kind, std::string_view label);
     LayoutNode& GetNode(LayoutIndex index) { return m_Nodes[index]; }
+    LayoutIndex GetSize() const { return static_cast<LayoutIndex>(m_Nodes.size()); }
+
+    // Appends whole nodes of a layout whose conditions refer to each other only: those of a layout, or what is nested
+    // in one of its records or blocks. `first` is the index of the first of them there.
+    void AddAll(std::span<const LayoutNode> nodes, LayoutIndex first = 0);
 
     // What is added from now on is nested in the last node that was added, until End().
     void Begin() { m_Open.push_back(static_cast<LayoutIndex>(m_Nodes.size() - 1)); }
@@ -120,8 +126,14 @@ public:
     Layout Finish(std::string name, bool isAssumed = false);
 
 private:
+    void Show(LayoutIndex index);
+    void HideBehind(LayoutIndex index);
+
     std::vector<LayoutNode> m_Nodes;
     std::vector<LayoutIndex> m_Open;
+    // The values and counts that a condition can refer to at this place, in order, and the same by label.
+    std::vector<LayoutIndex> m_InSight;
+    std::unordered_map<std::string, std::vector<LayoutIndex>> m_InSightByLabel;
 };
 
 } // namespace Corvid

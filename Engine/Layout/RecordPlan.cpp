@@ -1,0 +1,197 @@
+#include "Engine/Layout/RecordPlan.h"
+
+#include <algorithm>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+
+namespace Corvid {
+
+namespace {
+
+struct KindSize {
+    unsigned m_BinaryBytes;
+    unsigned m_TapeWords; // of 32 bits
+};
+
+// The least that a value takes, in the order of LayoutKind.
+constexpr KindSize kKindSizes[] = {
+    {1, 1},   // Bool
+    {4, 1},   // Int
+    {8, 2},   // Int64
+    {4, 1},   // Float
+    {8, 2},   // Double
+    {4, 1},   // String; on the tape its terminator
+    {4, 1},   // Word
+    {16, 4},  // Color
+    {12, 3},  // Vector3
+    {16, 4},  // Vector4
+    {8, 2},   // Pair
+    {16, 4},  // Rect
+    {36, 9},  // Matrix33
+    {64, 16}, // Matrix44
+    {4, 1},   // Count
+};
+
+bool HasLabel(LayoutKind kind) {
+    return kind != LayoutKind::Use && kind != LayoutKind::When;
+}
+
+} // namespace
+
+bool PlannedCondition::Holds(std::span<const ConditionSlot> slots, const std::u16string& units) const {
+    const auto found =
+        std::find_if(m_Slots.begin(), m_Slots.end(), [slots](auto slot) { return slots[slot].m_IsThere; });
+    if (found == m_Slots.end())
+        return m_IsNegated;
+    const ConditionSlot& slot = slots[*found];
+    if (m_Words.empty())
+        return slot.m_Bool != m_IsNegated;
+    const std::u16string_view word = units.c_str() + slot.m_Units;
+    return (std::find(m_Words.begin(), m_Words.end(), word) != m_Words.end()) != m_IsNegated;
+}
+
+RecordPlan::RecordPlan(Layout layout) : m_Layout(std::move(layout)) {
+    FindHidden();
+    const LayoutIndex size = m_Layout.GetSize();
+    std::vector<bool> isAskedFor(size, false);
+    const auto ask = [&](LayoutIndex when, const LayoutCondition& condition) {
+        for (const LayoutIndex candidate : CandidatesOf(when, condition.m_Field))
+            isAskedFor[candidate] = true;
+    };
+    for (LayoutIndex index = 0; index < size; ++index) {
+        ask(index, m_Layout[index].m_Condition);
+        for (const LayoutCondition& condition : m_Layout[index].m_Doubt.m_Alternatives)
+            ask(index, condition);
+    }
+    m_Steps.reserve(size);
+    for (LayoutIndex index = 0; index < size; ++index) {
+        const LayoutNode& node = m_Layout[index];
+        const bool hasLabel = HasLabel(node.m_Kind);
+        Step& step = m_Steps.emplace_back(Step{
+            node.m_Kind, node.m_End, OwnedLabel(hasLabel ? std::string_view(node.m_Label) : "-"), kNone, kNone, 0});
+        if (isAskedFor[index])
+            step.m_Slot = m_SlotCount++;
+        if (node.m_Kind == LayoutKind::String || node.m_Kind == LayoutKind::Word) {
+            step.m_Capacity = node.m_Capacity > 0 ? node.m_Capacity : kStringCapacity;
+            m_BufferSize = std::max(m_BufferSize, step.m_Capacity);
+        }
+    }
+    for (LayoutIndex index = 0; index < size; ++index) {
+        if (m_Steps[index].m_Kind == LayoutKind::Count)
+            AddList(index);
+        else if (m_Steps[index].m_Kind == LayoutKind::When)
+            AddWhen(index);
+    }
+}
+
+// For each value the one in front of it that a condition would have found under the same label.
+void RecordPlan::FindHidden() {
+    m_Hidden.assign(m_Layout.GetSize(), kNoLayoutIndex);
+    std::unordered_map<std::string_view, std::vector<LayoutIndex>> inSightByLabel;
+    std::vector<LayoutIndex> inSight;
+    std::vector<LayoutIndex> scopes; // records and elements around the node
+    for (LayoutIndex index = 0; index < m_Layout.GetSize(); ++index) {
+        const LayoutNode& node = m_Layout[index];
+        for (; !scopes.empty() && m_Layout[scopes.back()].m_End <= index; scopes.pop_back()) {
+            for (; !inSight.empty() && inSight.back() > scopes.back(); inSight.pop_back())
+                inSightByLabel[m_Layout[inSight.back()].m_Label].pop_back();
+        }
+        if (node.m_Kind == LayoutKind::Record || node.m_Kind == LayoutKind::Count)
+            scopes.push_back(index);
+        if (!IsValueKind(node.m_Kind))
+            continue;
+        auto& earlier = inSightByLabel[node.m_Label];
+        if (!earlier.empty())
+            m_Hidden[index] = earlier.back();
+        earlier.push_back(index);
+        inSight.push_back(index);
+    }
+}
+
+// The fields that a condition at the node `when` may refer to: the one that it names and, as long as that one need not
+// be there, the one that it hides.
+std::vector<LayoutIndex> RecordPlan::CandidatesOf(LayoutIndex when, LayoutIndex field) const {
+    constexpr std::size_t kMostCandidates = 64; // more would only serve to keep a machine busy
+    std::vector<LayoutIndex> candidates;
+    const auto isAround = [this, when](LayoutIndex outer) {
+        return outer == kNoLayoutIndex || (outer <= when && when < m_Layout[outer].m_End);
+    };
+    for (LayoutIndex index = field; index != kNoLayoutIndex && candidates.size() < kMostCandidates;
+         index = m_Hidden[index]) {
+        candidates.push_back(index);
+        bool isAlwaysThere = true;
+        for (LayoutIndex outer = m_Layout[index].m_Parent; !isAround(outer); outer = m_Layout[outer].m_Parent)
+            isAlwaysThere &= m_Layout[outer].m_Kind != LayoutKind::When;
+        if (isAlwaysThere)
+            break;
+    }
+    return candidates;
+}
+
+PlannedCondition RecordPlan::Plan(LayoutIndex when, const LayoutCondition& condition) const {
+    PlannedCondition planned{{}, condition.m_Words, condition.m_IsNegated};
+    for (const LayoutIndex candidate : CandidatesOf(when, condition.m_Field))
+        planned.m_Slots.push_back(m_Steps[candidate].m_Slot);
+    return planned;
+}
+
+void RecordPlan::AddList(LayoutIndex index) {
+    List list;
+    std::size_t words = 0;
+    for (LayoutIndex inner = index + 1; inner < m_Layout[index].m_End;) {
+        const LayoutNode& node = m_Layout[inner];
+        if (node.m_Kind == LayoutKind::When) {
+            inner = node.m_End;
+            continue;
+        }
+        if (HasLabel(node.m_Kind))
+            list.m_Smallest.m_LabelLetters += node.m_Label.size();
+        if (node.m_Kind <= LayoutKind::Count) {
+            list.m_Smallest.m_BinaryBytes += kKindSizes[static_cast<std::size_t>(node.m_Kind)].m_BinaryBytes;
+            words += kKindSizes[static_cast<std::size_t>(node.m_Kind)].m_TapeWords;
+        }
+        inner = node.m_Kind == LayoutKind::Count ? node.m_End : inner + 1;
+    }
+    list.m_MemoryOfOne = words * sizeof(std::uint32_t);
+    // The labels of one element, each once.
+    std::vector<std::string_view> texts;
+    for (LayoutIndex inner = index + 1; inner < m_Layout[index].m_End;) {
+        const LayoutNode& node = m_Layout[inner];
+        if (!HasLabel(node.m_Kind)) {
+            ++inner;
+            continue;
+        }
+        if (std::find(texts.begin(), texts.end(), node.m_Label) == texts.end()) {
+            texts.push_back(node.m_Label);
+            list.m_ElementLabels.push_back(m_Steps[inner].m_Label);
+        }
+        inner = node.m_End;
+    }
+    m_Steps[index].m_Extra = static_cast<std::uint32_t>(m_Lists.size());
+    m_Lists.push_back(std::move(list));
+}
+
+void RecordPlan::AddWhen(LayoutIndex index) {
+    const LayoutNode& node = m_Layout[index];
+    When when{Plan(index, node.m_Condition), node.m_Condition.m_Field == kNoLayoutIndex, u"-", 0, 0};
+    bool isFirst = true;
+    bool isFirstSlot = true;
+    for (LayoutIndex inner = index + 1; inner < node.m_End; ++inner) {
+        const Step& step = m_Steps[inner];
+        if (isFirst && HasLabel(step.m_Kind)) {
+            when.m_FirstLabel = step.m_Label;
+            isFirst = false;
+        }
+        if (step.m_Slot == kNone)
+            continue;
+        if (isFirstSlot)
+            when.m_FirstSlot = step.m_Slot;
+        isFirstSlot = false;
+        when.m_EndSlot = step.m_Slot + 1;
+    }
+    m_Steps[index].m_Extra = static_cast<std::uint32_t>(m_Whens.size());
+    m_Whens.push_back(std::move(when));
+}
+
+} // namespace Corvid
