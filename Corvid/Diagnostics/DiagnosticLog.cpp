@@ -32,4 +32,16 @@ void DiagnosticLog::DemoteErrors() {
     }
 }
 
+void DiagnosticLog::PromoteWarnings() {
+    for (Diagnostic& diagnostic : m_Diagnostics) {
+        if (diagnostic.m_Severity == Severity::Warning)
+            diagnostic.m_Severity = Severity::Error;
+    }
+}
+
+bool DiagnosticLog::Has(Severity severity) const {
+    return std::any_of(m_Diagnostics.begin(), m_Diagnostics.end(),
+                       [&](const Diagnostic& diagnostic) { return diagnostic.m_Severity == severity; });
+}
+
 } // namespace Corvid

@@ -38,6 +38,10 @@ public:
 
     // Errors that may be overlooked when loss is allowed become warnings.
     void DemoteErrors();
+    // Where nothing is to be overlooked, warnings become errors.
+    void PromoteWarnings();
+
+    bool Has(Severity severity) const;
 
 private:
     std::vector<Diagnostic> m_Diagnostics;

@@ -1,0 +1,118 @@
+#pragma once
+
+#include <algorithm>
+#include <condition_variable>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <mutex>
+#include <span>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "Corvid/Batch/Interrupt.h"
+
+namespace Corvid {
+
+// The order in which items are begun: as they are, but for the few that are far larger than the rest, so that none of
+// these is left over for one thread at the end.
+std::vector<std::size_t> OrderOfWork(std::span<const std::uint64_t> sizes);
+
+// How many processors are at hand.
+int DefaultJobs();
+
+// Works on many items at once and hands the results on in the order of the items, on the caller's thread. Results that
+// wait for an earlier one are bounded in number, so memory is bounded by what is in work.
+template <class Result> class Batch {
+public:
+    using Work = std::function<Result(std::size_t)>;
+    using Take = std::function<bool(std::size_t, Result)>; // false: the rest is not wanted
+
+    Batch(std::vector<std::size_t> order, Work work, Take take)
+        : m_Order(std::move(order)), m_Work(std::move(work)), m_Take(std::move(take)) {}
+
+    // The number of results that were taken: fewer than there are items after an interruption.
+    std::size_t Run(int jobs) {
+        if (jobs <= 1 || m_Order.size() <= 1)
+            return RunAlone();
+        std::vector<std::jthread> threads;
+        for (std::size_t i = 0; i < std::min<std::size_t>(static_cast<std::size_t>(jobs), m_Order.size()); ++i)
+            threads.emplace_back([this] { WorkThrough(); });
+        return HandOn(threads.size());
+    }
+
+private:
+    static constexpr std::size_t kMostWaiting = 4096; // results that an earlier one keeps waiting
+
+    std::size_t RunAlone() {
+        std::size_t taken = 0;
+        for (std::size_t item = 0; item < m_Order.size() && !IsInterrupted(); ++item, ++taken) {
+            if (!m_Take(item, m_Work(item)))
+                return taken + 1;
+        }
+        return taken;
+    }
+
+    void WorkThrough() {
+        std::unique_lock lock(m_Mutex);
+        for (;;) {
+            m_MayGoOn.wait(lock, [this] { return m_IsStopped || m_Results.size() < kMostWaiting || IsNextBehind(); });
+            if (m_IsStopped || IsInterrupted() || m_NextInOrder == m_Order.size())
+                break;
+            const std::size_t item = m_Order[m_NextInOrder++];
+            lock.unlock();
+            Result result = m_Work(item);
+            lock.lock();
+            m_Results.emplace(item, std::move(result));
+            m_HasResult.notify_one();
+        }
+        ++m_ThreadsDone;
+        m_HasResult.notify_one();
+    }
+
+    // The item that everything waits for may not be held up itself.
+    bool IsNextBehind() const { return m_NextInOrder < m_Order.size() && m_Order[m_NextInOrder] <= m_NextToTake; }
+
+    std::size_t HandOn(std::size_t threadCount) {
+        std::size_t taken = 0;
+        std::unique_lock lock(m_Mutex);
+        for (;;) {
+            m_HasResult.wait(lock, [&] { return m_Results.contains(m_NextToTake) || m_ThreadsDone == threadCount; });
+            auto result = m_Results.extract(m_NextToTake);
+            if (result.empty()) { // nothing more comes; what was done behind a gap is told, too
+                if (m_Results.empty())
+                    break;
+                m_NextToTake = m_Results.begin()->first;
+                continue;
+            }
+            const std::size_t item = m_NextToTake++;
+            m_MayGoOn.notify_all();
+            lock.unlock();
+            ++taken;
+            const bool goesOn = m_Take(item, std::move(result.mapped()));
+            lock.lock();
+            if (!goesOn) {
+                m_IsStopped = true;
+                m_MayGoOn.notify_all();
+                break;
+            }
+        }
+        return taken;
+    }
+
+    std::vector<std::size_t> m_Order;
+    Work m_Work;
+    Take m_Take;
+    std::mutex m_Mutex;
+    std::condition_variable m_HasResult;
+    std::condition_variable m_MayGoOn;
+    std::map<std::size_t, Result> m_Results;
+    std::size_t m_NextInOrder = 0;
+    std::size_t m_NextToTake = 0;
+    std::size_t m_ThreadsDone = 0;
+    bool m_IsStopped = false;
+};
+
+} // namespace Corvid

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "Corvid/Commands/CommonOptions.h"
+
+namespace Corvid {
+
+struct CheckOptions {
+    BatchOptions m_Batch;
+    std::optional<Kind> m_Kind;
+    DiagnosticOptions m_Diagnostics;
+    LookOptions m_Look;
+    bool m_IsStrict = false;
+    bool m_IsList = false;
+    bool m_IsLossWanted = false;
+};
+
+// Loads files and reports what is wrong with them.
+void DeclareCommand(CommandDeclaration& declaration, CheckOptions& options);
+int RunCommand(const CheckOptions& options, Console& console);
+
+} // namespace Corvid

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace Corvid {
+
+// The bytes, or what the system says.
+struct ReadResult {
+    std::string m_Bytes;
+    std::string m_Error; // empty: all is well
+};
+
+// Waits for a pipe as long as somebody holds its other end, but not when the run is to be stopped.
+ReadResult ReadFileBytes(const std::string& path);
+ReadResult ReadStandardInput();
+
+// Whether the file holds just these bytes.
+bool HoldsBytes(const std::string& path, std::string_view bytes);
+
+// All or nothing, keeping mode and links; empty, or what the system says.
+std::string WriteFileBytes(const std::string& path, std::string_view bytes);
+
+} // namespace Corvid

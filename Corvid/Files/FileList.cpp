@@ -1,0 +1,257 @@
+#include "Corvid/Files/FileList.h"
+
+#include <algorithm>
+#include <charconv>
+#include <set>
+#include <string_view>
+
+#include "Corvid/Files/FileBytes.h"
+#include "Corvid/Files/FileStatus.h"
+#include "Corvid/Files/PrintedPath.h"
+#include "Corvid/Files/SystemError.h"
+#include "Kinds/Kind.h"
+
+namespace Corvid {
+
+namespace {
+
+std::string_view LastName(std::string_view path) {
+    std::size_t start = path.size();
+    while (start > 0 && !IsPathSeparator(path[start - 1]))
+        --start;
+    return path.substr(start);
+}
+
+std::string WithoutLastSeparators(std::string path) {
+    while (path.size() > 1 && IsPathSeparator(path.back()))
+        path.pop_back();
+    return path;
+}
+
+// The way below the working folder, "." and ".." resolved; nothing for a path that leaves it.
+std::optional<std::string> WayBelow(std::string_view path) {
+    std::vector<std::string_view> parts;
+    while (!path.empty()) {
+        const std::size_t end =
+            static_cast<std::size_t>(std::find_if(path.begin(), path.end(), IsPathSeparator) - path.begin());
+        const std::string_view part = path.substr(0, end);
+        path.remove_prefix(std::min(end + 1, path.size()));
+        if (part.empty() || part == ".")
+            continue;
+        if (part != "..") {
+            parts.push_back(part);
+        } else if (parts.empty()) {
+            return std::nullopt;
+        } else {
+            parts.pop_back();
+        }
+    }
+    std::string way;
+    for (const std::string_view part : parts)
+        way.append(way.empty() ? "" : "/").append(part);
+    return way;
+}
+
+bool IsAbsolute(std::string_view path) {
+    const bool hasDrive = sizeof(wchar_t) == 2 && path.size() > 1 && path[1] == ':';
+    return hasDrive || (!path.empty() && IsPathSeparator(path.front()));
+}
+
+// The paths of a list: one a line with LF or CR LF, or one up to each NUL.
+std::vector<std::string> PathsOf(std::string_view list, bool isByNul) {
+    std::vector<std::string> paths;
+    while (!list.empty()) {
+        const std::size_t end = std::min(list.find(isByNul ? '\0' : '\n'), list.size());
+        std::string_view path = list.substr(0, end);
+        list.remove_prefix(std::min(end + 1, list.size()));
+        if (!isByNul && path.ends_with('\r'))
+            path.remove_suffix(1);
+        if (!path.empty())
+            paths.emplace_back(path);
+    }
+    return paths;
+}
+
+class Finder {
+public:
+    Finder(FileList& list, const std::string& destination)
+        : m_List(list), m_Destination(WithoutLastSeparators(destination)) {}
+
+    void AddGiven(const std::string& path, bool isFromList);
+
+private:
+    void AddFolder(const std::string& folder, const std::string& prefix, const std::string& name);
+    void AddFound(const FolderEntry& entry, const std::string& prefix, const std::string& name);
+    void AddFile(std::string path, std::string name, const FileStatus& status);
+    void AddError(std::string path, std::string name, bool isFolder = false);
+    bool IsDestination(const FileIdentity& identity);
+
+    FileList& m_List;
+    std::string m_Destination;
+    std::optional<FileIdentity> m_DestinationIdentity;
+    std::set<FileIdentity> m_Files;
+    std::set<FileIdentity> m_Folders;
+};
+
+void Finder::AddGiven(const std::string& path, bool isFromList) {
+    if (path == kStandardInputPath && !isFromList) {
+        ListedFile file;
+        file.m_Path = path;
+        m_List.m_Files.push_back(std::move(file));
+        return;
+    }
+    std::string name(LastName(path));
+    const std::optional<FileStatus> status = GetFileStatus(path);
+    if (status && status->m_Type == FileType::Folder) {
+        m_List.m_Folders.push_back(path);
+        m_List.m_HasFolders = true;
+        std::string folder = WithoutLastSeparators(path);
+        const bool isRoot = folder.size() == 1 && IsPathSeparator(folder[0]);
+        const std::string prefix = folder == "." ? "" : isRoot ? folder : folder + "/";
+        AddFolder(path, prefix, "");
+        return;
+    }
+    if (isFromList && !IsAbsolute(path)) {
+        std::optional<std::string> way = WayBelow(path);
+        if (!way && m_List.m_ClimbingPath.empty())
+            m_List.m_ClimbingPath = path;
+        name = way.value_or(name);
+    }
+    if (!status)
+        AddError(path, name);
+    else
+        AddFile(path, name, *status);
+}
+
+void Finder::AddFolder(const std::string& folder, const std::string& prefix, const std::string& name) {
+    const std::optional<FileStatus> status = GetFileStatus(folder);
+    if (status && (IsDestination(status->m_Identity) && !name.empty()))
+        return;
+    if (status && !m_Folders.insert(status->m_Identity).second)
+        return; // given twice, or below another one that was given
+    std::optional<std::vector<FolderEntry>> entries = ListFolder(folder);
+    if (!entries) {
+        AddError(WithoutLastSeparators(folder), name, true);
+        return;
+    }
+    std::sort(entries->begin(), entries->end(),
+              [](const FolderEntry& a, const FolderEntry& b) { return a.m_Name < b.m_Name; });
+    for (const FolderEntry& entry : *entries) {
+        if (!entry.m_Name.starts_with('.'))
+            AddFound(entry, prefix, name);
+    }
+}
+
+void Finder::AddFound(const FolderEntry& entry, const std::string& prefix, const std::string& name) {
+    std::string path = prefix + entry.m_Name;
+    std::string below = name.empty() ? entry.m_Name : name + "/" + entry.m_Name;
+    if (entry.m_Type == FolderEntry::Type::Folder) {
+        AddFolder(path, path + "/", below);
+        return;
+    }
+    if (entry.m_Type == FolderEntry::Type::Other || !KindFromFileName(EnginePath(entry.m_Name)))
+        return;
+    const std::optional<FileStatus> status = GetFileStatus(path);
+    if (!status)
+        AddError(std::move(path), std::move(below));
+    else if (status->m_Type == FileType::File && !IsDestination(status->m_Identity))
+        AddFile(std::move(path), std::move(below), *status);
+}
+
+void Finder::AddFile(std::string path, std::string name, const FileStatus& status) {
+    if (status.m_Type == FileType::File && !m_Files.insert(status.m_Identity).second)
+        return;
+    ListedFile file;
+    file.m_Path = std::move(path);
+    file.m_Name = std::move(name);
+    file.m_Size = status.m_Size;
+    file.m_Modified = status.m_Modified;
+    m_List.m_Files.push_back(std::move(file));
+}
+
+void Finder::AddError(std::string path, std::string name, bool isFolder) {
+    ListedFile file;
+    file.m_Error = LastSystemError();
+    file.m_Path = std::move(path);
+    file.m_Name = std::move(name);
+    file.m_IsFolder = isFolder;
+    m_List.m_Files.push_back(std::move(file));
+}
+
+// Other runs may make the destination at any time, so its identity is asked for until there is one.
+bool Finder::IsDestination(const FileIdentity& identity) {
+    if (m_Destination.empty())
+        return false;
+    if (!m_DestinationIdentity) {
+        if (const std::optional<FileStatus> status = GetFileStatus(m_Destination))
+            m_DestinationIdentity = status->m_Identity;
+    }
+    return m_DestinationIdentity == identity;
+}
+
+} // namespace
+
+bool Shard::Has(const std::string& path) const {
+    return HashOfPath(path) % m_Count == m_Number - 1;
+}
+
+std::optional<Shard> ShardFromText(const std::string& text) {
+    Shard shard;
+    const char* const end = text.data() + text.size();
+    const auto number = std::from_chars(text.data(), end, shard.m_Number);
+    if (number.ec != std::errc() || number.ptr == end || *number.ptr != '/')
+        return std::nullopt;
+    const auto count = std::from_chars(number.ptr + 1, end, shard.m_Count);
+    if (count.ec != std::errc() || count.ptr != end || shard.m_Number < 1 || shard.m_Number > shard.m_Count)
+        return std::nullopt;
+    return shard;
+}
+
+std::size_t FileList::CountInShard() const {
+    return static_cast<std::size_t>(
+        std::count_if(m_Files.begin(), m_Files.end(), [](const ListedFile& file) { return file.m_IsInShard; }));
+}
+
+FileList FindFiles(const FileSelection& selection, const std::string& destination) {
+    FileList list;
+    auto standardInputs = std::count(selection.m_Paths.begin(), selection.m_Paths.end(), kStandardInputPath);
+    standardInputs += selection.m_ListPath == kStandardInputPath;
+    if (standardInputs > 1) {
+        list.m_UsageError = "standard input ('-') can be read only once";
+        return list;
+    }
+    if (selection.m_Paths.empty() && !selection.m_ListPath) {
+        list.m_UsageError = "no PATH is given";
+        return list;
+    }
+    if (std::count(selection.m_Paths.begin(), selection.m_Paths.end(), std::string()) > 0) {
+        list.m_UsageError = "a PATH is empty";
+        return list;
+    }
+    std::vector<std::string> listed;
+    if (selection.m_ListPath) {
+        const ReadResult read =
+            *selection.m_ListPath == kStandardInputPath ? ReadStandardInput() : ReadFileBytes(*selection.m_ListPath);
+        if (!read.m_Error.empty()) {
+            list.m_ListError = PrintedPath(*selection.m_ListPath) + ": error: " + read.m_Error + " [cannot-read]";
+            return list;
+        }
+        listed = PathsOf(read.m_Bytes, selection.m_IsListByNul);
+    }
+    list.m_HasFolders = selection.m_ListPath.has_value() || selection.m_Paths.size() > 1;
+    Finder finder(list, destination);
+    for (const std::string& path : selection.m_Paths)
+        finder.AddGiven(path, false);
+    for (const std::string& path : listed)
+        finder.AddGiven(path, true);
+    std::stable_sort(list.m_Files.begin(), list.m_Files.end(),
+                     [](const ListedFile& a, const ListedFile& b) { return a.m_Path < b.m_Path; });
+    const auto isSame = [](const ListedFile& a, const ListedFile& b) { return a.m_Path == b.m_Path; };
+    list.m_Files.erase(std::unique(list.m_Files.begin(), list.m_Files.end(), isSame), list.m_Files.end());
+    // No shard may pass over a folder that it cannot see into.
+    for (ListedFile& file : list.m_Files)
+        file.m_IsInShard = file.m_IsFolder || selection.m_Shard.Has(file.m_Path);
+    return list;
+}
+
+} // namespace Corvid

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <compare>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace Corvid {
+
+// Paths of the program are byte strings as the user gave them; on Windows, UTF-8. The engine's form of one:
+std::u16string EnginePath(const std::string& path);
+
+// Two names of one file have one identity, whatever links lead there.
+struct FileIdentity {
+    std::uint64_t m_Device = 0;
+    std::uint64_t m_Number = 0;
+
+    friend auto operator<=>(const FileIdentity&, const FileIdentity&) = default;
+};
+
+enum class FileType { File, Folder, Other };
+
+struct FileStatus {
+    FileType m_Type = FileType::Other;
+    FileIdentity m_Identity;
+    std::uint64_t m_Size = 0;    // bytes
+    std::int64_t m_Modified = 0; // only to be compared
+};
+
+// Of what the path finally leads to; nothing when that cannot be told, and LastSystemError() says why.
+std::optional<FileStatus> GetFileStatus(const std::string& path);
+
+struct FolderEntry {
+    enum class Type { File, Folder, Link, Other };
+
+    std::string m_Name;
+    Type m_Type = Type::File;
+};
+
+// The entries but for "." and "..", in no order; nothing when the folder cannot be read.
+std::optional<std::vector<FolderEntry>> ListFolder(const std::string& path);
+
+// Makes the folder and those above it; false when it is not there afterwards.
+bool MakeFolders(const std::string& path);
+
+bool IsPathSeparator(char unit);
+
+} // namespace Corvid

@@ -1,0 +1,99 @@
+#include "Corvid/Files/FileStatus.h"
+
+#include <dirent.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <memory>
+
+#include "Engine/File/NativePath.h"
+
+namespace Corvid {
+
+namespace {
+
+struct FolderCloser {
+    void operator()(DIR* folder) const { closedir(folder); }
+};
+
+FolderEntry::Type TypeOf(const dirent& entry, const std::string& folder) {
+    switch (entry.d_type) {
+    case DT_REG:
+        return FolderEntry::Type::File;
+    case DT_DIR:
+        return FolderEntry::Type::Folder;
+    case DT_LNK:
+        return FolderEntry::Type::Link;
+    case DT_UNKNOWN: // a file system that does not tell
+        break;
+    default:
+        return FolderEntry::Type::Other;
+    }
+    struct stat status;
+    if (lstat((folder + '/' + entry.d_name).c_str(), &status) != 0)
+        return FolderEntry::Type::File; // reading it will say why
+    if (S_ISDIR(status.st_mode))
+        return FolderEntry::Type::Folder;
+    if (S_ISLNK(status.st_mode))
+        return FolderEntry::Type::Link;
+    return S_ISREG(status.st_mode) ? FolderEntry::Type::File : FolderEntry::Type::Other;
+}
+
+} // namespace
+
+std::u16string EnginePath(const std::string& path) {
+    return PathFromNative(path);
+}
+
+std::optional<FileStatus> GetFileStatus(const std::string& path) {
+    struct stat found;
+    if (stat(path.c_str(), &found) != 0)
+        return std::nullopt;
+    FileStatus status;
+    status.m_Type = S_ISREG(found.st_mode)   ? FileType::File
+                    : S_ISDIR(found.st_mode) ? FileType::Folder
+                                             : FileType::Other;
+    status.m_Identity = {found.st_dev, found.st_ino};
+    status.m_Size = S_ISREG(found.st_mode) ? static_cast<std::uint64_t>(found.st_size) : 0;
+    status.m_Modified = std::int64_t{found.st_mtim.tv_sec} * 1'000'000'000 + found.st_mtim.tv_nsec;
+    return status;
+}
+
+std::optional<std::vector<FolderEntry>> ListFolder(const std::string& path) {
+    const std::unique_ptr<DIR, FolderCloser> folder(opendir(path.c_str()));
+    if (folder == nullptr)
+        return std::nullopt;
+    std::vector<FolderEntry> entries;
+    for (;;) {
+        errno = 0;
+        const dirent* const entry = readdir(folder.get());
+        if (entry == nullptr)
+            break;
+        if (std::string name = entry->d_name; name != "." && name != "..")
+            entries.push_back({std::move(name), TypeOf(*entry, path)});
+    }
+    if (errno != 0)
+        return std::nullopt;
+    return entries;
+}
+
+bool MakeFolders(const std::string& path) {
+    for (std::size_t end = path.find('/', 1);; end = path.find('/', end + 1)) {
+        const std::string folder = path.substr(0, end);
+        if (mkdir(folder.c_str(), 0777) != 0 && errno != EEXIST && (errno != EROFS && errno != EACCES))
+            return false;
+        if (end == std::string::npos)
+            break;
+    }
+    struct stat status;
+    if (stat(path.c_str(), &status) != 0)
+        return false;
+    errno = ENOTDIR;
+    return S_ISDIR(status.st_mode);
+}
+
+bool IsPathSeparator(char unit) {
+    return unit == '/';
+}
+
+} // namespace Corvid
