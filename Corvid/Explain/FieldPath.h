@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -13,6 +14,7 @@ namespace Corvid {
 struct ElementPlace {
     LayoutIndex m_List = kNoLayoutIndex;
     std::uint32_t m_Index = 0;
+    std::optional<std::int32_t> m_Count; // what the file says, if it does
     bool m_IsNamedByCount = false;
     std::string m_OuterIndices; // "[2]" for an element of the third element of another list
 

@@ -229,6 +229,7 @@ void TextExplainer::ReadList(LayoutIndex index, Record& record, const ElementPla
 
     ElementPlace element;
     element.m_List = index;
+    element.m_Count = count;
     element.m_IsNamedByCount = record.m_Labels->IsNamedByCount(index) && ElementLabels(m_Layout, index).size() == 1;
     element.m_OuterIndices = outer != nullptr ? outer->GetIndices() : "";
     LayoutIndex first = index + 1;
@@ -242,8 +243,11 @@ void TextExplainer::ReadList(LayoutIndex index, Record& record, const ElementPla
               !record.m_Labels->AsksFor(m_Lines[m_Line].GetLabel())))
             break;
         const Place firstPlace = FindElement(first, record, element, true);
-        if (firstPlace.m_Kind == Place::Kind::Missing) {
+        if (firstPlace.m_Kind == Place::Kind::Missing && StandsInElement(index)) {
+            ReportMissing(first, &element, "");
+        } else if (firstPlace.m_Kind == Place::Kind::Missing) {
             isComplete = false;
+            NoteMismatch(index, record);
             if (count)
                 ReportMissing(first, &element,
                               "; " + node.m_Label + " says " + std::to_string(*count) + ", and " +
@@ -321,22 +325,66 @@ void TextExplainer::ReadElement(LayoutIndex list, const Place& first, Record& re
 
 // Elements that stand there beyond the count.
 void TextExplainer::PassOverElements(LayoutIndex list, Record& record, bool isReported, std::int32_t count) {
-    const std::vector<std::string_view> labels = ElementLabels(m_Layout, list);
-    const auto isElement = [&](std::string_view label) {
-        return std::find(labels.begin(), labels.end(), label) != labels.end();
-    };
-    const LayoutIndex next = m_Layout[list].m_End;
-    if (next < m_Layout.GetSize() && isElement(m_Layout[next].m_Label)) // the field behind the list looks the same
+    if (isReported && StandsForNextList(list, record))
         return;
-    while (m_Line < m_Lines.GetSize() && isElement(m_Lines[m_Line].GetLabel()) &&
+    while (m_Line < m_Lines.GetSize() && StandsInElement(list) &&
            (m_Lines[m_Line].m_Depth >= record.m_Depth || !m_Lines.IsIndented())) {
-        if (isReported)
-            Report(DiagnosticCode::UnknownLabel, m_Line, m_Lines[m_Line].m_LabelStart, m_Path.OfRecord(),
+        if (isReported) {
+            Report(DiagnosticCode::UnknownLabel, m_Line, m_Lines[m_Line].m_LabelStart,
+                   m_Path.OfLabel(m_Lines[m_Line].GetLabel()),
                    "there are more of '" + Excerpt(m_Lines[m_Line].GetLabel()) + "' than " + m_Layout[list].m_Label +
                        " says, which is " + std::to_string(count));
+        }
+        NoteMismatch(list, record);
         isReported = false;
         m_Line = m_Lines[m_Line].m_Next;
     }
+}
+
+// Whether the current line has a label of the list's elements.
+bool TextExplainer::StandsInElement(LayoutIndex list) const {
+    const std::vector<std::string_view> labels = ElementLabels(m_Layout, list);
+    return m_Line < m_Lines.GetSize() &&
+           std::find(labels.begin(), labels.end(), m_Lines[m_Line].GetLabel()) != labels.end();
+}
+
+// Elements of the same label that follow: the field behind the list looks like them, or the count of the next list is
+// gone, or has changed places with its first element.
+bool TextExplainer::StandsForNextList(LayoutIndex list, Record& record) {
+    const LayoutIndex next = m_Layout[list].m_End;
+    if (m_Line == m_Lines.GetSize() || next >= m_Layout.GetSize() || m_Layout[next].m_Parent != m_Layout[list].m_Parent)
+        return false;
+    const std::string_view label = m_Lines[m_Line].GetLabel();
+    const LayoutNode& nextNode = m_Layout[next];
+    if (nextNode.m_Kind != LayoutKind::Count || !IsFirstOfElement(list, label) || !IsFirstOfElement(next, label))
+        return nextNode.m_Label == label;
+    const auto countLine = FindBelow(nextNode.m_Label, record);
+    if (!countLine)
+        return true;
+    TextValue value;
+    TextFault fault;
+    const ArchiveLine& line = m_Lines[*countLine];
+    if (*countLine != m_Lines[m_Line].m_Next || !ReadTextValue(nextNode, line.m_Text, line.GetLabelEnd(), value, fault))
+        return false;
+    std::int64_t standing = 0;
+    for (LineIndex element = *countLine + 1; HasLabel(element, label) && standing < value.m_Integer;
+         element = m_Lines[element].m_Next)
+        ++standing;
+    return standing == value.m_Integer - 1;
+}
+
+// What more stands of the list's elements has the cause that was reported.
+void TextExplainer::NoteMismatch(LayoutIndex list, Record& record) {
+    for (const std::string_view label : ElementLabels(m_Layout, list))
+        record.m_Mismatched.insert(label);
+}
+
+// How many lines with the label stand in the record from the current one on.
+std::size_t TextExplainer::CountBelow(std::string_view label, Record& record) {
+    if (!FindBelow(label, record))
+        return 0;
+    const std::vector<LineIndex>& lines = record.m_Lines->at(label);
+    return static_cast<std::size_t>(lines.end() - std::lower_bound(lines.begin(), lines.end(), m_Line));
 }
 
 bool TextExplainer::IsFirstOfElement(LayoutIndex list, std::string_view label) const {
@@ -373,12 +421,31 @@ TextExplainer::Place TextExplainer::FindElement(LayoutIndex index, Record& recor
         return *place;
     const auto line = FindBelow(label, record);
     if (line && !IsSearchOver(element.m_List, *line, record, isFirst)) {
-        PassOver(*line, index, record);
+        PassOver(*line, index, record, Passing::NoElements);
+        return {Place::Kind::Line, *line};
+    }
+    if (line && AreElementsComplete(*line, element, record)) {
+        const std::size_t due = static_cast<std::size_t>(*element.m_Count) - element.m_Index;
+        const bool isTooMany = !isFirst || CountBelow(m_Lines[m_Line].GetLabel(), record) > due;
+        PassOver(*line, index, record, isTooMany ? Passing::NoElements : Passing::Any);
         return {Place::Kind::Line, *line};
     }
     if (!isFirst)
         ReportMissing(index, &element, "");
     return {};
+}
+
+// Whether the elements that are still due stand there all the same, so that the current line, a part of an element
+// right in front of `found`, is one too many or comes too early.
+bool TextExplainer::AreElementsComplete(LineIndex found, const ElementPlace& element, Record& record) {
+    if (!element.m_Count || m_Line == m_Lines.GetSize() || m_Lines[m_Line].m_Next != found ||
+        !StandsInElement(element.m_List))
+        return false;
+    LayoutIndex first = element.m_List + 1;
+    while (m_Layout[first].m_Kind == LayoutKind::Use || m_Layout[first].m_Kind == LayoutKind::When)
+        ++first;
+    const std::size_t due = static_cast<std::size_t>(*element.m_Count) - element.m_Index;
+    return CountBelow(m_Layout[first].m_Label, record) >= due;
 }
 
 // At the current line, whatever its depth; but a shallower line that an outer record still asks for is that one's.
@@ -447,13 +514,12 @@ std::optional<LineIndex> TextExplainer::FindBelow(std::string_view label, Record
     return line != found->second.end() ? std::optional(*line) : std::nullopt;
 }
 
-// An element is not looked for behind a line that the record asks for after the list, nor a further label of an
-// element behind the first one of the next.
+// An element is not looked for behind a line that the record asks for after the list, nor behind a part of another one.
 bool TextExplainer::IsSearchOver(LayoutIndex list, LineIndex found, Record& record, bool isFirst) {
     const std::vector<std::string_view> own = ElementLabels(m_Layout, list);
     for (const std::string_view label : record.m_Labels->GetAll()) {
         const bool isOwn = std::find(own.begin(), own.end(), label) != own.end();
-        const bool isBoundary = isOwn ? !isFirst && IsFirstOfElement(list, label)
+        const bool isBoundary = isOwn ? isFirst != IsFirstOfElement(list, label)
                                       : record.m_Labels->AsksForBehind(label, m_Layout[list].m_End);
         if (!isBoundary)
             continue;
@@ -483,14 +549,14 @@ void TextExplainer::ReportMissing(LayoutIndex index, const ElementPlace* element
 }
 
 // The current line moves to `end`; each line in front of it is told of once, with what is nested in it.
-void TextExplainer::PassOver(LineIndex end, LayoutIndex wanted, Record& record) {
+void TextExplainer::PassOver(LineIndex end, LayoutIndex wanted, Record& record, Passing passing) {
     std::vector<std::string_view> told;
     while (m_Line < end) {
         const ArchiveLine& line = m_Lines[m_Line];
         const std::string_view label = line.GetLabel();
         const bool isLater =
             !line.IsBlank() && line.m_Depth == record.m_Depth && record.m_Labels->AsksForBehind(label, wanted + 1);
-        if (!isLater) {
+        if (!isLater || passing == Passing::NoElements) {
             ReportUnknown(m_Line, record);
         } else {
             // Many elements that come too early have come by one move.
@@ -507,6 +573,8 @@ void TextExplainer::PassOver(LineIndex end, LayoutIndex wanted, Record& record) 
 
 void TextExplainer::ReportUnknown(LineIndex index, const Record& record) {
     const ArchiveLine& line = m_Lines[index];
+    if (record.m_Mismatched.contains(line.GetLabel()))
+        return;
     if (line.IsBlank()) {
         Report(DiagnosticCode::UnknownLabel, index, 0, m_Path.OfRecord(), "a blank line, which no record asks for");
         return;

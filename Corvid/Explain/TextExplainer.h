@@ -3,6 +3,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -41,6 +42,7 @@ private:
         const Record* m_Outer = nullptr;
         LayoutIndex m_OuterNode = 0;                                // its own node among the outer record's
         std::map<std::string_view, std::vector<LineIndex>> m_Early; // lines that came too early, in order
+        std::set<std::string_view> m_Mismatched;                    // elements that were too few or too many
         // Lines of the record by label, from where they were gathered on.
         std::optional<std::unordered_map<std::string_view, std::vector<LineIndex>>> m_Lines;
     };
@@ -54,6 +56,9 @@ private:
         bool m_IsMisspelt = false; // and diagnosed: nothing more is said of its value
         bool m_IsEarly = false;    // the current line stays where it is
     };
+
+    // What a line that is passed over may come too early for.
+    enum class Passing { Any, NoElements };
 
     void ReadFields(LayoutIndex first, LayoutIndex end, Record& record, const ElementPlace* element);
     void ReadWhen(LayoutIndex when, LayoutIndex end, Record& record, const ElementPlace* element);
@@ -74,9 +79,14 @@ private:
     std::optional<Place> FindHere(std::string_view label, LayoutIndex index, Record& record);
     std::optional<Place> FindMisspelt(LayoutIndex index, Record& record, const ElementPlace* element);
     std::optional<LineIndex> FindBelow(std::string_view label, Record& record);
+    bool AreElementsComplete(LineIndex found, const ElementPlace& element, Record& record);
+    bool StandsInElement(LayoutIndex list) const;
+    bool StandsForNextList(LayoutIndex list, Record& record);
+    void NoteMismatch(LayoutIndex list, Record& record);
+    std::size_t CountBelow(std::string_view label, Record& record);
     bool IsSearchOver(LayoutIndex list, LineIndex line, Record& record, bool isFirst);
     void ReportMissing(LayoutIndex index, const ElementPlace* element, const std::string& why);
-    void PassOver(LineIndex end, LayoutIndex wanted, Record& record);
+    void PassOver(LineIndex end, LayoutIndex wanted, Record& record, Passing passing = Passing::Any);
     void ReportUnknown(LineIndex line, const Record& record);
     void SkipBlankLines(const Record& record);
 
