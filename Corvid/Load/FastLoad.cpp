@@ -4,29 +4,37 @@
 #include <utility>
 
 #include "Corvid/Load/NotingReportSink.h"
+#include "Engine/Archive/BinaryFileArchive.h"
 #include "Engine/Archive/FileArchiveSystem.h"
+#include "Engine/Archive/TextFileArchive.h"
 
 namespace Corvid {
 
 namespace {
 
-void Load(FastLoad& load, const std::string& bytes, std::u16string_view path) {
+void Load(FastLoad& load, const PaddedView& bytes, std::u16string_view path) {
     FileArchiveSystem archives;
     archives.EnableChecksums(false);
     std::unique_ptr<FileArchive> archive = archives.OpenForReading(File::ReadFromMemory(path, bytes));
     if (archive == nullptr)
         return;
+    auto* const text = dynamic_cast<TextFileArchive*>(archive.get());
+    if (text != nullptr)
+        text->TakeBits();
     load.m_Object->Load(*archive);
     load.m_IsMemoryShort = archive->IsMemoryShort();
     if (load.m_Object->IsThere())
         archive->ReportUnreadInput();
     load.m_Object->Finish();
+    load.m_IsClean = text == nullptr || !text->HasDeviated();
+    if (text == nullptr)
+        load.m_HasStringBeyondText = static_cast<BinaryFileArchive&>(*archive).HasStringBeyondText();
     archives.Release(std::move(archive));
 }
 
 } // namespace
 
-FastLoad LoadFast(Kind kind, const std::string& bytes, std::u16string_view path) {
+FastLoad LoadFast(Kind kind, const PaddedView& bytes, std::u16string_view path) {
     FastLoad load;
     NotingReportSink reports;
     const Reporter reporter(reports);
@@ -38,7 +46,7 @@ FastLoad LoadFast(Kind kind, const std::string& bytes, std::u16string_view path)
     }
     if (load.m_IsMemoryShort || !load.m_Object->IsThere())
         load.m_Object.reset();
-    load.m_IsClean = load.m_Object != nullptr && !reports.HasReports();
+    load.m_IsClean = load.m_IsClean && load.m_Object != nullptr && !reports.HasReports();
     load.m_FirstReport = reports.GetFirst();
     return load;
 }

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "Engine/File/InputStream.h"
 #include "Kinds/KindObject.h"
 
 namespace Corvid {
@@ -13,9 +14,11 @@ struct FastLoad {
     std::unique_ptr<KindObject> m_Object; // as the engine has it; null: no object
     bool m_IsClean = false;               // nothing was reported, nothing was taken that should not be
     bool m_IsMemoryShort = false;
+    bool m_HasStringBeyondText = false; // a binary file holds a string that text cannot hold
     std::string m_FirstReport;
 };
 
-FastLoad LoadFast(Kind kind, const std::string& bytes, std::u16string_view path);
+// The bytes outlive the call alone.
+FastLoad LoadFast(Kind kind, const PaddedView& bytes, std::u16string_view path);
 
 } // namespace Corvid

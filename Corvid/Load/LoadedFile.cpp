@@ -49,8 +49,8 @@ class Loading {
 public:
     Loading(std::string bytes, std::u16string_view path, const LoadOptions& options)
         : m_Bytes(std::move(bytes)), m_Path(path), m_Options(options) {
-        m_Bytes.reserve(m_Bytes.size() + kScanPadding);
         m_File.m_Size = m_Bytes.size();
+        m_Bytes.append(InputStream::kPadding, '\0');
     }
 
     LoadedFile Run();
@@ -63,12 +63,14 @@ private:
     std::string FindTypeWord(DiagnosticPlace& place);
     void Explain(const FastLoad& load);
 
+    std::string_view GetBytes() const { return {m_Bytes.data(), m_File.m_Size}; }
+    PaddedView GetPadded() const { return {m_Bytes.data(), m_File.m_Size}; }
     bool IsText() const { return m_File.m_Encoding == ArchiveFormat::Text; }
     void Fail(DiagnosticCode code, DiagnosticPlace place, std::string_view field, std::string message) {
         m_File.m_Log.Add(code, place, std::string(field), std::move(message));
     }
 
-    std::string m_Bytes;
+    std::string m_Bytes; // padded
     std::u16string_view m_Path;
     const LoadOptions& m_Options;
     LoadedFile m_File;
@@ -80,18 +82,19 @@ private:
 LoadedFile Loading::Run() {
     if (!FindEncoding() || !FindKind() || (m_File.m_Kind == Kind::Entity && !FindTypeOfEntity()))
         return std::move(m_File);
-    FastLoad load = LoadFast(*m_File.m_Kind, m_Bytes, m_Path);
+    FastLoad load = LoadFast(*m_File.m_Kind, GetPadded(), m_Path);
     m_File.m_IsMemoryShort = load.m_IsMemoryShort;
     if (m_File.m_IsMemoryShort)
         return std::move(m_File);
-    if (!load.m_IsClean || IsText())
+    const bool isBeyondText = m_Options.m_IsForText && load.m_HasStringBeyondText;
+    if (!load.m_IsClean || isBeyondText || (IsText() && HasBadText(m_Text)))
         Explain(load);
     m_File.m_Object = std::move(load.m_Object);
     return std::move(m_File);
 }
 
 bool Loading::FindEncoding() {
-    m_File.m_Encoding = DetectEncoding(m_Bytes);
+    m_File.m_Encoding = DetectEncoding(GetBytes());
     if (!m_File.m_Encoding) {
         Fail(DiagnosticCode::NotAnArchive, {}, {},
              m_Bytes.empty()
@@ -100,7 +103,7 @@ bool Loading::FindEncoding() {
         return false;
     }
     if (IsText())
-        m_Text = TextOf(m_Bytes, m_TextStorage);
+        m_Text = TextOf(GetBytes(), m_TextStorage);
     return true;
 }
 
@@ -132,7 +135,7 @@ bool Loading::FindKind() {
 bool Loading::FindBinaryKind() {
     std::vector<Kind> kinds;
     for (const Kind kind : kKinds) {
-        if (LoadFast(kind, m_Bytes, m_Path).m_IsClean)
+        if (LoadFast(kind, GetPadded(), m_Path).m_IsClean)
             kinds.push_back(kind);
     }
     DiagnosticPlace place;
@@ -182,7 +185,7 @@ std::string Loading::FindTypeWord(DiagnosticPlace& place) {
     node.m_Kind = LayoutKind::String;
     if (!IsText()) {
         place = DiagnosticPlace::AtOffset(kBinaryHeaderSize);
-        BinaryExplainer(Layout("", {node}), m_Bytes, false, ignored, tree).Run();
+        BinaryExplainer(Layout("", {node}), GetBytes(), false, ignored, tree).Run();
     } else {
         TextLines lines(m_Text);
         TextExplainer(Layout("", {node}), lines, ignored, tree).Run(false);
@@ -209,7 +212,7 @@ void Loading::Explain(const FastLoad& load) {
         ReportBadText(lines, log);
         TextExplainer(layout, lines, log, tree).Run(kind != Kind::Entity || &layout == &m_EntityLayout);
     } else {
-        BinaryExplainer(layout, m_Bytes, m_Options.m_IsForText, log, tree).Run();
+        BinaryExplainer(layout, GetBytes(), m_Options.m_IsForText, log, tree).Run();
     }
     log.SortByPlace();
     if (!log.HasErrors() && !load.m_IsClean && load.m_Object == nullptr) // known to the engine alone
@@ -246,13 +249,12 @@ std::optional<std::string> SaveToBytes(const KindObject& object, ArchiveFormat f
         std::string bytes;
         FileArchiveSystem archives;
         archives.EnableChecksums(false);
-        std::unique_ptr<FileArchive> archive =
-            archives.OpenForWriting(File::WriteToMemory(u"", bytes), format,
-                                    floats == FloatPrecision::Exact ? FloatForm::Exact : FloatForm::SixDecimals);
+        const FloatForm floatForm = floats == FloatPrecision::Exact ? FloatForm::Exact : FloatForm::SixDecimals;
+        auto archive = archives.OpenForWriting(File::WriteToMemory(u"", bytes), format, floatForm);
         object.Save(*archive);
-        const bool isWhole = !archive->IsMemoryShort();
+        const bool isMemoryShort = archive->IsMemoryShort();
         archives.Release(std::move(archive));
-        return isWhole ? std::optional(std::move(bytes)) : std::nullopt;
+        return !isMemoryShort ? std::optional(std::move(bytes)) : std::nullopt;
     } catch (const std::bad_alloc&) {
         return std::nullopt;
     }

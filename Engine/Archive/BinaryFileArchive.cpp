@@ -6,6 +6,8 @@
 #include <string>
 #include <utility>
 
+#include "Engine/String/Unicode.h"
+
 namespace Corvid {
 
 static_assert(std::endian::native == std::endian::little, "values are stored as they stand in memory");
@@ -223,6 +225,7 @@ void BinaryFileArchive::ReadString(Label, char16_t* buffer, int capacity) {
     const std::uint32_t kept = std::min(numChars, bufferSize - 1);
     std::uint32_t count = ReadUnits(buffer, kept);
     buffer[count] = 0;
+    m_HasStringBeyondText = m_HasStringBeyondText || !IsHeldByText({buffer, count});
     if (numChars > kept) // the next value stands behind all that was claimed
         count += static_cast<std::uint32_t>(GetInput().Skip(2 * std::uint64_t(numChars - kept)) / 2);
     if (count < numChars)

@@ -18,6 +18,9 @@ class BinaryFileArchive : public FileArchive {
 public:
     explicit BinaryFileArchive(std::unique_ptr<File> file);
 
+    // Whether a string so far held what text cannot hold: a quote, a line end, a NUL, half a surrogate pair.
+    bool HasStringBeyondText() const { return m_HasStringBeyondText; }
+
     void ReadColor(Label label, Color& value) override;
     void ReadIntRect(Label label, IntRect& value) override;
     void ReadIntPair(Label label, IntPair& value) override;
@@ -72,6 +75,8 @@ private:
     template <class Value> void WriteRaw(Value value);
     void ReportShortRead(std::uint64_t wantedCount, std::uint64_t count);
     std::uint32_t ReadUnits(char16_t* buffer, std::uint32_t count);
+
+    bool m_HasStringBeyondText = false;
 };
 
 } // namespace Corvid

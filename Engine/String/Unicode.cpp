@@ -92,6 +92,19 @@ void AppendUtf16(std::u16string& units, char32_t character) {
     }
 }
 
+bool IsHeldByText(std::u16string_view units) {
+    const char16_t* position = units.data();
+    const char16_t* const end = position + units.size();
+    while (position != end) {
+        const char16_t unit = *position;
+        if (unit == 0 || unit == u'"' || unit == u'\r' || unit == u'\n')
+            return false;
+        if (DecodeUtf16(position, end) == kReplacementCharacter && unit != kReplacementCharacter)
+            return false;
+    }
+    return true;
+}
+
 void AppendUtf8(std::string& text, std::u16string_view units) {
     const char16_t* position = units.data();
     const char16_t* const end = position + units.size();

@@ -35,6 +35,10 @@ char32_t DecodeUtf16(const char16_t*& position, const char16_t* end);
 char* EncodeUtf8(char* out, char32_t character);
 
 void AppendUtf16(std::u16string& units, char32_t character);
+// Whether a quoted string of a text archive can hold the units, which has no escapes: no quote, no line end, no NUL, no
+// half of a surrogate pair.
+bool IsHeldByText(std::u16string_view units);
+
 void AppendUtf8(std::string& text, std::u16string_view units);
 std::string ToUtf8(std::u16string_view units);
 std::u16string ToUtf16(std::string_view bytes);
