@@ -61,6 +61,7 @@ public:
     // The labels of a list's elements, those of an empty list too.
     std::span<const std::uint32_t> GetElementLabels(const ValueNode& list) const;
     std::string_view GetLabel(std::uint32_t label) const { return m_Labels[label]; }
+    std::uint32_t GetLabelCount() const { return static_cast<std::uint32_t>(m_Labels.size()); }
 
     // Building, front to back
     // -------------------------------------------------------------------------------------------
