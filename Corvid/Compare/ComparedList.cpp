@@ -16,14 +16,16 @@ ListSide::ListSide(const ValueTree& tree, ValueIndex list, const std::string& pr
 
 std::string ListSide::GetIndices(std::uint32_t place, ValueIndex value) const {
     if (!m_PlaceByLabel.empty())
-        place = std::ranges::lower_bound(m_PlaceByLabel, value, {}, &std::pair<ValueIndex, std::uint32_t>::first)->second;
+        place =
+            std::ranges::lower_bound(m_PlaceByLabel, value, {}, &std::pair<ValueIndex, std::uint32_t>::first)->second;
     return m_Indices + '[' + std::to_string(place) + ']';
 }
 
 std::string ListSide::NameOfElements() const {
     const ValueNode& list = m_Tree[m_List];
     const auto labels = m_Tree.GetElementLabels(list);
-    return std::string(labels.size() == 1 && !list.m_IsNamedByCount ? m_Tree.GetLabel(labels[0]) : m_Tree.GetLabel(list));
+    return std::string(labels.size() == 1 && !list.m_IsNamedByCount ? m_Tree.GetLabel(labels[0])
+                                                                    : m_Tree.GetLabel(list));
 }
 
 std::string ListSide::NameOfValue(ValueIndex value) const {

@@ -25,9 +25,7 @@ public:
         return GetValuePath(place, MainValueOf(m_Tree, m_Elements[place]));
     }
     // The same without the list's prefix, for use beside its path.
-    std::string GetShortElementPath(std::uint32_t place) const {
-        return GetElementPath(place).substr(m_Prefix.size());
-    }
+    std::string GetShortElementPath(std::uint32_t place) const { return GetElementPath(place).substr(m_Prefix.size()); }
     // Of a value of the element.
     std::string GetValuePath(std::uint32_t place, ValueIndex value) const {
         return m_Prefix + NameOfValue(value) + GetIndices(place, value);

@@ -26,6 +26,7 @@ struct ListSummary {
     struct Largest {
         std::string m_Label; // within the element; empty where the element is the number itself
         double m_Distance = 0;
+        bool m_IsInteger = false;
         std::string m_Element; // the path of the element
     };
 

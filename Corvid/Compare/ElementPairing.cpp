@@ -84,8 +84,8 @@ public:
             for (std::size_t j = after.size(); j-- > 0;) {
                 const std::size_t place = i * columns + j;
                 likeness[place] = LikenessOf(before[i], after[j]);
-                best[place] = std::max({best[place + columns], best[place + 1],
-                                        likeness[place] + best[place + columns + 1]});
+                best[place] =
+                    std::max({best[place + columns], best[place + 1], likeness[place] + best[place + columns + 1]});
             }
         }
         for (std::size_t i = 0, j = 0; i < before.size() && j < after.size();) {
@@ -176,8 +176,7 @@ private:
         const ValueSpan b = m_After[after];
         if (a.m_End - a.m_Begin == 1 && b.m_End - b.m_Begin == 1) // a single value is its place
             return kLikeWithoutNames;
-        const bool haveNames =
-            !NameOf(m_Values.GetBefore(), a).empty() && !NameOf(m_Values.GetAfter(), b).empty();
+        const bool haveNames = !NameOf(m_Values.GetBefore(), a).empty() && !NameOf(m_Values.GetAfter(), b).empty();
         const double likeness = m_Values.LikenessOf(a, b);
         return likeness >= (haveNames ? kLikeWithNames : kLikeWithoutNames) ? likeness : 0;
     }
@@ -207,7 +206,8 @@ ElementPairing PairElements(const ValueComparison& values, const std::vector<Val
     pairing.PairAlignedContent();
     pairing.PairMovedContent();
     pairing.PairNames();
-    pairing.PairGaps([&](const auto& gapBefore, const auto& gapAfter) { pairing.PairGapByLikeness(gapBefore, gapAfter); });
+    pairing.PairGaps(
+        [&](const auto& gapBefore, const auto& gapAfter) { pairing.PairGapByLikeness(gapBefore, gapAfter); });
     pairing.NoteMoves();
     return pairing.Take();
 }
@@ -219,7 +219,8 @@ ElementPairing PairPlaces(const ValueComparison& values, const std::vector<Value
         pairing.PairInPlace();
     } else {
         pairing.PairAlignedContent();
-        pairing.PairGaps([&](const auto& gapBefore, const auto& gapAfter) { pairing.PairGapInPlace(gapBefore, gapAfter); });
+        pairing.PairGaps(
+            [&](const auto& gapBefore, const auto& gapAfter) { pairing.PairGapInPlace(gapBefore, gapAfter); });
     }
     return pairing.Take();
 }

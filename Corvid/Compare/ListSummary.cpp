@@ -38,8 +38,7 @@ public:
         m_Summary.m_Of = of;
         for (ValueIndex i = 0; i < m_Distances.size(); ++i) {
             if (m_Distances[i].m_Distance != 0)
-                m_Summary.m_Largest.push_back({LabelWithin(i, m_Distances[i]), m_Distances[i].m_Distance,
-                                               m_List.m_After.GetShortElementPath(m_Distances[i].m_Element)});
+                m_Summary.m_Largest.push_back(LargestOf(i, m_Distances[i]));
         }
         return m_Summary;
     }
@@ -51,9 +50,12 @@ private:
         ValueIndex m_Node = 0;
     };
 
-    std::string LabelWithin(ValueIndex offset, const Distance& distance) const {
+    ListSummary::Largest LargestOf(ValueIndex offset, const Distance& distance) const {
         const ValueTree& tree = m_Values.GetAfter();
-        return offset == 0 ? std::string() : std::string(tree.GetLabel(tree[distance.m_Node]));
+        const ValueNode& node = tree[distance.m_Node];
+        return {offset == 0 ? std::string() : std::string(tree.GetLabel(node)), distance.m_Distance,
+                node.m_Kind == ValueKind::Int || node.m_Kind == ValueKind::Int64,
+                m_List.m_After.GetShortElementPath(distance.m_Element)};
     }
 
     const ValueComparison& m_Values;
@@ -70,7 +72,8 @@ void TellSummary(Change change, const std::string& path, const ListSummary& summ
     sink.Take(difference);
 }
 
-void TellOneSided(Change change, const ListSide& side, const std::vector<std::uint32_t>& partners, DifferenceSink& sink) {
+void TellOneSided(Change change, const ListSide& side, const std::vector<std::uint32_t>& partners,
+                  DifferenceSink& sink) {
     ListSummary summary;
     summary.m_Of = partners.size();
     summary.m_Count = static_cast<std::uint64_t>(std::ranges::count(partners, kNoElement));

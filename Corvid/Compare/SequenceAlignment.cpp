@@ -23,7 +23,7 @@ public:
     }
 
 private:
-    static constexpr int kMostEdits = 512;
+    static constexpr int kMostEdits = 256;
 
     // The place furthest from the start that so many edits reach on each diagonal, as its distance along `before`. The
     // diagonal is that distance less the one along `after`; each number of edits reaches every second one.
@@ -99,7 +99,7 @@ private:
 
     std::span<const std::uint64_t> m_Before;
     std::span<const std::uint64_t> m_After;
-    AlignedPair m_Begin; // of the round
+    AlignedPair m_Begin;         // of the round
     std::vector<Front> m_Fronts; // by number of edits
 };
 
@@ -141,7 +141,9 @@ std::vector<AlignedPair> AlignSequences(std::span<const std::uint64_t> before, s
     const std::vector<std::uint32_t> beforePlaces = FindShared(beforeMiddle, afterMiddle);
     const std::vector<std::uint32_t> afterPlaces = FindShared(afterMiddle, beforeMiddle);
     EditSearch(Pick(beforeMiddle, beforePlaces), Pick(afterMiddle, afterPlaces))
-        .Run([&](std::uint32_t i, std::uint32_t j) { pairs.push_back({begin + beforePlaces[i], begin + afterPlaces[j]}); });
+        .Run([&](std::uint32_t i, std::uint32_t j) {
+            pairs.push_back({begin + beforePlaces[i], begin + afterPlaces[j]});
+        });
     std::sort(pairs.begin(), pairs.end(),
               [](const AlignedPair& a, const AlignedPair& b) { return a.m_Before < b.m_Before; });
     for (; beforeEnd < before.size(); ++beforeEnd, ++afterEnd)

@@ -17,8 +17,7 @@ namespace {
 // Paths name elements by their place in the file that they are in; of what both files have, in the one after.
 class TreeComparison {
 public:
-    TreeComparison(const ValueTree& before, const ValueTree& after, const CompareOptions& options,
-                   DifferenceSink& sink)
+    TreeComparison(const ValueTree& before, const ValueTree& after, const CompareOptions& options, DifferenceSink& sink)
         : m_Values(before, after, options), m_Sink(sink) {}
 
     // Fields that follow each other, of a record or of the whole file, whose paths begin with `prefix`.
@@ -47,7 +46,9 @@ public:
 private:
     const ValueNode& Before(ValueIndex index) const { return m_Values.GetBefore()[index]; }
     const ValueNode& After(ValueIndex index) const { return m_Values.GetAfter()[index]; }
-    std::string BeforeLabel(ValueIndex index) const { return std::string(m_Values.GetBefore().GetLabel(Before(index))); }
+    std::string BeforeLabel(ValueIndex index) const {
+        return std::string(m_Values.GetBefore().GetLabel(Before(index)));
+    }
     std::string AfterLabel(ValueIndex index) const { return std::string(m_Values.GetAfter().GetLabel(After(index))); }
 
     // Almost always both records have the same fields.

@@ -7,7 +7,6 @@
 namespace Corvid {
 
 // Tells every difference between two trees of one kind of file, in the order of the file.
-void CompareTrees(const ValueTree& before, const ValueTree& after, const CompareOptions& options,
-                  DifferenceSink& sink);
+void CompareTrees(const ValueTree& before, const ValueTree& after, const CompareOptions& options, DifferenceSink& sink);
 
 } // namespace Corvid

@@ -8,7 +8,7 @@ namespace Corvid {
 // The archive beneath an object's Save() that makes a tree of its values.
 class ValueTreeWriter final : public NullArchive {
 public:
-    explicit ValueTreeWriter(ValueTree& tree) : m_Tree(tree) {}
+    explicit ValueTreeWriter(ValueTree& tree, bool areAsStored = false) : m_Tree(tree), m_AreAsStored(areAsStored) {}
 
     void WriteColor(Label label, const Color& value) override;
     void WriteIntRect(Label label, const IntRect& value) override;
@@ -29,15 +29,26 @@ public:
     void WriteLabeledObject(Label label, const Archivable& object) override;
     void BeginList(Label countLabel, std::span<const Label> elementLabels) override;
     void EndList() override { m_Tree.EndList(); }
+    bool TakesAsStored() const override { return m_AreAsStored; }
 
 private:
     ValueTree& m_Tree;
+    bool m_AreAsStored;
 };
 
-// Of anything that saves itself: a record, or the object of a kind.
+// Of anything that saves itself: a record, or the object of a kind. What a file of it would hold.
 template <class Saved> ValueTree ValuesOf(const Saved& saved) {
     ValueTree tree;
     ValueTreeWriter writer(tree);
+    saved.Save(writer);
+    tree.Finish();
+    return tree;
+}
+
+// The same, but with the lists that the file held that it was loaded from.
+template <class Saved> ValueTree StoredValuesOf(const Saved& saved) {
+    ValueTree tree;
+    ValueTreeWriter writer(tree, true);
     saved.Save(writer);
     tree.Finish();
     return tree;

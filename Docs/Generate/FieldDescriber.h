@@ -65,6 +65,7 @@ public:
 
     void AfterLoad(const auto&, auto) {}
     void BeforeSave(const auto&, auto) {}
+    void Refresh(const auto&, auto) {}
 
     void List(Label countLabel, Label label, const auto& list) {
         Add(countLabel, "count" + CapacityOf(list));

@@ -71,6 +71,9 @@ public:
     virtual void BeginList(Label /*countLabel*/, std::span<const Label> /*elementLabels*/) {}
     virtual void EndList() {}
 
+    // Whether what is computed anew for every file that is written is taken as the object holds it.
+    virtual bool TakesAsStored() const { return false; }
+
     // Later reads leave their targets alone and report nothing.
     virtual void Stop() { m_IsStopped = true; }
     bool IsStopped() const { return m_IsStopped; }

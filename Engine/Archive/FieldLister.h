@@ -56,6 +56,7 @@ public:
 
     void AfterLoad(const auto&, auto) {}
     void BeforeSave(const auto&, auto) {}
+    void Refresh(const auto&, auto) {}
 
     void List(Label countLabel, Label label, const auto& list) {
         using Element = std::remove_cvref_t<decltype(*list.begin())>;

@@ -50,6 +50,7 @@ public:
     // Steps of one direction only. One before saving tells whether memory sufficed for it.
     void AfterLoad(auto& record, auto step) { step(record); }
     void BeforeSave(auto&, auto) {}
+    void Refresh(auto&, auto) {}
 
     // A count, then so many elements under one label. A missing count goes the way of a negative one.
     void List(Label countLabel, Label label, auto& list) {
@@ -143,6 +144,12 @@ public:
     void BeforeSave(const auto& record, auto step) {
         if (!step(record))
             m_Archive.SetMemoryShort();
+    }
+
+    // A step before saving that changes what was stored, and so is left out where that is wanted.
+    void Refresh(const auto& record, auto step) {
+        if (!m_Archive.TakesAsStored())
+            BeforeSave(record, step);
     }
 
     void List(Label countLabel, Label label, const auto& list) {

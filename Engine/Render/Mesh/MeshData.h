@@ -39,7 +39,7 @@ public:
         fields.List(u"NumPoints", u"Point", self.m_Points);
         fields.List(u"NumVertices", u"Vertex", self.m_Vertices);
         fields.List(u"NumTriangles", u"Triangle", self.m_Triangles);
-        fields.BeforeSave(self, [](auto& data) { return data.UpdateCachedVertexIndices(); });
+        fields.Refresh(self, [](auto& data) { return data.UpdateCachedVertexIndices(); });
         for (int direction = 0; direction < kDirectionCount; ++direction)
             fields.List(kCachedIndexCountLabels[static_cast<std::size_t>(direction)], u"Index",
                         self.m_CachedVertexIndices[direction]);
