@@ -6,7 +6,6 @@
 #include <type_traits>
 
 #include "Corvid/Explain/BadCount.h"
-#include "Corvid/Explain/NearText.h"
 #include "Corvid/Explain/NotInText.h"
 #include "Engine/String/Unicode.h"
 
@@ -90,7 +89,7 @@ BinaryExplainer::BinaryExplainer(const Layout& layout, std::string_view bytes, b
 
 void BinaryExplainer::Run() {
     ReadFields(0, m_Layout.GetSize(), nullptr);
-    if (!m_HasStopped && m_Offset < m_Bytes.size()) {
+    if (!m_HasStopped && !m_IsMute && m_Offset < m_Bytes.size()) {
         const std::size_t left = m_Bytes.size() - m_Offset;
         m_Log.Add(DiagnosticCode::UnreadInput, DiagnosticPlace::AtOffset(m_Offset), {},
                   std::to_string(left) + (left == 1 ? " byte is" : " bytes are") + " left behind the last value");
@@ -199,6 +198,7 @@ void BinaryExplainer::ReadString(LayoutIndex index, const ElementPlace* element,
         m_HasStopped = true;
         return;
     }
+    m_IsMute = m_IsMute || isTooLong; // if the length is wrong, so is all that follows
     value.m_String.resize(length);
     std::memcpy(value.m_String.data(), m_Bytes.data() + m_Offset, sizeof(char16_t) * length);
     m_Offset += sizeof(char16_t) * length;
@@ -212,17 +212,9 @@ void BinaryExplainer::ReadString(LayoutIndex index, const ElementPlace* element,
     }
     value.m_String = value.m_String.c_str(); // strings of the engine end at a NUL
 
-    if (node.m_Kind != LayoutKind::Word ||
-        std::find(node.m_Words.begin(), node.m_Words.end(), value.m_String) != node.m_Words.end() ||
-        (node.m_IsInvalidAWord && value.m_String == u"Invalid"))
+    if (node.m_Kind != LayoutKind::Word || IsWordOf(value.m_String, node))
         return;
-    const std::string text = ToUtf8(value.m_String);
-    NearestText nearest(text);
-    for (const std::u16string& word : node.m_Words)
-        nearest.Offer(ToUtf8(word));
-    Report(DiagnosticCode::UnknownWord, offset, index, element,
-           "'" + Excerpt(text) + "' is no word of " + node.m_Label +
-               (nearest.Get().empty() ? "" : " (did you mean '" + nearest.Get() + "'?)"));
+    Report(DiagnosticCode::UnknownWord, offset, index, element, ExplainUnknownWord(value.m_String, node));
     m_HasStopped = HasNoBranch(index);
 }
 
@@ -300,6 +292,8 @@ bool BinaryExplainer::Ensure(std::size_t bytes, LayoutIndex index, const Element
 
 void BinaryExplainer::Report(DiagnosticCode code, std::size_t offset, LayoutIndex index, const ElementPlace* element,
                              std::string message) {
+    if (m_IsMute)
+        return;
     m_Log.Add(code, DiagnosticPlace::AtOffset(offset), m_Path.Of(m_Layout, m_Layout[index], element),
               std::move(message));
 }

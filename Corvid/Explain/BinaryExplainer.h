@@ -48,6 +48,7 @@ private:
     FieldPath m_Path;
     std::size_t m_Offset = kHeaderSize;
     bool m_HasStopped = false;
+    bool m_IsMute = false;                                   // what follows may have the cause that was reported
     std::unordered_map<LayoutIndex, bool> m_AreNamedByCount; // lists, as they are met
 };
 

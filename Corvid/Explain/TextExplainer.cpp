@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "Corvid/Explain/BadCount.h"
-#include "Corvid/Explain/NearText.h"
+#include "Engine/String/NearWord.h"
 
 namespace Corvid {
 
@@ -238,10 +238,6 @@ void TextExplainer::ReadList(LayoutIndex index, Record& record, const ElementPla
     bool isComplete = true;
     for (; !count || element.m_Index < static_cast<std::uint32_t>(*count); ++element.m_Index) {
         SkipBlankLines(record);
-        if (!count && !IsFirstOfElement(index, m_Line < m_Lines.GetSize() ? m_Lines[m_Line].GetLabel() : "") &&
-            !(m_Line < m_Lines.GetSize() && IsNear(m_Lines[m_Line].GetLabel(), m_Layout[first].m_Label) &&
-              !record.m_Labels->AsksFor(m_Lines[m_Line].GetLabel())))
-            break;
         const Place firstPlace = FindElement(first, record, element, true);
         if (firstPlace.m_Kind == Place::Kind::Missing && StandsInElement(index)) {
             ReportMissing(first, &element, "");
@@ -475,7 +471,7 @@ std::optional<TextExplainer::Place> TextExplainer::FindMisspelt(LayoutIndex inde
     const LayoutNode& node = m_Layout[index];
     const ArchiveLine& line = m_Lines[m_Line];
     const bool isInRecord = line.m_Depth >= record.m_Depth || !m_Lines.IsIndented();
-    if (isInRecord && IsNear(line.GetLabel(), node.m_Label) && !record.m_Labels->AsksFor(line.GetLabel())) {
+    if (isInRecord && IsNearWord(line.GetLabel(), node.m_Label) && !record.m_Labels->AsksFor(line.GetLabel())) {
         Report(DiagnosticCode::MissingField, m_Line, line.m_LabelStart, m_Path.Of(m_Layout, node, element),
                "missing; here stands '" + Excerpt(line.GetLabel()) + "' (did you mean that?)");
         Place place{Place::Kind::Line, m_Line};
@@ -585,11 +581,8 @@ void TextExplainer::ReportUnknown(LineIndex index, const Record& record) {
         message = "'" + Excerpt(label) + "' has been read already, or is not due here";
     } else {
         message = "no field is called '" + Excerpt(label) + "' here";
-        NearestText nearest(label);
-        for (const std::string_view known : record.m_Labels->GetAll())
-            nearest.Offer(known);
-        if (!nearest.Get().empty())
-            message += " (did you mean '" + nearest.Get() + "'?)";
+        if (const std::string_view nearest = NearestWord(label, record.m_Labels->GetAll()); !nearest.empty())
+            message += " (did you mean '" + std::string(nearest) + "'?)";
     }
     const std::string field = IsShownInPaths(label) ? m_Path.OfLabel(label) : m_Path.OfRecord();
     Report(DiagnosticCode::UnknownLabel, index, line.m_LabelStart, field, std::move(message));

@@ -3,13 +3,15 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <iterator>
 #include <limits>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
-#include "Corvid/Explain/NearText.h"
 #include "Engine/Archive/TextLine.h"
 #include "Engine/Math/Color.h"
+#include "Engine/String/NearWord.h"
 #include "Engine/String/NumberScan.h"
 #include "Engine/String/Unicode.h"
 
@@ -229,22 +231,6 @@ bool ReadQuoted(ValueCursor& cursor, std::u16string& value) {
     return true;
 }
 
-bool CheckWord(ValueCursor& cursor, const LayoutNode& node, std::size_t start, const std::u16string& word) {
-    const std::string text = ToUtf8(word);
-    NearestText nearest(text);
-    for (const std::u16string& known : node.m_Words) {
-        if (word == known)
-            return true;
-        nearest.Offer(ToUtf8(known));
-    }
-    if (node.m_IsInvalidAWord && word == u"Invalid")
-        return true;
-    std::string message = "'" + Excerpt(text) + "' is no word of " + node.m_Label;
-    if (!nearest.Get().empty())
-        message += " (did you mean '" + nearest.Get() + "'?)";
-    return cursor.Fail(start, std::move(message), DiagnosticCode::UnknownWord);
-}
-
 bool ReadString(ValueCursor& cursor, const LayoutNode& node, std::u16string& value) {
     const std::size_t start = cursor.GetPosition();
     if (!ReadQuoted(cursor, value) || !cursor.End())
@@ -258,7 +244,8 @@ bool ReadString(ValueCursor& cursor, const LayoutNode& node, std::u16string& val
                                std::to_string(capacity) + " with the terminator",
                            DiagnosticCode::TooLong);
     }
-    return node.m_Kind != LayoutKind::Word || CheckWord(cursor, node, start, value);
+    return node.m_Kind != LayoutKind::Word || IsWordOf(value, node) ||
+           cursor.Fail(start, ExplainUnknownWord(value, node), DiagnosticCode::UnknownWord);
 }
 
 bool CheckRange(ValueCursor& cursor, const LayoutNode& node, std::size_t start, std::int64_t value) {
@@ -285,6 +272,21 @@ std::string Excerpt(std::string_view text) {
         excerpt.append(bytes, EncodeUtf8(bytes, isPrintable ? character : kReplacementCharacter));
     }
     return excerpt;
+}
+
+bool IsWordOf(const std::u16string& word, const LayoutNode& node) {
+    return std::find(node.m_Words.begin(), node.m_Words.end(), word) != node.m_Words.end() ||
+           (node.m_IsInvalidAWord && word == u"Invalid");
+}
+
+std::string ExplainUnknownWord(const std::u16string& word, const LayoutNode& node) {
+    const std::string text = ToUtf8(word);
+    std::vector<std::string> known;
+    std::transform(node.m_Words.begin(), node.m_Words.end(), std::back_inserter(known), ToUtf8);
+    const std::vector<std::string_view> words(known.begin(), known.end());
+    const std::string_view nearest = NearestWord(text, words);
+    return "'" + Excerpt(text) + "' is no word of " + node.m_Label +
+           (nearest.empty() ? "" : " (did you mean '" + std::string(nearest) + "'?)");
 }
 
 bool ReadTextEnd(std::string_view line, std::size_t start, TextFault& fault) {

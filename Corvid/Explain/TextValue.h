@@ -42,6 +42,9 @@ bool ReadTextRow(std::string_view line, std::size_t start, int count, float* num
 // Nothing may stand there: the rest of a label line.
 bool ReadTextEnd(std::string_view line, std::size_t start, TextFault& fault);
 
+bool IsWordOf(const std::u16string& word, const LayoutNode& node);
+std::string ExplainUnknownWord(const std::u16string& word, const LayoutNode& node);
+
 // A stretch of a file for a message: a few characters, well-formed and printable.
 std::string Excerpt(std::string_view text);
 

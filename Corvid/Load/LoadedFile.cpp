@@ -7,7 +7,6 @@
 
 #include "Corvid/Explain/BadText.h"
 #include "Corvid/Explain/BinaryExplainer.h"
-#include "Corvid/Explain/NearText.h"
 #include "Corvid/Explain/TextExplainer.h"
 #include "Corvid/Load/Encoding.h"
 #include "Corvid/Load/FastLoad.h"
@@ -15,7 +14,7 @@
 #include "Corvid/Load/NotingReportSink.h"
 #include "Corvid/Values/ValueTreeReader.h"
 #include "Engine/File/PathParts.h"
-#include "Engine/String/NumberScan.h"
+#include "Engine/String/NearWord.h"
 #include "Engine/String/Unicode.h"
 #include "GS/Entity/EntityTypeTable.h"
 
@@ -38,10 +37,12 @@ std::string ExplainUnknownType(std::string_view word, bool isKnown) {
     const std::string quoted = "'" + Excerpt(word) + "'";
     if (isKnown)
         return quoted + " has no definition: files of this type are never loaded";
-    NearestText nearest(word);
+    std::vector<std::string> known;
     for (const EntityTypeRow& row : kEntityTypes)
-        nearest.Offer(ToUtf8(row.m_Word));
-    return quoted + " is no entity type" + (nearest.Get().empty() ? "" : " (did you mean '" + nearest.Get() + "'?)");
+        known.push_back(ToUtf8(row.m_Word));
+    const std::vector<std::string_view> words(known.begin(), known.end());
+    const std::string_view nearest = NearestWord(word, words);
+    return quoted + " is no entity type" + (nearest.empty() ? "" : " (did you mean '" + std::string(nearest) + "'?)");
 }
 
 // The stages of loading one file. Each may end it by what it finds.
@@ -191,7 +192,7 @@ std::string Loading::FindTypeWord(DiagnosticPlace& place) {
         TextExplainer(Layout("", {node}), lines, ignored, tree).Run(false);
         for (LineIndex line = 0; line < lines.GetSize(); ++line) {
             const ArchiveLine& here = lines[line];
-            if (here.GetLabel() == kTypeLabel || IsNear(here.GetLabel(), kTypeLabel)) {
+            if (here.GetLabel() == kTypeLabel || IsNearWord(here.GetLabel(), kTypeLabel)) {
                 const std::size_t value = here.m_Text.find_first_not_of(" \t", here.GetLabelEnd());
                 place = DiagnosticPlace::AtLine(lines.GetNumber(line), here.GetColumn(value));
                 break;

@@ -41,7 +41,18 @@ std::optional<int> SmallEditDistance(std::string_view a, std::string_view b) {
     return above[b.size()] <= kMostEdits ? std::optional(above[b.size()]) : std::nullopt;
 }
 
+// "Vertex" and "Vertices" are further apart than two letters.
+static bool IsSingularOf(std::string_view written, std::string_view meant) {
+    constexpr std::string_view kPlural = "ices";
+    if (written.size() < 3 || !meant.ends_with(kPlural) || !(written.ends_with("ex") || written.ends_with("ix")))
+        return false;
+    return SmallEditDistance(written.substr(0, written.size() - 2), meant.substr(0, meant.size() - kPlural.size())) ==
+           0;
+}
+
 bool IsNearWord(std::string_view written, std::string_view meant) {
+    if (IsSingularOf(written, meant))
+        return true;
     const std::optional<int> distance = SmallEditDistance(written, meant);
     return distance && static_cast<std::size_t>(*distance) <= (written.size() + 2) / 3;
 }
@@ -52,7 +63,7 @@ std::string_view NearestWord(std::string_view written, std::span<const std::stri
     for (const std::string_view word : words) {
         if (!IsNearWord(written, word))
             continue;
-        const int distance = *SmallEditDistance(written, word);
+        const int distance = SmallEditDistance(written, word).value_or(kMostEdits);
         if (distance < least) {
             least = distance;
             nearest = word;

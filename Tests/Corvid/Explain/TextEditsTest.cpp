@@ -1,0 +1,164 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "Tests/Corvid/Explain/ExplainFixture.h"
+
+namespace Corvid {
+namespace {
+
+const char kCube[] = "Mesh/cube.mesh";
+const char kBlast[] = "Particle/ReactorBlast.particle";
+const char kPanels[] = "Brushes/ConsolePanels.brushes";
+const char kHull[] = "Entity/HullFragments.entity";
+
+enum class Do { Replace, Drop, Double, Swap, Insert, Cut };
+
+// One edit of an example: what it does to the line, and all that may be found then. Lines count from 1.
+struct Edit {
+    const char* m_Name;
+    const char* m_Example;
+    Do m_Do;
+    std::size_t m_Line;
+    const char* m_Old; // of Replace
+    const char* m_New; // of Replace, Insert
+    const char* m_Findings;
+};
+
+const Edit kEdits[] = {
+    // Labels
+    {"Misspelt", kCube, Do::Replace, 35, "NumVertices", "NumVertex", "35:2 MeshData.NumVertices [missing-field]\n"},
+    {"MisspeltRecord", kCube, Do::Replace, 9, "Material", "Materiel", "9:2 MeshData.Material[0] [missing-field]\n"},
+    {"CaseOnly", kHull, Do::Replace, 4, "lifetime", "Lifetime", "4:1 lifetimeVariancePerc [missing-field]\n"},
+    {"NoNearLabel", kCube, Do::Replace, 5, "BoundingRadius", "Radius",
+     "5:2 MeshData.BoundingRadius [missing-field]\n5:2 MeshData.Radius [unknown-label]\n"},
+    {"FieldDropped", kCube, Do::Drop, 19, "", "", "19:2 MeshData.Material[0].Glossiness [missing-field]\n"},
+    {"RecordLineDropped", kCube, Do::Drop, 28, "", "", "28:3 MeshData.Point[1] [missing-field]\n"},
+    {"StateLineDropped", kPanels, Do::Drop, 58, "", "", "58:3 brush[3].Pressed [missing-field]\n"},
+    {"MatrixLineDropped", kCube, Do::Drop, 24, "", "", "24:5 MeshData.Point[0].Orientation [missing-field]\n"},
+    {"FieldDoubled", kCube, Do::Double, 41, "", "", "42:3 MeshData.Vertex[0].U0 [unknown-label]\n"},
+    {"FieldsSwapped", kCube, Do::Swap, 10, "", "",
+     "10:3 MeshData.Material[0].SelfIlluminationTextureFileName [out-of-order]\n"},
+    {"LineBeyondTheRecord", kCube, Do::Insert, 20, "", "\t\tShine 1",
+     "20:3 MeshData.Material[0].Shine [unknown-label]\n"},
+    {"LineWithNestedOnes", kCube, Do::Insert, 8, "", "\tExtra\r\n\t\tDeep 1\r\n\t\tDeeper 2",
+     "8:2 MeshData.Extra [unknown-label]\n"},
+    {"BlankLine", kCube, Do::Insert, 12, "", "", "12:1 MeshData.Material[0] [unknown-label]\n"},
+    {"IndentedTooFar", kCube, Do::Replace, 5, "\t", "\t\t\t", ""},
+
+    // Lists
+    {"CountMissing", kCube, Do::Drop, 35, "", "", "35:2 MeshData.NumVertices [missing-field]\n"},
+    {"CountOfEqualElementsMissing", kCube, Do::Drop, 318, "", "",
+     "318:2 MeshData.NumCachedVertexIndicesInDirection:DOWN [missing-field]\n"},
+    {"CountTooSmall", kCube, Do::Replace, 20, "2", "1", "28:2 MeshData.Point [unknown-label]\n"},
+    {"CountTooLarge", kCube, Do::Replace, 20, "2", "4", "35:2 MeshData.Point[2] [missing-field]\n"},
+    {"CountNegative", kCube, Do::Replace, 20, "2", "-2", "20:12 MeshData.NumPoints [bad-count]\n"},
+    {"CountBeyondTheFile", kCube, Do::Replace, 35, "24", "2000000000", "35:14 MeshData.NumVertices [bad-count]\n"},
+    {"CountBeyondTheSlots", kBlast, Do::Replace, 43, "2", "3",
+     "43:15 ParticleSimulation.EmitterContents[0].numTextures [bad-count]\n"},
+    {"CountIsNoNumber", kCube, Do::Replace, 20, "2", "two", "20:12 MeshData.NumPoints [bad-value]\n"},
+    {"ElementNamedByItsCount", kCube, Do::Replace, 319, "4", "x",
+     "319:8 MeshData.NumCachedVertexIndicesInDirection:DOWN[0] [bad-value]\n"},
+    {"TypeWordDropped", kBlast, Do::Drop, 6, "", "", "6:2 ParticleSimulation.EmitterType[0] [missing-field]\n"},
+    {"TypeWordUnknown", kBlast, Do::Replace, 6, "Point", "Cone",
+     "6:14 ParticleSimulation.EmitterType[0] [unknown-word]\n"},
+    {"TypeWordWithoutClass", kBlast, Do::Replace, 6, "Point", "MeshSurface",
+     "6:14 ParticleSimulation.EmitterType[0] [unknown-word]\n"},
+    {"ContentWordMisspelt", kPanels, Do::Replace, 11, "Margins", "Margin", "11:10 brush[1].content [unknown-word]\n"},
+
+    // Values
+    {"NumberWithATail", kCube, Do::Replace, 5, "0.866025", "0.866025x", "5:25 MeshData.BoundingRadius [bad-value]\n"},
+    {"FractionOfAnInteger", kCube, Do::Replace, 3, "0", "0.5", "3:22 MeshData.maxDiffuseMipLevel [bad-value]\n"},
+    {"IntegerTooLarge", kCube, Do::Replace, 3, "0", "2147483648", "3:21 MeshData.maxDiffuseMipLevel [bad-value]\n"},
+    {"FloatTooLarge", kCube, Do::Replace, 5, "0.866025", "1e39", "5:17 MeshData.BoundingRadius [bad-value]\n"},
+    {"BoolInALongerWord", kCube, Do::Replace, 4, "TRUE", "xTRUEx", "4:19 MeshData.hasValidTangents [bad-value]\n"},
+    {"ColourOfNineDigits", kCube, Do::Replace, 16, "ff404040", "1ff404040",
+     "16:11 MeshData.Material[0].Ambient [bad-value]\n"},
+    {"ClosingBracketLost", kCube, Do::Replace, 6, " ]", "", "6:49 MeshData.MaxBoundingExtents [bad-value]\n"},
+    {"MatrixRowSpoilt", kCube, Do::Replace, 26, "-1.0", "-1,0", "26:27 MeshData.Point[0].Orientation [bad-value]\n"},
+    {"MatrixRowDropped", kCube, Do::Drop, 26, "", "", "27:2 MeshData.Point[0].Orientation [bad-value]\n"},
+    {"TailOfALabelLine", kCube, Do::Replace, 9, "Material", "Material 1", "9:11 MeshData.Material[0] [bad-value]\n"},
+    {"AnchorOutOfRange", kBlast, Do::Replace, 39, "4", "9",
+     "39:19 ParticleSimulation.EmitterContents[0].BillboardAnchor [bad-value]\n"},
+    {"OpeningQuoteLost", kCube, Do::Replace, 22, "\"Hook", "Hook", "22:14 MeshData.Point[0].DataString [bad-string]\n"},
+    {"ClosingQuoteLost", kCube, Do::Replace, 22, "Top\"", "Top", "22:14 MeshData.Point[0].DataString [bad-string]\n"},
+    {"BehindTheQuote", kCube, Do::Replace, 22, "Top\"", "Top\" x", "22:25 MeshData.Point[0].DataString [bad-value]\n"},
+    {"BytesThatAreNoText", kCube, Do::Replace, 22, "Hook", "\xC3\xA9\xFF", "22:16 [bad-text]\n"},
+    {"BitsAreRead", kCube, Do::Replace, 5, "0.866025", "0.87 Bits=1063105495", ""},
+
+    // The end
+    {"CutBehindALine", kCube, Do::Cut, 40, "", "", "41:1 MeshData.Vertex[0].U0 [missing-field]\n"},
+    {"CutToTheHeader", kBlast, Do::Cut, 1, "", "", "2:1 ParticleSimulation [missing-field]\n"},
+};
+
+std::vector<std::string> LinesOf(const std::string& text) {
+    std::vector<std::string> lines;
+    for (std::size_t start = 0; start < text.size();) {
+        const std::size_t end = text.find("\r\n", start);
+        lines.push_back(text.substr(start, end - start));
+        start = end + 2;
+    }
+    return lines;
+}
+
+std::string Apply(const Edit& edit) {
+    std::vector<std::string> lines = LinesOf(ReadExample(edit.m_Example));
+    const auto line = lines.begin() + static_cast<std::ptrdiff_t>(edit.m_Line) - 1;
+    switch (edit.m_Do) {
+    case Do::Replace:
+        line->replace(line->rfind(edit.m_Old), std::string(edit.m_Old).size(), edit.m_New);
+        break;
+    case Do::Drop:
+        lines.erase(line);
+        break;
+    case Do::Double:
+        lines.insert(line, *line);
+        break;
+    case Do::Swap:
+        std::swap(*line, *(line + 1));
+        break;
+    case Do::Insert:
+        lines.insert(line, edit.m_New);
+        break;
+    case Do::Cut:
+        lines.erase(line + 1, lines.end());
+        break;
+    }
+    std::string text;
+    for (const std::string& each : lines)
+        text += each + "\r\n";
+    return text;
+}
+
+// One mistake, one diagnostic, at its place.
+TEST(TextEdits, EachIsFoundOnce) {
+    for (const Edit& edit : kEdits)
+        EXPECT_EQ(FindingsOf(LoadNamed(Apply(edit), edit.m_Example)), edit.m_Findings) << edit.m_Name;
+}
+
+// Whatever line a file is cut behind, what is missing is told once; and what stands in front of it can be read.
+TEST(TextEdits, CutAnywhereIsFoundOnce) {
+    for (const char* example : {kCube, kBlast, kPanels, kHull}) {
+        const std::size_t lineCount = LinesOf(ReadExample(example)).size();
+        for (std::size_t line = 1; line < lineCount; ++line) {
+            const LoadedFile file = LoadNamed(Apply({"", example, Do::Cut, line, "", "", ""}), example);
+            EXPECT_EQ(file.m_Log.GetAll().size(), 1u) << example << " cut behind line " << line << "\n"
+                                                      << FindingsOf(file);
+        }
+    }
+}
+
+// Fields are looked for by their label, so that one misspelt line costs one value.
+TEST(TextEdits, OtherFieldsKeepTheirValues) {
+    const Edit edit = {"", kCube, Do::Replace, 35, "NumVertices", "NumVertex", ""};
+    const LoadedFile file = LoadNamed(Apply(edit), kCube);
+    ASSERT_NE(file.m_Readable, nullptr);
+    const MeshData& mesh = static_cast<const MeshObject&>(*file.m_Readable).m_Data;
+    EXPECT_EQ(mesh.m_Vertices.GetSize(), 24);
+    EXPECT_EQ(mesh.m_Triangles.GetSize(), 12);
+    EXPECT_EQ(mesh.m_Triangles[11].m_iVertex2, 22);
+}
+
+} // namespace
+} // namespace Corvid
