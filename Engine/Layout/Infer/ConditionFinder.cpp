@@ -1,0 +1,381 @@
+#include "Engine/Layout/Infer/ConditionFinder.h"
+
+#include <algorithm>
+#include <cmath>
+#include <set>
+#include <string_view>
+
+#include "Engine/Layout/Infer/FieldOrder.h"
+
+namespace Corvid {
+
+namespace {
+
+constexpr std::size_t kMostWords = 64;       // that an enumeration has
+constexpr std::size_t kManyWords = 12;       // of which most stand once only: names, no enumeration
+constexpr std::size_t kMostAlternatives = 8; // that a mark lists
+constexpr double kCertainBits = 14.0;        // of chance against it: a single condition is no accident
+
+using Presence = std::vector<bool>; // by instance
+
+// An earlier value that a condition can stand on, seen from the instances of one record.
+struct Candidate {
+    RecordDraft* m_Record;
+    std::uint32_t m_Field;
+    bool m_IsBool;
+    std::vector<std::int32_t> m_Values; // 0 and 1, or the index of the word; -1: not there
+};
+
+struct Explanation {
+    DraftCondition m_Condition;
+    std::vector<DraftWhen> m_Around; // the conditions that hold wherever it is asked
+    bool m_IsBool = false;
+    std::size_t m_Words = 0;
+    bool m_IsWeak = false; // most of its words stand once only
+    std::size_t m_Asked = 0;
+    std::uint32_t m_Samples[2] = {0, 0}; // without the field, and with it
+    bool m_IsUncertain = false;
+
+    bool IsThin() const { return m_Samples[0] < 2 || m_Samples[1] < 2; }
+};
+
+bool IsIdentifier(std::u16string_view word) {
+    const auto isLetter = [](char16_t unit) {
+        return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z') || unit == u'_';
+    };
+    return !word.empty() && isLetter(word.front()) && std::all_of(word.begin(), word.end(), [&](char16_t unit) {
+        return isLetter(unit) || (unit >= u'0' && unit <= u'9');
+    });
+}
+
+bool CanDecide(const DraftField& field) {
+    if (field.m_Shape != DraftShape::Value)
+        return false;
+    if (field.m_Kinds.Has(LayoutKind::Bool))
+        return field.m_WasSeen[0] && field.m_WasSeen[1];
+    return field.m_Kinds.Has(LayoutKind::String) && field.m_Words.size() >= 2 && field.m_Words.size() <= kMostWords &&
+           std::all_of(field.m_Words.begin(), field.m_Words.end(), IsIdentifier);
+}
+
+// How unlikely it is that a value agrees by chance with a field that stands in `present` of `all` instances.
+double BitsOfChance(std::size_t present, std::size_t all) {
+    const auto choices = [](std::size_t n) { return std::lgamma(static_cast<double>(n) + 1.0); };
+    return (choices(all) - choices(present) - choices(all - present)) / std::log(2.0);
+}
+
+Presence PresenceOf(const DraftField& field) {
+    Presence presence(field.m_Tokens.size());
+    for (std::size_t i = 0; i < presence.size(); ++i)
+        presence[i] = field.m_Tokens[i] != kNone;
+    return presence;
+}
+
+class Finder {
+public:
+    explicit Finder(std::span<const SampleTree* const> trees) : m_Trees(trees) {}
+
+    void Visit(RecordDraft& record);
+
+private:
+    std::vector<Candidate> FindCandidates(RecordDraft& record) const;
+    std::vector<const Candidate*> VisibleTo(const RecordDraft& record, std::uint32_t field,
+                                            const std::vector<Candidate>& candidates) const;
+    bool Explain(const Candidate& candidate, const RecordDraft& record, const Presence& asked, const Presence& present,
+                 Explanation& explanation) const;
+    void Explain(RecordDraft& record, std::uint32_t field, const std::vector<Candidate>& candidates);
+    std::vector<Explanation> ExplainByTwo(const RecordDraft& record, const Presence& present,
+                                          const std::vector<const Candidate*>& candidates) const;
+    static void Decide(RecordDraft& record, std::uint32_t index, std::vector<Explanation> explanations);
+
+    std::span<const SampleTree* const> m_Trees;
+};
+
+std::vector<Candidate> Finder::FindCandidates(RecordDraft& record) const {
+    std::vector<Candidate> candidates;
+    std::vector<std::uint32_t> instanceOf(record.m_Instances.size()); // of the record that is looked into
+    for (std::uint32_t i = 0; i < instanceOf.size(); ++i)
+        instanceOf[i] = i;
+    auto end = static_cast<std::uint32_t>(record.m_Fields.size());
+    for (RecordDraft* around = &record; around != nullptr; around = around->m_Outer) {
+        for (std::uint32_t index = end; index-- > 0;) {
+            const DraftField& field = around->m_Fields[index];
+            if (!CanDecide(field))
+                continue;
+            Candidate& candidate = candidates.emplace_back();
+            candidate.m_Record = around;
+            candidate.m_Field = index;
+            candidate.m_IsBool = field.m_Kinds.Has(LayoutKind::Bool);
+            for (const std::uint32_t i : instanceOf) {
+                if (field.m_Tokens[i] == kNone) {
+                    candidate.m_Values.push_back(-1);
+                    continue;
+                }
+                const DraftInstance& instance = around->m_Instances[i];
+                const std::string_view value =
+                    (*m_Trees[instance.m_Sample])[instance.m_Tokens[field.m_Tokens[i]].m_Line].m_Value;
+                if (candidate.m_IsBool) {
+                    candidate.m_Values.push_back(value == "TRUE" ? 1 : 0);
+                } else {
+                    const auto word =
+                        std::lower_bound(field.m_Words.begin(), field.m_Words.end(), ReadStringText(value));
+                    candidate.m_Values.push_back(static_cast<std::int32_t>(word - field.m_Words.begin()));
+                }
+            }
+        }
+        for (std::uint32_t& i : instanceOf)
+            i = around->m_Instances[i].m_Parent;
+        end = around->m_OuterField;
+    }
+    return candidates;
+}
+
+// A label means the nearest earlier value that has it.
+std::vector<const Candidate*> Finder::VisibleTo(const RecordDraft& record, std::uint32_t field,
+                                                const std::vector<Candidate>& candidates) const {
+    std::vector<const Candidate*> visible;
+    std::set<std::string_view> nearer;
+    std::uint32_t end = field;
+    for (const RecordDraft* around = &record; around != nullptr; around = around->m_Outer) {
+        for (std::uint32_t index = end; index-- > 0;) {
+            const DraftField& earlier = around->m_Fields[index];
+            if (earlier.m_Shape == DraftShape::Record || !nearer.insert(earlier.m_Label).second)
+                continue;
+            const auto found = std::find_if(candidates.begin(), candidates.end(), [&](const Candidate& candidate) {
+                return candidate.m_Record == around && candidate.m_Field == index;
+            });
+            if (found != candidates.end())
+                visible.push_back(&*found);
+        }
+        end = around->m_OuterField;
+        if (around->m_Outer != nullptr && around->m_Outer->m_Fields[end].m_Shape == DraftShape::List)
+            nearer.insert(around->m_Outer->m_Fields[end].m_Label);
+    }
+    return visible;
+}
+
+bool Finder::Explain(const Candidate& candidate, const RecordDraft& record, const Presence& asked,
+                     const Presence& present, Explanation& explanation) const {
+    const DraftField& field = candidate.m_Record->m_Fields[candidate.m_Field];
+    std::vector<std::int8_t> sides(candidate.m_IsBool ? 2 : field.m_Words.size(), -1);
+    std::size_t askedCount = 0;
+    std::set<std::uint32_t> samples[2];
+    for (std::size_t i = 0; i < asked.size(); ++i) {
+        if (!asked[i])
+            continue;
+        ++askedCount;
+        if (candidate.m_Values[i] < 0)
+            return false;
+        std::int8_t& side = sides[static_cast<std::size_t>(candidate.m_Values[i])];
+        const std::int8_t here = present[i] ? 1 : 0;
+        if (side != -1 && side != here)
+            return false;
+        side = here;
+        if (samples[here].size() < 2)
+            samples[here].insert(record.m_Instances[i].m_Sample);
+    }
+    explanation.m_Condition = {candidate.m_Record, candidate.m_Field, {}, false};
+    explanation.m_IsBool = candidate.m_IsBool;
+    explanation.m_Asked = askedCount;
+    for (const int side : {0, 1})
+        explanation.m_Samples[side] = static_cast<std::uint32_t>(samples[side].size());
+    if (candidate.m_IsBool) {
+        explanation.m_Condition.m_IsNegated = sides[0] == 1;
+        return true;
+    }
+    for (std::size_t word = 0; word < sides.size(); ++word) {
+        explanation.m_Words += sides[word] != -1 ? 1u : 0u;
+        if (sides[word] == 1)
+            explanation.m_Condition.m_Words.push_back(field.m_Words[word]);
+    }
+    explanation.m_IsWeak = 2 * explanation.m_Words > askedCount;
+    // Names that differ everywhere agree with anything.
+    return !(explanation.m_IsWeak && explanation.m_Words > kManyWords);
+}
+
+// One condition within another, where no single one will do.
+std::vector<Explanation> Finder::ExplainByTwo(const RecordDraft& record, const Presence& present,
+                                              const std::vector<const Candidate*>& candidates) const {
+    for (const Candidate* first : candidates) {
+        if (std::find(first->m_Values.begin(), first->m_Values.end(), -1) != first->m_Values.end())
+            continue;
+        const DraftField& field = first->m_Record->m_Fields[first->m_Field];
+        std::vector<bool> isSide(first->m_IsBool ? 2 : field.m_Words.size(), false);
+        for (std::size_t i = 0; i < present.size(); ++i) {
+            if (present[i])
+                isSide[static_cast<std::size_t>(first->m_Values[i])] = true;
+        }
+        Presence asked(present.size());
+        for (std::size_t i = 0; i < asked.size(); ++i)
+            asked[i] = isSide[static_cast<std::size_t>(first->m_Values[i])];
+        if (asked == present || std::all_of(asked.begin(), asked.end(), [](bool isAsked) { return isAsked; }))
+            continue;
+        for (const Candidate* second : candidates) {
+            Explanation explanation;
+            if (second == first || !Explain(*second, record, asked, present, explanation) || explanation.m_IsWeak)
+                continue;
+            DraftWhen around;
+            around.m_Condition = {first->m_Record, first->m_Field, {}, false};
+            around.m_IsUncertain = true;
+            if (first->m_IsBool) {
+                around.m_Condition.m_IsNegated = isSide[0];
+            } else {
+                for (std::size_t word = 0; word < isSide.size(); ++word) {
+                    if (isSide[word])
+                        around.m_Condition.m_Words.push_back(field.m_Words[word]);
+                }
+                first->m_Record->m_Fields[first->m_Field].m_IsWord = true;
+            }
+            explanation.m_Around.push_back(std::move(around));
+            explanation.m_IsUncertain = true; // two conditions explain too much to be certain
+            return {explanation};
+        }
+    }
+    return {};
+}
+
+void Finder::Explain(RecordDraft& record, std::uint32_t index, const std::vector<Candidate>& candidates) {
+    DraftField& field = record.m_Fields[index];
+    const Presence present = PresenceOf(field);
+    const std::vector<const Candidate*> visible = VisibleTo(record, index, candidates);
+
+    std::vector<Explanation> explanations;
+    const auto explainWithin = [&](const Presence& asked, const std::vector<DraftWhen>& around) {
+        for (const Candidate* candidate : visible) {
+            Explanation explanation;
+            if (!Explain(*candidate, record, asked, present, explanation))
+                continue;
+            const bool isKnown = std::any_of(explanations.begin(), explanations.end(), [&](const Explanation& earlier) {
+                return earlier.m_Condition.m_Record == explanation.m_Condition.m_Record &&
+                       earlier.m_Condition.m_Field == explanation.m_Condition.m_Field;
+            });
+            if (isKnown)
+                continue;
+            explanation.m_Around = around;
+            explanations.push_back(std::move(explanation));
+        }
+    };
+    explainWithin(Presence(present.size(), true), {});
+
+    // Within the conditions of earlier fields, unless a single one is too good to be chance.
+    if (explanations.empty() || BitsOfChance(field.m_PresentCount, present.size()) < kCertainBits) {
+        std::vector<Presence> asked;
+        for (std::uint32_t earlier = 0; earlier < index; ++earlier) {
+            const DraftField& around = record.m_Fields[earlier];
+            if (!around.IsOptional() || around.m_Whens.empty() || around.m_PresentCount <= field.m_PresentCount ||
+                std::any_of(around.m_Whens.begin(), around.m_Whens.end(),
+                            [](const DraftWhen& when) { return when.IsUnknown(); }))
+                continue;
+            Presence presence = PresenceOf(around);
+            bool isWithin = true;
+            for (std::size_t i = 0; i < presence.size() && isWithin; ++i)
+                isWithin = presence[i] || !present[i];
+            if (!isWithin || std::find(asked.begin(), asked.end(), presence) != asked.end())
+                continue;
+            explainWithin(presence, around.m_Whens);
+            asked.push_back(std::move(presence));
+        }
+    }
+    if (explanations.empty())
+        explanations = ExplainByTwo(record, present, visible);
+    Decide(record, index, std::move(explanations));
+}
+
+void Finder::Decide(RecordDraft& record, std::uint32_t index, std::vector<Explanation> explanations) {
+    DraftField& field = record.m_Fields[index];
+    // Bools, then words of which each stands often, then the nearest: they are in that order already.
+    const auto rankOf = [](const Explanation& explanation) {
+        return std::pair(explanation.m_IsWeak ? 2 : explanation.m_IsBool ? 0 : 1, explanation.m_Around.size());
+    };
+    std::stable_sort(explanations.begin(), explanations.end(),
+                     [&](const Explanation& left, const Explanation& right) { return rankOf(left) < rankOf(right); });
+    // Names that hardly repeat would explain anything.
+    if (explanations.empty() ||
+        (explanations[0].m_IsWeak && 4 * explanations[0].m_Words > 3 * explanations[0].m_Asked)) {
+        field.m_Whens.assign(1, DraftWhen{});
+        std::uint32_t alike = 0; // fields that are there together share it
+        while (PresenceOf(record.m_Fields[alike]) != PresenceOf(field))
+            ++alike;
+        field.m_Whens[0].m_Presence = alike;
+        return;
+    }
+    Explanation& best = explanations.front();
+    DraftWhen when;
+    when.m_Condition = best.m_Condition;
+    std::copy_n(best.m_Samples, 2, when.m_Samples);
+    const bool isListed = explanations.size() <= kMostAlternatives + 1 &&
+                          std::none_of(explanations.begin(), explanations.end(), [](const Explanation& rival) {
+                              return rival.m_IsWeak || rival.IsThin() || rival.m_IsUncertain;
+                          });
+    when.m_IsUncertain = !isListed && (explanations.size() > 1 || best.m_IsWeak || best.m_IsUncertain);
+    for (std::size_t i = 1; i < explanations.size() && isListed; ++i)
+        when.m_Alternatives.push_back(explanations[i].m_Condition);
+    const auto becomeWord = [](const DraftCondition& condition) {
+        if (!condition.m_Words.empty())
+            condition.m_Record->m_Fields[condition.m_Field].m_IsWord = true;
+    };
+    becomeWord(when.m_Condition);
+    std::for_each(when.m_Alternatives.begin(), when.m_Alternatives.end(), becomeWord);
+    field.m_Whens = std::move(best.m_Around);
+    field.m_Whens.push_back(std::move(when));
+}
+
+bool ExcludeEachOther(const DraftField& left, const DraftField& right) {
+    for (const DraftWhen& a : left.m_Whens) {
+        for (const DraftWhen& b : right.m_Whens) {
+            if (a.IsUnknown() || a.m_Condition.m_Record != b.m_Condition.m_Record ||
+                a.m_Condition.m_Field != b.m_Condition.m_Field)
+                continue;
+            if (a.m_Condition.m_Words.empty() && a.m_Condition.m_IsNegated != b.m_Condition.m_IsNegated)
+                return true;
+            const auto isIn = [&](const std::u16string& word) {
+                return std::find(b.m_Condition.m_Words.begin(), b.m_Condition.m_Words.end(), word) !=
+                       b.m_Condition.m_Words.end();
+            };
+            if (!a.m_Condition.m_Words.empty() &&
+                std::none_of(a.m_Condition.m_Words.begin(), a.m_Condition.m_Words.end(), isIn))
+                return true;
+        }
+    }
+    return false;
+}
+
+// Where nothing shows which of two fields comes first, a file that has both cannot be trusted.
+void MarkUnordered(RecordDraft& record) {
+    for (const auto& [first, second] : FindUnorderedFields(record)) {
+        DraftField& left = record.m_Fields[first];
+        DraftField& right = record.m_Fields[second];
+        if (ExcludeEachOther(left, right))
+            continue;
+        for (DraftField* field : {&left, &right}) {
+            if (field->m_Whens.empty())
+                continue;
+            field->m_Whens.back().m_IsUncertain = true;
+            field->m_Whens.back().m_Alternatives.clear();
+        }
+    }
+}
+
+void Finder::Visit(RecordDraft& record) {
+    const bool hasOptional = std::any_of(record.m_Fields.begin(), record.m_Fields.end(),
+                                         [](const DraftField& field) { return field.IsOptional(); });
+    if (hasOptional) {
+        const std::vector<Candidate> candidates = FindCandidates(record);
+        for (std::uint32_t index = 0; index < record.m_Fields.size(); ++index) {
+            if (record.m_Fields[index].IsOptional())
+                Explain(record, index, candidates);
+        }
+        MarkUnordered(record);
+    }
+    for (DraftField& field : record.m_Fields) {
+        if (field.m_Inner != nullptr)
+            Visit(*field.m_Inner);
+    }
+}
+
+} // namespace
+
+void FindConditions(RecordDraft& draft, std::span<const SampleTree* const> trees) {
+    Finder(trees).Visit(draft);
+}
+
+} // namespace Corvid

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <span>
+
+#include "Engine/Layout/Infer/RecordDraft.h"
+
+namespace Corvid {
+
+// Says of every field that is not in all instances of its record when it is there: the earlier values, of its record or
+// of one around it, that determine it in every sample. Bools come before words, near ones before far ones. A condition
+// is doubtful when there is a rival, or when fewer than two samples show one of its sides. Strings on which conditions
+// stand become words.
+void FindConditions(RecordDraft& draft, std::span<const SampleTree* const> trees);
+
+} // namespace Corvid

@@ -1,0 +1,206 @@
+#include "Engine/Layout/Infer/DraftBuilder.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <utility>
+
+#include "Engine/Layout/Infer/FieldOrder.h"
+#include "Engine/Layout/Infer/ListFolding.h"
+
+namespace Corvid {
+
+namespace {
+
+constexpr std::size_t kMostFields = 10'000;           // of a layout
+constexpr std::size_t kMostTokens = 64 * 1024 * 1024; // fields times instances of one record
+constexpr std::size_t kMostWords = 64;                // of an enumeration
+constexpr std::size_t kMostNumbers = 16;              // that are remembered of an integer
+
+template <class Value> void Remember(std::vector<Value>& values, const Value& value, std::size_t most) {
+    const auto place = std::lower_bound(values.begin(), values.end(), value);
+    if ((place == values.end() || *place != value) && values.size() <= most)
+        values.insert(place, value);
+}
+
+class Builder {
+public:
+    explicit Builder(std::span<const SampleTree* const> trees) : m_Trees(trees) {}
+
+    std::optional<SampleConflict> Build(RecordDraft& record);
+
+private:
+    const SampleLine& LineOf(const DraftInstance& instance, const SampleToken& token) const {
+        return (*m_Trees[instance.m_Sample])[token.m_Line];
+    }
+    KindSet KindsOfRows(const SampleTree& tree, std::uint32_t line) const;
+    std::optional<SampleConflict> ReadField(RecordDraft& record, std::uint32_t index);
+    void ReadValue(DraftField& field, const SampleLine& line) const;
+    std::optional<SampleConflict> EnterField(RecordDraft& record, std::uint32_t index);
+
+    std::span<const SampleTree* const> m_Trees;
+    std::size_t m_FieldCount = 0;
+};
+
+// Of the lines below a label without a value: rows make it a matrix.
+KindSet Builder::KindsOfRows(const SampleTree& tree, std::uint32_t line) const {
+    std::uint32_t rows = 0;
+    KindSet kinds{LayoutKind::Vector3, LayoutKind::Vector4};
+    for (std::uint32_t row = line + 1; row < tree[line].m_End; row = tree[row].m_End, ++rows) {
+        if (!tree[row].m_Label.empty())
+            return {};
+        kinds &= KindsOfValue(tree[row].m_Value);
+    }
+    if (rows == 3 && kinds.Has(LayoutKind::Vector3))
+        return {LayoutKind::Matrix33};
+    return rows == 4 && kinds.Has(LayoutKind::Vector4) ? KindSet{LayoutKind::Matrix44} : KindSet{};
+}
+
+void Builder::ReadValue(DraftField& field, const SampleLine& line) const {
+    if (field.m_Kinds.Has(LayoutKind::Bool))
+        field.m_WasSeen[line.m_Value == "TRUE" ? 1 : 0] = true;
+    if (field.m_Kinds.Has(LayoutKind::String))
+        Remember(field.m_Words, ReadStringText(line.m_Value), kMostWords);
+    if (const auto number = ReadIntText(line.m_Value))
+        Remember(field.m_Numbers, *number, kMostNumbers);
+    if (!(field.m_Kinds & kNumberKinds).IsEmpty())
+        field.m_Largest = std::max(field.m_Largest, std::abs(std::strtod(std::string(line.m_Value).c_str(), nullptr)));
+}
+
+std::optional<SampleConflict> Builder::ReadField(RecordDraft& record, std::uint32_t index) {
+    DraftField& field = record.m_Fields[index];
+    bool isFirst = true;
+    SamplePlace firstPlace;
+    for (std::uint32_t i = 0; i < record.m_Instances.size(); ++i) {
+        if (field.m_Tokens[i] == kNone)
+            continue;
+        const DraftInstance& instance = record.m_Instances[i];
+        const SampleToken& token = instance.m_Tokens[field.m_Tokens[i]];
+        const SampleTree& tree = *m_Trees[instance.m_Sample];
+        const SampleLine& line = tree[token.m_Line];
+        const SamplePlace place{instance.m_Sample, token.m_Line};
+
+        DraftShape shape = token.m_ElementSize != 0 ? DraftShape::List : DraftShape::Value;
+        KindSet kinds{LayoutKind::Count};
+        if (shape == DraftShape::Value && line.m_Value.empty()) {
+            kinds = KindsOfRows(tree, token.m_Line);
+            if (kinds.IsEmpty()) {
+                shape = DraftShape::Record;
+                kinds = {LayoutKind::Record};
+            }
+        } else if (shape == DraftShape::Value) {
+            kinds = KindsOfValue(line.m_Value);
+        }
+        if (shape == DraftShape::Value && kinds.IsEmpty())
+            return SampleConflict{"'" + field.m_Label + "' has no value of any kind", place, place};
+        if (isFirst) {
+            field.m_Shape = shape;
+            field.m_Kinds = kinds;
+            firstPlace = place;
+        }
+        field.m_Kinds &= kinds;
+        if (field.m_Shape != shape || field.m_Kinds.IsEmpty())
+            return SampleConflict{"'" + field.m_Label + "' has a value of another kind here than there", place,
+                                  firstPlace};
+        isFirst = false;
+        if (shape == DraftShape::List) {
+            if (const auto number = ReadIntText(line.m_Value))
+                Remember(field.m_Numbers, *number, kMostNumbers);
+        } else if (shape == DraftShape::Value) {
+            ReadValue(field, line);
+        }
+    }
+    return std::nullopt;
+}
+
+// Gathers the records, or the elements, that stand under one field.
+std::optional<SampleConflict> Builder::EnterField(RecordDraft& record, std::uint32_t index) {
+    DraftField& field = record.m_Fields[index];
+    field.m_Inner = std::make_unique<RecordDraft>();
+    RecordDraft& inner = *field.m_Inner;
+    inner.m_Outer = &record;
+    inner.m_OuterField = index;
+    for (std::uint32_t i = 0; i < record.m_Instances.size(); ++i) {
+        if (field.m_Tokens[i] == kNone)
+            continue;
+        DraftInstance& instance = record.m_Instances[i];
+        SampleToken& token = instance.m_Tokens[field.m_Tokens[i]];
+        const SampleTree& tree = *m_Trees[instance.m_Sample];
+        if (field.m_Shape == DraftShape::Record) {
+            DraftInstance& added = inner.m_Instances.emplace_back();
+            added.m_Sample = instance.m_Sample;
+            added.m_Parent = i;
+            for (std::uint32_t line = token.m_Line + 1; line < tree[token.m_Line].m_End; line = tree[line].m_End) {
+                if (tree[line].m_Label.empty())
+                    return SampleConflict{"a row in brackets, but no matrix of three or four rows",
+                                          {instance.m_Sample, line},
+                                          {instance.m_Sample, line}};
+                added.m_Tokens.push_back({line, 0, {}});
+            }
+            continue;
+        }
+        for (std::size_t first = 0; first < token.m_Elements.size(); first += token.m_ElementSize) {
+            DraftInstance& added = inner.m_Instances.emplace_back();
+            added.m_Sample = instance.m_Sample;
+            added.m_Parent = i;
+            const auto begin = token.m_Elements.begin() + static_cast<std::ptrdiff_t>(first);
+            added.m_Tokens.assign(std::make_move_iterator(begin), std::make_move_iterator(begin + token.m_ElementSize));
+        }
+    }
+    return Build(inner);
+}
+
+std::optional<SampleConflict> Builder::Build(RecordDraft& record) {
+    const std::vector<std::string> unproven = FoldLists(record.m_Instances, m_Trees);
+    if (auto conflict = OrderFields(record, m_Trees))
+        return conflict;
+    m_FieldCount += record.m_Fields.size();
+    if (m_FieldCount > kMostFields || record.m_Fields.size() * record.m_Instances.size() > kMostTokens)
+        return SampleConflict{"the samples have more fields than a layout can hold", {}, {}};
+    for (std::uint32_t index = 0; index < record.m_Fields.size(); ++index) {
+        DraftField& field = record.m_Fields[index];
+        if (auto conflict = ReadField(record, index))
+            return conflict;
+        if (field.m_Shape == DraftShape::List)
+            field.m_IsUnproven = std::find(unproven.begin(), unproven.end(), field.m_Label) != unproven.end();
+        if (field.m_Shape != DraftShape::Value) {
+            if (auto conflict = EnterField(record, index))
+                return conflict;
+        }
+    }
+    return std::nullopt;
+}
+
+// Digits alone are no decimals: writers give these a point.
+void DropUnlikelyKinds(RecordDraft& record) {
+    for (DraftField& field : record.m_Fields) {
+        if (field.m_Kinds.Has(LayoutKind::Int64)) {
+            field.m_Kinds.Remove(LayoutKind::Float);
+            field.m_Kinds.Remove(LayoutKind::Double);
+        }
+        if (field.m_Inner != nullptr)
+            DropUnlikelyKinds(*field.m_Inner);
+    }
+}
+
+} // namespace
+
+std::optional<SampleConflict> BuildDraft(std::span<const SampleTree* const> trees, RecordDraft& draft) {
+    for (std::uint32_t sample = 0; sample < trees.size(); ++sample) {
+        DraftInstance& instance = draft.m_Instances.emplace_back();
+        instance.m_Sample = sample;
+        const SampleTree& tree = *trees[sample];
+        for (std::uint32_t line = tree[1].m_End; line < tree.GetSize(); line = tree[line].m_End) {
+            if (tree[line].m_Label.empty())
+                return SampleConflict{
+                    "a row in brackets, but no matrix of three or four rows", {sample, line}, {sample, line}};
+            instance.m_Tokens.push_back({line, 0, {}});
+        }
+    }
+    if (auto conflict = Builder(trees).Build(draft))
+        return conflict;
+    DropUnlikelyKinds(draft);
+    return std::nullopt;
+}
+
+} // namespace Corvid

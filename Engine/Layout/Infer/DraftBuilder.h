@@ -1,0 +1,17 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <span>
+
+#include "Engine/Layout/Infer/InferenceFault.h"
+#include "Engine/Layout/Infer/RecordDraft.h"
+
+namespace Corvid {
+
+// Puts all text samples of one type over each other: fields, lists and nested records, and what their values allow.
+// Nothing is said of conditions yet. The first line of each, the word of the type, is no field. A conflict when no
+// layout can describe all samples.
+std::optional<SampleConflict> BuildDraft(std::span<const SampleTree* const> trees, RecordDraft& draft);
+
+} // namespace Corvid

@@ -1,0 +1,298 @@
+#include "Engine/Layout/Infer/DraftLayout.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace Corvid {
+
+namespace {
+
+// The number of fields of `record` from `first` on that are the nodes from `node` to `end` of a block; 0: they are not.
+std::uint32_t MatchBlock(const RecordDraft& record, std::uint32_t first, const Layout& block, LayoutIndex node,
+                         LayoutIndex end) {
+    std::uint32_t field = first;
+    for (; node < end; node = block[node].m_End, ++field) {
+        if (field == record.m_Fields.size())
+            return 0;
+        const DraftField& candidate = record.m_Fields[field];
+        const LayoutNode& wanted = block[node];
+        if (candidate.m_Label != wanted.m_Label || candidate.m_Whens != record.m_Fields[first].m_Whens)
+            return 0;
+        if (wanted.m_Kind == LayoutKind::Record) {
+            if (candidate.m_Shape != DraftShape::Record || candidate.m_Inner->m_Fields.empty() ||
+                MatchBlock(*candidate.m_Inner, 0, block, node + 1, wanted.m_End) != candidate.m_Inner->m_Fields.size())
+                return 0;
+            continue;
+        }
+        const LayoutKind kind = wanted.m_Kind == LayoutKind::Word ? LayoutKind::String : wanted.m_Kind;
+        if (candidate.m_Shape != DraftShape::Value || !IsValueKind(kind) || !candidate.m_Kinds.Has(kind))
+            return 0;
+        const auto isKnown = [&](const std::u16string& word) {
+            return (wanted.m_IsInvalidAWord && word == u"Invalid") ||
+                   std::find(wanted.m_Words.begin(), wanted.m_Words.end(), word) != wanted.m_Words.end();
+        };
+        if (wanted.m_Kind == LayoutKind::Word &&
+            !std::all_of(candidate.m_Words.begin(), candidate.m_Words.end(), isKnown))
+            return 0;
+    }
+    return field - first;
+}
+
+struct BlockRun {
+    const Layout* m_Block = nullptr;
+    std::uint32_t m_Size = 0;
+};
+
+BlockRun FindBlock(const RecordDraft& record, std::uint32_t first, std::span<const Layout> blocks) {
+    BlockRun longest;
+    for (const Layout& block : blocks) {
+        const std::uint32_t size = MatchBlock(record, first, block, 0, block.GetSize());
+        if (size > longest.m_Size)
+            longest = {&block, size};
+    }
+    return longest;
+}
+
+void FixKinds(RecordDraft& record, std::uint32_t first, const Layout& block, LayoutIndex node, LayoutIndex end) {
+    for (; node < end; node = block[node].m_End, ++first) {
+        DraftField& field = record.m_Fields[first];
+        field.m_IsBuiltIn = true;
+        if (block[node].m_Kind == LayoutKind::Record)
+            FixKinds(*field.m_Inner, 0, block, node + 1, block[node].m_End);
+        else if (block[node].m_Kind != LayoutKind::Word)
+            field.m_Kinds = {block[node].m_Kind};
+    }
+}
+
+class Maker {
+public:
+    Maker(std::span<const Layout> blocks, bool isAssumed) : m_Blocks(blocks), m_IsAssumed(isAssumed) {}
+
+    DraftLayout Make(RecordDraft& draft, const std::string& name) {
+        FindDeciders(draft);
+        AddRecord(draft);
+        m_Result.m_Layout = m_Builder.Finish(name, m_IsAssumed);
+        m_Result.m_Fields.resize(m_Result.m_Layout.GetSize());
+        m_Result.m_Whens.resize(m_Result.m_Layout.GetSize());
+        return std::move(m_Result);
+    }
+
+private:
+    LayoutIndex Add(LayoutKind kind, std::string_view label, DraftField* field) {
+        const LayoutIndex node = m_Builder.Add(kind, label);
+        m_Result.m_Fields.resize(node + 1);
+        m_Result.m_Fields[node] = field;
+        if (field != nullptr)
+            field->m_Node = node;
+        return node;
+    }
+
+    void FindDeciders(const RecordDraft& record);
+    bool IsDecider(const DraftField& field) const {
+        return std::find(m_Deciders.begin(), m_Deciders.end(), &field) != m_Deciders.end();
+    }
+    void AddRecord(RecordDraft& record);
+    void AddBlock(RecordDraft& record, std::uint32_t first, const Layout& block, LayoutIndex node, LayoutIndex end);
+    std::uint32_t AddField(RecordDraft& record, std::uint32_t index);
+    std::uint32_t FindLoneElement(const RecordDraft& record, std::uint32_t index) const;
+    void AddValue(DraftField& field);
+    void AddWhen(DraftWhen& when);
+    bool Translate(const DraftCondition& condition, LayoutCondition& translated) const;
+
+    std::span<const Layout> m_Blocks;
+    bool m_IsAssumed;
+    LayoutBuilder m_Builder;
+    DraftLayout m_Result;
+    std::vector<const DraftField*> m_Deciders; // on which conditions stand
+};
+
+void Maker::FindDeciders(const RecordDraft& record) {
+    for (const DraftField& field : record.m_Fields) {
+        for (const DraftWhen& when : field.m_Whens) {
+            if (!when.IsUnknown())
+                m_Deciders.push_back(&when.m_Condition.m_Record->m_Fields[when.m_Condition.m_Field]);
+            for (const DraftCondition& other : when.m_Alternatives)
+                m_Deciders.push_back(&other.m_Record->m_Fields[other.m_Field]);
+        }
+        if (field.m_Inner != nullptr)
+            FindDeciders(*field.m_Inner);
+    }
+}
+
+bool Maker::Translate(const DraftCondition& condition, LayoutCondition& translated) const {
+    const DraftField& field = condition.m_Record->m_Fields[condition.m_Field];
+    translated.m_Field = m_Builder.FindEarlier(field.m_Label);
+    translated.m_Words = condition.m_Words;
+    translated.m_IsNegated = condition.m_IsNegated;
+    return translated.m_Field == field.m_Node && field.m_Node != kNoLayoutIndex;
+}
+
+void Maker::AddWhen(DraftWhen& when) {
+    LayoutCondition condition;
+    std::vector<LayoutCondition> alternatives;
+    bool isWhole = true;
+    if (!when.IsUnknown() && !Translate(when.m_Condition, condition))
+        condition = {};
+    for (const DraftCondition& other : when.m_Alternatives)
+        isWhole = Translate(other, alternatives.emplace_back()) && isWhole;
+    const LayoutIndex index = Add(LayoutKind::When, {}, nullptr);
+    LayoutNode& node = m_Builder.GetNode(index);
+    node.m_IsDoubtful = when.IsDoubtful() || condition.m_Field == kNoLayoutIndex;
+    node.m_Condition = std::move(condition);
+    if (isWhole && !when.IsThin() && !when.m_IsUncertain && node.m_Condition.m_Field != kNoLayoutIndex)
+        node.m_Doubt.m_Alternatives = std::move(alternatives);
+    m_Result.m_Whens.resize(index + 1);
+    m_Builder.Begin();
+}
+
+void Maker::AddBlock(RecordDraft& record, std::uint32_t first, const Layout& block, LayoutIndex node, LayoutIndex end) {
+    for (; node < end; node = block[node].m_End, ++first) {
+        DraftField& field = record.m_Fields[first];
+        LayoutNode copy = block[node];
+        LayoutNode& added = m_Builder.GetNode(Add(copy.m_Kind, copy.m_Label, &field));
+        copy.m_End = added.m_End;
+        copy.m_Parent = added.m_Parent;
+        added = copy;
+        if (copy.m_Kind == LayoutKind::Record) {
+            m_Builder.Begin();
+            AddBlock(*field.m_Inner, 0, block, node + 1, block[node].m_End);
+            m_Builder.End();
+        }
+    }
+}
+
+void Maker::AddValue(DraftField& field) {
+    const LayoutKind kind = field.m_IsWord ? LayoutKind::Word : LikelyKind(field.m_Kinds);
+    LayoutNode& node = m_Builder.GetNode(Add(kind, field.m_Label, &field));
+    if (kind == LayoutKind::Word)
+        node.m_Words = field.m_Words;
+    if (field.m_IsBuiltIn)
+        return;
+    if (kind == LayoutKind::Bool) {
+        node.m_IsDoubtful = !(field.m_WasSeen[0] && field.m_WasSeen[1]);
+        if (node.m_IsDoubtful)
+            node.m_Doubt.m_SeenBools.push_back(field.m_WasSeen[1]);
+        return;
+    }
+    if (!kNumberKinds.Has(kind))
+        return;
+    node.m_IsDoubtful =
+        m_IsAssumed ? field.m_Kinds.Has(LayoutKind::Color) && !field.m_Kinds.IsOne() : !field.m_Kinds.IsOne();
+    if (kind == LayoutKind::Int && !node.m_IsDoubtful && !m_IsAssumed && field.m_Numbers.size() == 1 &&
+        field.m_Numbers[0] == 0) {
+        // Four bytes that were always 0: they may count something that nobody has seen.
+        node.m_Kind = LayoutKind::Count;
+        node.m_IsDoubtful = true;
+        node.m_Doubt.m_SeenNumbers = field.m_Numbers;
+    }
+}
+
+// Of an integer that was always 1: the field that stands right behind it, always, so that it may count that.
+std::uint32_t Maker::FindLoneElement(const RecordDraft& record, std::uint32_t index) const {
+    const DraftField& field = record.m_Fields[index];
+    if (m_IsAssumed || field.m_IsBuiltIn || field.m_Shape != DraftShape::Value || field.m_Numbers.size() != 1 ||
+        field.m_Numbers[0] != 1 || !(field.m_Kinds == KindSet{LayoutKind::Int}) ||
+        index + 1 == record.m_Fields.size() || IsDecider(field))
+        return kNone;
+    const DraftField& next = record.m_Fields[index + 1];
+    if (next.m_IsBuiltIn || next.m_Whens != field.m_Whens || IsDecider(next))
+        return kNone;
+    for (std::size_t i = 0; i < field.m_Tokens.size(); ++i) {
+        const bool isBehind =
+            field.m_Tokens[i] == kNone ? next.m_Tokens[i] == kNone : next.m_Tokens[i] == field.m_Tokens[i] + 1;
+        if (!isBehind)
+            return kNone;
+    }
+    return index + 1;
+}
+
+// Returns the index of the field behind what was added.
+std::uint32_t Maker::AddField(RecordDraft& record, std::uint32_t index) {
+    DraftField& field = record.m_Fields[index];
+    if (FindLoneElement(record, index) != kNone) {
+        LayoutNode& node = m_Builder.GetNode(Add(LayoutKind::Count, field.m_Label, &field));
+        node.m_IsDoubtful = true;
+        node.m_Doubt.m_SeenNumbers = field.m_Numbers;
+        m_Builder.Begin();
+        const std::uint32_t end = AddField(record, index + 1);
+        m_Builder.End();
+        return end;
+    }
+    if (field.m_Shape == DraftShape::Value) {
+        AddValue(field);
+        return index + 1;
+    }
+    const bool isList = field.m_Shape == DraftShape::List;
+    LayoutNode& node = m_Builder.GetNode(Add(isList ? LayoutKind::Count : LayoutKind::Record, field.m_Label, &field));
+    if (isList && field.m_IsUnproven) {
+        node.m_IsDoubtful = true;
+        node.m_Doubt.m_SeenNumbers = field.m_Numbers;
+    }
+    m_Builder.Begin();
+    AddRecord(*field.m_Inner);
+    m_Builder.End();
+    return index + 1;
+}
+
+void Maker::AddRecord(RecordDraft& record) {
+    std::vector<DraftWhen> open;
+    std::vector<LayoutIndex> openNodes;
+    std::uint32_t index = 0;
+    while (index < record.m_Fields.size()) {
+        std::vector<DraftWhen>& whens = record.m_Fields[index].m_Whens;
+        std::size_t shared = 0;
+        while (shared < open.size() && shared < whens.size() && open[shared] == whens[shared])
+            ++shared;
+        while (open.size() > shared) {
+            m_Builder.End();
+            open.pop_back();
+            openNodes.pop_back();
+        }
+        while (open.size() < whens.size()) {
+            openNodes.push_back(static_cast<LayoutIndex>(m_Result.m_Fields.size()));
+            AddWhen(whens[open.size()]);
+            open.push_back(whens[open.size()]);
+        }
+        const std::uint32_t first = index;
+        const BlockRun run = record.m_Fields[index].m_IsBuiltIn ? FindBlock(record, index, m_Blocks) : BlockRun{};
+        if (run.m_Block != nullptr) {
+            m_Builder.GetNode(Add(LayoutKind::Use, {}, nullptr)).m_Name = run.m_Block->GetName();
+            m_Builder.Begin();
+            AddBlock(record, index, *run.m_Block, 0, run.m_Block->GetSize());
+            m_Builder.End();
+            index += run.m_Size;
+        } else {
+            index = AddField(record, index);
+        }
+        for (std::uint32_t added = first; added < index; ++added) {
+            for (std::size_t level = 0; level < openNodes.size(); ++level)
+                m_Result.m_Whens[openNodes[level]].push_back(&record.m_Fields[added].m_Whens[level]);
+        }
+    }
+    while (!open.empty()) {
+        m_Builder.End();
+        open.pop_back();
+    }
+}
+
+} // namespace
+
+void FindBlocks(RecordDraft& draft, std::span<const Layout> blocks) {
+    for (std::uint32_t index = 0; index < draft.m_Fields.size();) {
+        const BlockRun run = FindBlock(draft, index, blocks);
+        if (run.m_Block != nullptr) {
+            FixKinds(draft, index, *run.m_Block, 0, run.m_Block->GetSize());
+            index += run.m_Size;
+            continue;
+        }
+        if (draft.m_Fields[index].m_Inner != nullptr)
+            FindBlocks(*draft.m_Fields[index].m_Inner, blocks);
+        ++index;
+    }
+}
+
+DraftLayout MakeLayout(RecordDraft& draft, const std::string& name, std::span<const Layout> blocks, bool isAssumed) {
+    return Maker(blocks, isAssumed).Make(draft, name);
+}
+
+} // namespace Corvid

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <optional>
+#include <span>
+
+#include "Engine/Layout/Infer/InferenceFault.h"
+#include "Engine/Layout/Infer/RecordDraft.h"
+
+namespace Corvid {
+
+// Lines up the instances of a record, whose lists are folded: makes its fields, in the one order that all instances
+// keep. A label that stands several times in a record is as many fields. A conflict when two instances contradict each
+// other.
+std::optional<SampleConflict> OrderFields(RecordDraft& record, std::span<const SampleTree* const> trees);
+
+// Pairs of fields, the first in front of the second, that never stand together, and whose order nothing shows.
+std::vector<std::pair<std::uint32_t, std::uint32_t>> FindUnorderedFields(const RecordDraft& record);
+
+} // namespace Corvid

@@ -1,0 +1,287 @@
+#include "Engine/Layout/Infer/LayoutInference.h"
+
+#include <algorithm>
+#include <map>
+#include <memory>
+#include <optional>
+
+#include "Engine/Layout/Infer/BinaryFit.h"
+#include "Engine/Layout/Infer/ConditionFinder.h"
+#include "Engine/Layout/Infer/DraftBuilder.h"
+#include "Engine/Layout/Infer/DraftLayout.h"
+#include "Engine/Layout/Infer/MarkAdvice.h"
+#include "Engine/Layout/Infer/TwinFit.h"
+#include "Engine/String/Unicode.h"
+
+namespace Corvid {
+
+namespace {
+
+constexpr std::string_view kTypeLabel = "entityType";
+constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
+constexpr int kMostRounds = 4; // of narrowing kinds by one another
+
+struct TextSample {
+    const Sample* m_Sample;
+    std::unique_ptr<SampleTree> m_Tree;
+};
+
+struct BinarySample {
+    const Sample* m_Sample;
+    std::string_view m_Values; // behind the word of the type
+};
+
+struct SamplesOfType {
+    std::vector<TextSample> m_Texts;
+    std::vector<BinarySample> m_Binaries;
+};
+
+// Makes the layout of one type, step by step.
+class TypeInference {
+public:
+    TypeInference(const SamplesOfType& samples, std::span<const Layout> blocks, InferredType& result)
+        : m_Samples(samples), m_Blocks(blocks), m_Result(result) {
+        for (const TextSample& text : samples.m_Texts)
+            m_Trees.push_back(text.m_Tree.get());
+    }
+
+    void Run();
+
+private:
+    void Report(const SampleConflict& conflict);
+    void FitTwins();
+    bool Narrow(const std::vector<std::pair<DraftField*, KindSet>>& kinds);
+    void FitOthers();
+    bool FitSideBySide(std::span<const BinarySample* const> files, bool isTakenOver);
+    void Apply(const DraftLayout& made, const FitAnswer& answer);
+
+    const SamplesOfType& m_Samples;
+    std::span<const Layout> m_Blocks;
+    InferredType& m_Result;
+    std::vector<const SampleTree*> m_Trees;
+    RecordDraft m_Draft;
+    std::vector<const BinarySample*> m_Others; // binary samples without a twin
+    bool m_HasBytes = false;
+};
+
+void TypeInference::Report(const SampleConflict& conflict) {
+    const auto placeOf = [this](const SamplePlace& place) {
+        return InferenceProblem::Place{m_Samples.m_Texts[place.m_Sample].m_Sample->m_Name,
+                                       (*m_Trees[place.m_Sample])[place.m_Line].m_Line};
+    };
+    InferenceProblem& problem = m_Result.m_Problems.emplace_back();
+    problem.m_Message = conflict.m_Message;
+    problem.m_Place = placeOf(conflict.m_First);
+    const bool isOne =
+        conflict.m_First.m_Sample == conflict.m_Second.m_Sample && conflict.m_First.m_Line == conflict.m_Second.m_Line;
+    if (!isOne)
+        problem.m_Other = placeOf(conflict.m_Second);
+}
+
+// False where no kind is left to a field.
+bool TypeInference::Narrow(const std::vector<std::pair<DraftField*, KindSet>>& kinds) {
+    for (const auto& [field, possible] : kinds) {
+        if (field->m_Shape == DraftShape::Value && (field->m_Kinds & possible).IsEmpty())
+            return false;
+    }
+    for (const auto& [field, possible] : kinds) {
+        if (field->m_Shape == DraftShape::Value)
+            field->m_Kinds &= possible;
+    }
+    return true;
+}
+
+void TypeInference::FitTwins() {
+    const std::vector<std::vector<SampleValue>> values = ListValues(m_Draft, m_Trees);
+    std::vector<std::pair<std::size_t, const BinarySample*>> twins;
+    for (const BinarySample& binary : m_Samples.m_Binaries) {
+        bool hasTwin = false;
+        for (std::size_t text = 0; text < values.size(); ++text) {
+            const auto kinds = FitTwin(values[text], binary.m_Values);
+            if (kinds.empty() && !(values[text].empty() && binary.m_Values.empty()))
+                continue;
+            hasTwin = Narrow(kinds) || hasTwin;
+            twins.emplace_back(text, &binary);
+        }
+        if (hasTwin)
+            ++m_Result.m_TwinCount;
+        else
+            m_Others.push_back(&binary);
+    }
+    m_HasBytes = !twins.empty();
+    for (int round = 1; round < kMostRounds; ++round) {
+        for (const auto& [text, binary] : twins)
+            Narrow(FitTwin(values[text], binary->m_Values));
+    }
+}
+
+void TypeInference::Apply(const DraftLayout& made, const FitAnswer& answer) {
+    for (LayoutIndex node = 0; node < made.m_Layout.GetSize(); ++node) {
+        const FitAnswer::Choice choice = answer.m_Choices[node];
+        for (DraftWhen* when : made.m_Whens[node]) {
+            if (choice.m_IsSettled && !when->m_Alternatives.empty()) {
+                if (choice.m_Choice > 0)
+                    when->m_Condition = when->m_Alternatives[static_cast<std::size_t>(choice.m_Choice - 1)];
+                when->m_Alternatives.clear();
+            }
+            for (const std::size_t side : {0u, 1u}) {
+                if (answer.m_IsCertain)
+                    when->m_Samples[side] += answer.m_Sides[side][node];
+            }
+        }
+        DraftField* const field = made.m_Fields[node];
+        if (field == nullptr || field->m_IsBuiltIn)
+            continue;
+        const LayoutKind kind = static_cast<LayoutKind>(choice.m_Choice);
+        if (choice.m_IsSettled && field->m_Shape == DraftShape::Value && field->m_Kinds.Has(kind))
+            field->m_Kinds = {kind};
+        if (!answer.m_IsCertain)
+            continue;
+        field->m_WasSeen[0] = field->m_WasSeen[0] || (answer.m_SeenBools[node] & 1) != 0;
+        field->m_WasSeen[1] = field->m_WasSeen[1] || (answer.m_SeenBools[node] & 2) != 0;
+        std::vector<std::int32_t> numbers;
+        std::set_union(field->m_Numbers.begin(), field->m_Numbers.end(), answer.m_SeenNumbers[node].begin(),
+                       answer.m_SeenNumbers[node].end(), std::back_inserter(numbers));
+        field->m_Numbers = std::move(numbers);
+        if (field->m_Shape == DraftShape::List && !field->m_Numbers.empty() && field->m_Numbers.back() >= 2)
+            field->m_IsUnproven = false;
+    }
+}
+
+// Whether there is a way to read these files; if so, and if wanted, what it shows is taken over.
+bool TypeInference::FitSideBySide(std::span<const BinarySample* const> files, bool isTakenOver) {
+    const DraftLayout made = MakeLayout(m_Draft, m_Result.m_TypeWord, m_Blocks, true);
+    FitQuestion question{made.m_Layout, {}, {}};
+    for (LayoutIndex node = 0; node < made.m_Layout.GetSize(); ++node) {
+        const DraftField* const field = made.m_Fields[node];
+        KindSet& kinds = question.m_Kinds.emplace_back();
+        NumberRange& range = question.m_Ranges.emplace_back();
+        if (field == nullptr || field->m_Shape != DraftShape::Value)
+            continue;
+        range = {field->m_Largest, field->m_PresentCount};
+        if (!field->m_IsBuiltIn && !field->m_IsWord)
+            kinds = field->m_Kinds & kNumberKinds;
+    }
+    std::vector<std::string_view> values;
+    for (const BinarySample* file : files)
+        values.push_back(file->m_Values);
+    const FitAnswer answer = FitBinaries(question, values);
+    if (answer.m_Fits && isTakenOver) {
+        Apply(made, answer);
+        m_HasBytes = true;
+    }
+    return answer.m_Fits;
+}
+
+// Binary samples without a twin, so many at a time as can be read side by side, small ones first.
+void TypeInference::FitOthers() {
+    std::stable_sort(m_Others.begin(), m_Others.end(), [](const BinarySample* left, const BinarySample* right) {
+        return left->m_Values.size() < right->m_Values.size();
+    });
+    for (std::size_t first = 0; first < m_Others.size(); first += kMostFiles) {
+        std::vector<const BinarySample*> files(
+            m_Others.begin() + static_cast<std::ptrdiff_t>(first),
+            m_Others.begin() + static_cast<std::ptrdiff_t>(std::min(first + kMostFiles, m_Others.size())));
+        if (FitSideBySide(files, true))
+            continue;
+        // One that nothing fits would hide what the others show.
+        std::erase_if(files, [this](const BinarySample* file) {
+            const bool fits = FitSideBySide({&file, 1}, false);
+            if (!fits)
+                m_Result.m_Problems.push_back({"no layout that goes with the text samples reads this file whole",
+                                               {file->m_Sample->m_Name, 0},
+                                               {}});
+            return !fits;
+        });
+        if (!files.empty())
+            FitSideBySide(files, true);
+    }
+}
+
+void TypeInference::Run() {
+    m_Result.m_TextCount = static_cast<int>(m_Samples.m_Texts.size());
+    m_Result.m_BinaryCount = static_cast<int>(m_Samples.m_Binaries.size());
+    if (m_Samples.m_Texts.empty()) {
+        m_Result.m_Problems.push_back({"binary samples alone tell no labels; add a text sample of this type",
+                                       {m_Samples.m_Binaries.front().m_Sample->m_Name, 0},
+                                       {}});
+        return;
+    }
+    if (const auto conflict = BuildDraft(m_Trees, m_Draft)) {
+        Report(*conflict);
+        return;
+    }
+    FindConditions(m_Draft, m_Trees);
+    FindBlocks(m_Draft, m_Blocks);
+    FitTwins();
+    FitOthers();
+    const DraftLayout made = MakeLayout(m_Draft, m_Result.m_TypeWord, m_Blocks, !m_HasBytes);
+    m_Result.m_Layout = made.m_Layout;
+    m_Result.m_Marks = DescribeMarks(made);
+    m_Result.m_HasLayout = true;
+}
+
+// The word of the type, where a sample begins as one of an entity does.
+std::optional<std::string> TypeOfText(const SampleTree& tree) {
+    const SampleLine& line = tree[1];
+    if (line.m_Label != kTypeLabel || !KindsOfValue(line.m_Value).Has(LayoutKind::String))
+        return std::nullopt;
+    return std::string(line.m_Value.substr(1, line.m_Value.size() - 2));
+}
+
+std::optional<std::string> TypeOfBinary(std::string_view& bytes) {
+    bytes.remove_prefix(std::min(bytes.size(), kBinaryHeader.size()));
+    const std::optional<std::size_t> size = SizeOfPlausible(LayoutKind::String, bytes, {});
+    if (!size.has_value())
+        return std::nullopt;
+    std::string word = ToUtf8(TakeString(bytes));
+    bytes.remove_prefix(*size);
+    return word;
+}
+
+} // namespace
+
+Inference InferLayouts(std::span<const Sample> samples, std::span<const Layout> blocks) {
+    Inference inference;
+    // In an order of their own, each content once: what is concluded must not hang on how they were given.
+    std::vector<const Sample*> sorted;
+    for (const Sample& sample : samples)
+        sorted.push_back(&sample);
+    std::stable_sort(sorted.begin(), sorted.end(),
+                     [](const Sample* left, const Sample* right) { return left->m_Bytes < right->m_Bytes; });
+    sorted.erase(std::unique(sorted.begin(), sorted.end(),
+                             [](const Sample* left, const Sample* right) { return left->m_Bytes == right->m_Bytes; }),
+                 sorted.end());
+
+    std::map<std::string, SamplesOfType> types;
+    for (const Sample* sample : sorted) {
+        if (IsBinarySample(*sample)) {
+            std::string_view bytes = sample->m_Bytes;
+            if (const auto word = TypeOfBinary(bytes))
+                types[*word].m_Binaries.push_back({sample, bytes});
+            else
+                inference.m_Problems.push_back({"no entity definition", {sample->m_Name, 0}, {}});
+            continue;
+        }
+        std::string_view text = sample->m_Bytes;
+        if (text.starts_with(kUtf8Mark))
+            text.remove_prefix(kUtf8Mark.size());
+        auto tree = std::make_unique<SampleTree>();
+        if (!tree->Parse(text)) {
+            inference.m_Problems.push_back({tree->GetFault(), {sample->m_Name, tree->GetFaultLine()}, {}});
+            continue;
+        }
+        if (const auto word = TypeOfText(*tree))
+            types[*word].m_Texts.push_back({sample, std::move(tree)});
+        else
+            inference.m_Problems.push_back({"no entity definition", {sample->m_Name, (*tree)[1].m_Line}, {}});
+    }
+    for (const auto& [word, ofType] : types) {
+        InferredType& result = inference.m_Types.emplace_back();
+        result.m_TypeWord = word;
+        TypeInference(ofType, blocks, result).Run();
+    }
+    return inference;
+}
+
+} // namespace Corvid

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <span>
+#include <string>
+#include <vector>
+
+#include "Engine/Layout/Infer/RecordDraft.h"
+
+namespace Corvid {
+
+// Finds the counts among the lines of a record: an integer n in front of n equal groups of one to four labels, wherever
+// the record stands. Their elements' tokens move into the count's token. Inner lists are folded before the lists whose
+// elements hold them. Of the labels that are counts, those are returned of which no sample has two elements.
+std::vector<std::string> FoldLists(std::span<DraftInstance> instances, std::span<const SampleTree* const> trees);
+
+} // namespace Corvid
