@@ -425,13 +425,17 @@ bool Parser::TakeDoubt(LayoutNode& node) {
         return true;
     switch (node.m_Kind) {
     case LayoutKind::Int:
+    case LayoutKind::Int64:
+    case LayoutKind::Float:
+    case LayoutKind::Double:
+    case LayoutKind::Color:
         return true;
     case LayoutKind::Count:
         return TakeSeenNumbers(node.m_Doubt);
     case LayoutKind::Bool:
         return TakeSeenBools(node.m_Doubt);
     default:
-        Fail(column, "only int, count, bool and when can be in doubt");
+        Fail(column, "only numbers, colors, counts, bools and conditions can be in doubt");
         return false;
     }
 }

@@ -18,14 +18,6 @@ namespace {
 constexpr std::string_view kBits = "Bits=";
 constexpr std::size_t kMaxNumberText = 400;
 
-bool IsDigit(char character) {
-    return character >= '0' && character <= '9';
-}
-
-bool IsHexDigit(char character) {
-    return IsDigit(character) || (character >= 'a' && character <= 'f') || (character >= 'A' && character <= 'F');
-}
-
 // A value with readable bytes behind it, as the scanners want it.
 class PaddedText {
 public:
@@ -34,141 +26,59 @@ public:
         std::memset(m_Bytes + m_Length, 0, kScanPadding);
     }
 
-    const char* Begin() const { return m_Bytes; }
-    const char* End() const { return m_Bytes + m_Length; }
-    std::string_view GetText() const { return {m_Bytes, m_Length}; }
+    operator std::string_view() const { return {m_Bytes, m_Length}; }
 
 private:
     char m_Bytes[kMaxNumberText + kScanPadding];
     std::size_t m_Length;
 };
 
-// Numbers between brackets, and "Bits=" with others behind them if need be. Any white space stands around items.
-class ListText {
-public:
-    explicit ListText(const PaddedText& text) : m_Position(text.Begin()), m_End(text.End()) {}
-
-    bool Take(char character) {
-        SkipBlanks();
-        if (m_Position == m_End || *m_Position != character)
-            return false;
-        ++m_Position;
-        return true;
-    }
-
-    template <class Value> bool Number(const char* (*scan)(const char*, const char*, Value&)) {
-        SkipBlanks();
-        Value value;
-        const char* const next = m_Position == m_End ? nullptr : scan(m_Position, m_End, value);
-        if (next == nullptr)
-            return false;
-        m_Position = next;
-        return true;
-    }
-
-    bool Word(std::string_view word) {
-        SkipBlanks();
-        if (!std::string_view(m_Position, static_cast<std::size_t>(m_End - m_Position)).starts_with(word))
-            return false;
-        m_Position += word.size();
-        return true;
-    }
-
-    bool IsAtEnd() {
-        SkipBlanks();
-        return m_Position == m_End;
-    }
-
-private:
-    void SkipBlanks() {
-        while (m_Position != m_End && (*m_Position == ' ' || *m_Position == '\t'))
-            ++m_Position;
-    }
-
-    const char* m_Position;
-    const char* m_End;
-};
-
-KindSet KindsOfList(std::string_view value) {
-    const PaddedText text(value);
-    if (value.find(',') != value.npos && value.find(kBits) == value.npos) {
-        ListText list(text);
-        int count = 0;
-        if (!list.Take('['))
-            return {};
-        do {
-            if (!list.Number<std::int32_t>(&ScanInt))
-                return {};
-            ++count;
-        } while (list.Take(','));
-        if (!list.Take(']') || !list.IsAtEnd())
-            return {};
-        return count == 2 ? KindSet{LayoutKind::Pair} : count == 4 ? KindSet{LayoutKind::Rect} : KindSet{};
-    }
-    ListText list(text);
-    int count = 0;
-    if (!list.Take('['))
-        return {};
-    while (list.Number<float>(&ScanFloat))
-        ++count;
-    if (!list.Take(']'))
-        return {};
-    if (!list.IsAtEnd()) {
-        if (!list.Word(kBits) || !list.Take('['))
-            return {};
-        for (int i = 0; i < count; ++i) {
-            if ((i > 0 && !list.Take(',')) || !list.Number<std::int32_t>(&ScanInt))
-                return {};
-        }
-        if (!list.Take(']') || !list.IsAtEnd())
-            return {};
-    }
-    return count == 3 ? KindSet{LayoutKind::Vector3} : count == 4 ? KindSet{LayoutKind::Vector4} : KindSet{};
+bool IsWhole(ScannedValue scanned, int items) {
+    return scanned.m_Items == items && scanned.m_IsPlain;
 }
 
-// With the exact bits behind the decimals, which tell a float from a double.
-KindSet KindsWithBits(std::string_view value) {
-    const PaddedText text(value);
-    ListText list(text);
-    double shown;
-    if (ScanDoubleValue(text.GetText(), shown) != 1 || !list.Number<double>(&ScanDouble) || !list.Word(kBits))
-        return {};
-    float asFloat = 0.0f;
-    double asDouble = 0.0;
-    if (ScanFloatBits(text.GetText(), asFloat) != 2 || ScanDoubleBits(text.GetText(), asDouble) != 2)
-        return {};
-    const auto isNear = [shown](double exact) {
-        return !(std::abs(exact - shown) > 0.006 * std::max(1.0, std::abs(shown) * 1e-6));
-    };
+KindSet KindsOfList(const PaddedText& text) {
+    float floats[4];
+    std::int32_t ints[4];
     KindSet kinds;
-    if (isNear(static_cast<double>(asFloat)))
-        kinds |= {LayoutKind::Float};
-    if (isNear(asDouble))
-        kinds |= {LayoutKind::Double};
+    for (const int count : {3, 4}) {
+        if (IsWhole(ScanFloatsValue(text, BitsRule::Taken, floats, count), count))
+            kinds |= {count == 3 ? LayoutKind::Vector3 : LayoutKind::Vector4};
+    }
+    for (const int count : {2, 4}) {
+        if (IsWhole(ScanIntsValue(text, ints, count), count))
+            kinds |= {count == 2 ? LayoutKind::Pair : LayoutKind::Rect};
+    }
     return kinds;
 }
 
+// The exact bits behind decimals tell a float from a double.
+bool AreBitsNear(double exact, double shown) {
+    return !(std::abs(exact - shown) > 0.006 + 1e-6 * std::abs(shown));
+}
+
 KindSet KindsOfNumber(std::string_view value) {
-    KindSet kinds;
-    const std::string_view digits = value.substr(value.starts_with('-') ? 1 : 0);
     const PaddedText text(value);
-    if (!digits.empty() && std::all_of(digits.begin(), digits.end(), IsDigit)) {
-        // Out of 64 bits nothing but a decimal number is left.
-        const std::string_view significant = digits.substr(std::min(digits.find_first_not_of('0'), digits.size() - 1));
-        const bool isNegative = digits.size() != value.size();
-        const auto fits = [&](std::string_view most) {
-            return significant.size() < most.size() || (significant.size() == most.size() && significant <= most);
-        };
-        if (fits(isNegative ? "2147483648" : "2147483647"))
-            kinds |= {LayoutKind::Int};
-        if (fits(isNegative ? "9223372036854775808" : "9223372036854775807"))
-            kinds |= {LayoutKind::Int64};
-    }
-    if (!value.empty() && value.size() <= kMaxHexText && std::all_of(value.begin(), value.end(), IsHexDigit))
+    KindSet kinds;
+    std::int32_t int32;
+    std::int64_t int64;
+    float exactFloat = 0.0f;
+    double exactDouble = 0.0;
+    double shown = 0.0;
+    if (IsWhole(ScanIntValue(text, int32), 1))
+        kinds |= {LayoutKind::Int};
+    if (IsWhole(ScanInt64Value(text, int64), 1))
+        kinds |= {LayoutKind::Int64};
+    if (value.size() <= kMaxHexText && value.find_first_not_of("0123456789abcdefABCDEF") == value.npos)
         kinds |= {LayoutKind::Color};
-    double number;
-    if (ScanDouble(text.Begin(), text.End(), number) == text.End())
-        kinds |= {LayoutKind::Float, LayoutKind::Double};
+    const bool hasBits = value.find(kBits) != value.npos;
+    ScanDoubleValue(text, BitsRule::Ignored, shown);
+    if (IsWhole(ScanFloatValue(text, BitsRule::Taken, exactFloat), 1) &&
+        (!hasBits || AreBitsNear(static_cast<double>(exactFloat), shown)))
+        kinds |= {LayoutKind::Float};
+    if (IsWhole(ScanDoubleValue(text, BitsRule::Taken, exactDouble), 1) &&
+        (!hasBits || AreBitsNear(exactDouble, shown)))
+        kinds |= {LayoutKind::Double};
     return kinds;
 }
 
@@ -200,10 +110,8 @@ template <class Number> bool LooksLike(Number stored, Number shown) {
 }
 
 bool FloatsMatch(std::string_view value, std::string_view bytes, int count) {
-    const PaddedText text(value);
     float shown[4] = {};
-    if (value.find(kBits) != value.npos ? ScanFloatsBits(text.GetText(), shown, count) != 2 * count
-                                        : ScanFloatsValue(text.GetText(), shown, count) != count)
+    if (ScanFloatsValue(PaddedText(value), BitsRule::Taken, shown, count).m_Items != count)
         return false;
     for (int i = 0; i < count; ++i) {
         if (!LooksLike(Take<float>(bytes.substr(static_cast<std::size_t>(i) * sizeof(float))), shown[i]))
@@ -213,41 +121,35 @@ bool FloatsMatch(std::string_view value, std::string_view bytes, int count) {
 }
 
 bool IntsMatch(std::string_view value, std::string_view bytes, int count) {
-    const PaddedText text(value);
     std::int32_t shown[4] = {};
-    return ScanIntsValue(text.GetText(), shown, count) == count &&
+    return ScanIntsValue(PaddedText(value), shown, count).m_Items == count &&
            std::memcmp(shown, bytes.data(), static_cast<std::size_t>(count) * sizeof(std::int32_t)) == 0;
 }
 
 bool ScalarMatches(LayoutKind kind, std::string_view value, std::string_view bytes) {
     const PaddedText text(value);
-    const bool hasBits = value.find(kBits) != value.npos;
     switch (kind) {
     case LayoutKind::Bool:
         return bytes[0] == (value == "TRUE" ? 1 : 0);
     case LayoutKind::Int: {
         std::int32_t number;
-        return ScanIntValue(text.GetText(), number) == 1 && number == Take<std::int32_t>(bytes);
+        return ScanIntValue(text, number).m_Items == 1 && number == Take<std::int32_t>(bytes);
     }
     case LayoutKind::Int64: {
         std::int64_t number;
-        return ScanInt64Value(text.GetText(), number) == 1 && number == Take<std::int64_t>(bytes);
+        return ScanInt64Value(text, number).m_Items == 1 && number == Take<std::int64_t>(bytes);
     }
     case LayoutKind::Color: {
         std::uint32_t packed;
-        const Color color{Take<float>(bytes), Take<float>(bytes.substr(4)), Take<float>(bytes.substr(8)),
-                          Take<float>(bytes.substr(12))};
-        return ScanHexValue(text.GetText(), packed) == 1 && PackColor(color) == packed;
+        return ScanHexValue(text, packed).m_Items == 1 && PackColor(Take<Color>(bytes)) == packed;
     }
     case LayoutKind::Float: {
         float number;
-        return (hasBits ? ScanFloatBits(text.GetText(), number) == 2 : ScanFloatValue(text.GetText(), number) == 1) &&
-               LooksLike(Take<float>(bytes), number);
+        return ScanFloatValue(text, BitsRule::Taken, number).m_Items == 1 && LooksLike(Take<float>(bytes), number);
     }
     case LayoutKind::Double: {
         double number;
-        return (hasBits ? ScanDoubleBits(text.GetText(), number) == 2 : ScanDoubleValue(text.GetText(), number) == 1) &&
-               LooksLike(Take<double>(bytes), number);
+        return ScanDoubleValue(text, BitsRule::Taken, number).m_Items == 1 && LooksLike(Take<double>(bytes), number);
     }
     default:
         return false;
@@ -257,19 +159,15 @@ bool ScalarMatches(LayoutKind kind, std::string_view value, std::string_view byt
 } // namespace
 
 KindSet KindsOfValue(std::string_view value) {
-    if (value.empty() || value.size() > kMaxNumberText) {
-        if (!value.starts_with('"'))
-            return {};
-    }
-    if (value.front() == '"') {
+    if (value.starts_with('"')) {
         const bool isWhole = value.size() >= 2 && value.find('"', 1) == value.size() - 1;
         return isWhole ? KindSet{LayoutKind::String} : KindSet{};
     }
     if (value == "TRUE" || value == "FALSE")
         return {LayoutKind::Bool};
-    if (value.front() == '[')
-        return KindsOfList(value);
-    return value.find(kBits) != value.npos ? KindsWithBits(value) : KindsOfNumber(value);
+    if (value.empty() || value.size() > kMaxNumberText)
+        return {};
+    return value.front() == '[' ? KindsOfList(PaddedText(value)) : KindsOfNumber(value);
 }
 
 LayoutKind LikelyKind(KindSet kinds) {
@@ -313,11 +211,8 @@ std::size_t FixedBytes(LayoutKind kind) {
 }
 
 std::optional<std::int32_t> ReadIntText(std::string_view value) {
-    if (!KindsOfNumber(value).Has(LayoutKind::Int))
-        return std::nullopt;
     std::int32_t number = 0;
-    ScanIntValue(PaddedText(value).GetText(), number);
-    return number;
+    return IsWhole(ScanIntValue(PaddedText(value), number), 1) ? std::optional(number) : std::nullopt;
 }
 
 std::u16string ReadStringText(std::string_view value) {

@@ -96,7 +96,7 @@ TEST(LayoutParser, ErrorsSayWhereAndWhat) {
         {"    b int\n", "3:1: blanks in front of the line; indent it with tabs, one a level\n"},
         {"\tuse IHudDefinition\n", "3:6: unknown block 'IHudDefinition' (did you mean 'IHUDDefinition'?)\n"},
         {"\ta int 7\n", "3:8: nothing is expected here, and there is '7'\n"},
-        {"\ta float ?\n", "3:10: only int, count, bool and when can be in doubt\n"},
+        {"\ta string ?\n", "3:11: only numbers, colors, counts, bools and conditions can be in doubt\n"},
         {"\ta count ? 1 x\n", "3:14: 'x' is not a number that a count can have\n"},
         {"\ta bool ? 1\n", "3:11: here stands TRUE or FALSE, the value that was seen\n"},
         {"\ta word\n", "3:8: the words are missing: in quotes, one after the other\n"},

@@ -1,0 +1,49 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <iostream>
+
+#include "Tests/Engine/Layout/Infer/InferenceStudy.h"
+
+namespace Corvid {
+
+namespace {
+
+// CORVID_STUDY_TYPES=1000 makes it a study of so many types; a few suffice to notice that something broke.
+int TypeCount() {
+    const char* const types = std::getenv("CORVID_STUDY_TYPES");
+    return types != nullptr ? std::atoi(types) : 25;
+}
+
+std::uint32_t FirstSeed() {
+    const char* const seed = std::getenv("CORVID_STUDY_SEED");
+    return seed != nullptr ? static_cast<std::uint32_t>(std::atoi(seed)) : 1;
+}
+
+TEST(InferenceStudyTest, HeldOutFilesAreConvertedRightOrRefused) {
+    struct Case {
+        const char* name;
+        StudySetting setting;
+        int written; // percent at least
+        int allowed; // 1: with what is unproven
+    };
+    const Case kCases[] = {
+        {"30 texts and 10 binaries", {TypeCount(), 30, 10, 0, 10, FirstSeed()}, 85, 0},
+        {"30 texts and a pair", {TypeCount(), 30, 0, 1, 10, FirstSeed()}, 55, 0},
+        {"10 texts", {TypeCount(), 10, 0, 0, 10, FirstSeed()}, 55, 1},
+    };
+    for (const Case& each : kCases) {
+        const StudyResult result = RunStudy(each.setting);
+        const int written = result.m_Right[each.allowed] + (each.allowed == 1 ? result.m_Wrong[1] : 0);
+        std::cout << each.name << ", seeds from " << each.setting.m_FirstSeed << ": of " << result.m_Files << " "
+                  << result.m_Right[0] << " right, " << result.m_Wrong[0] << " wrong (" << result.m_WrongAssumed
+                  << " assumed); with what is unproven " << result.m_Right[1] << " right, " << result.m_Wrong[1]
+                  << " wrong\n";
+        EXPECT_EQ(result.m_Wrong[0], result.m_WrongAssumed) << each.name << ": " << result.m_FirstWrong;
+        EXPECT_GE(100 * written, each.written * result.m_Files) << each.name;
+    }
+}
+
+} // namespace
+
+} // namespace Corvid
