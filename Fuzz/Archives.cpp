@@ -2,7 +2,9 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <utility>
 
+#include "Engine/Archive/TextFileArchive.h"
 #include "Engine/String/ReportText.h"
 
 namespace Corvid::Fuzz {
@@ -53,6 +55,39 @@ std::string AsFile(std::string_view input, ArchiveFormat format) {
         return input.starts_with("BIN") ? std::string(input) : std::string(kBinaryHeader).append(input);
     const bool hasHeader = input.substr(0, input.find('\n')).find("TXT") != input.npos;
     return hasHeader && !input.starts_with("BIN") ? std::string(input) : std::string(kTextHeader).append(input);
+}
+
+Trace Load(const std::string& file, KindObject& object, Way way) {
+    Trace trace;
+    ReportTrace reports;
+    FileArchiveSystem archives;
+    archives.EnableChecksums(way != Way::Quick);
+    std::unique_ptr<FileArchive> archive = archives.OpenForReading(File::ReadFromMemory(u"memory", file));
+    trace.m_HasArchive = archive != nullptr;
+    if (archive != nullptr) {
+        reports.Watch(archive.get());
+        auto* const text = dynamic_cast<TextFileArchive*>(archive.get());
+        if (text != nullptr && way == Way::General)
+            text->CloseFastWay();
+        object.Load(*archive);
+        trace.m_End = archive->GetPosition();
+        if (way != Way::Quick)
+            trace.m_Checksum = archive->GetChecksum();
+        archive->ReportUnreadInput();
+        archives.Release(std::move(archive));
+    }
+    trace.m_Reports = reports.GetHash();
+    trace.m_ComplaintCount = reports.GetComplaintCount();
+    return trace;
+}
+
+std::string Save(const KindObject& object, ArchiveFormat format) {
+    std::string file;
+    FileArchiveSystem archives;
+    auto archive = archives.OpenForWriting(File::WriteToMemory(u"memory", file), format);
+    object.Save(*archive);
+    archives.Release(std::move(archive));
+    return file;
 }
 
 } // namespace Corvid::Fuzz

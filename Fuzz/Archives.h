@@ -5,11 +5,10 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 
 #include "Engine/Archive/FileArchiveSystem.h"
-#include "Engine/Archive/TextFileArchive.h"
 #include "Engine/Report/Reporter.h"
+#include "Kinds/KindObject.h"
 
 // What the fuzz targets share: archives over memory, and what one loading did.
 namespace Corvid::Fuzz {
@@ -65,37 +64,15 @@ struct Trace {
 // A fuzz input as a file of the format: the header is put in front unless it is there.
 std::string AsFile(std::string_view input, ArchiveFormat format);
 
-template <class Kind> Trace Load(const std::string& file, typename Kind::Object& object, Way way = Way::Quick) {
-    Trace trace;
-    ReportTrace reports;
-    FileArchiveSystem archives;
-    archives.EnableChecksums(way != Way::Quick);
-    std::unique_ptr<FileArchive> archive = archives.OpenForReading(File::ReadFromMemory(u"memory", file));
-    trace.m_HasArchive = archive != nullptr;
-    if (archive != nullptr) {
-        reports.Watch(archive.get());
-        auto* const text = dynamic_cast<TextFileArchive*>(archive.get());
-        if (text != nullptr && way == Way::General)
-            text->CloseFastWay();
-        Kind::Load(*archive, object);
-        trace.m_End = archive->GetPosition();
-        if (way != Way::Quick)
-            trace.m_Checksum = archive->GetChecksum();
-        archive->ReportUnreadInput();
-        archives.Release(std::move(archive));
-    }
-    trace.m_Reports = reports.GetHash();
-    trace.m_ComplaintCount = reports.GetComplaintCount();
-    return trace;
-}
+// Loads `object` from the bytes of a whole file.
+Trace Load(const std::string& file, KindObject& object, Way way = Way::Quick);
 
-template <class Kind> std::string Save(const typename Kind::Object& object, ArchiveFormat format) {
-    std::string file;
-    FileArchiveSystem archives;
-    auto archive = archives.OpenForWriting(File::WriteToMemory(u"memory", file), format);
-    Kind::Save(*archive, object);
-    archives.Release(std::move(archive));
-    return file;
+// The bytes of a whole file that holds the object.
+std::string Save(const KindObject& object, ArchiveFormat format);
+
+// An empty object, named as all files over memory here.
+inline std::unique_ptr<KindObject> CreateObject(Kind kind) {
+    return CreateKindObject(kind, u"memory");
 }
 
 } // namespace Corvid::Fuzz

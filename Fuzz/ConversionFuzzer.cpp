@@ -7,13 +7,12 @@
 
 #include "Fuzz/Archives.h"
 #include "Fuzz/HeapWatch.h"
-#include "Fuzz/Kinds.h"
 
 namespace Corvid::Fuzz {
 
 namespace {
 
-using Kind = CORVID_FUZZ_KIND;
+constexpr Kind kKind = Kind::CORVID_FUZZ_KIND;
 constexpr ArchiveFormat kFormat = ArchiveFormat::CORVID_FUZZ_FORMAT;
 
 // What a run promises of any input: at most so much, and so many times the input.
@@ -35,12 +34,12 @@ Conversion Convert(const std::string& file, Way way, unsigned char fill) {
     result.m_Text.reserve(file.size() * 4);
     result.m_Binary.reserve(file.size() * 4);
     const HeapWatch watch(fill);
-    typename Kind::Object object;
-    result.m_Trace = Load<Kind>(file, object, way);
-    Kind::Finish(object);
-    result.m_Binary = Save<Kind>(object, ArchiveFormat::Binary);
+    const std::unique_ptr<KindObject> object = CreateObject(kKind);
+    result.m_Trace = Load(file, *object, way);
+    object->Finish();
+    result.m_Binary = Save(*object, ArchiveFormat::Binary);
     if (result.m_Binary.size() <= kLargestForText)
-        result.m_Text = Save<Kind>(object, ArchiveFormat::Text);
+        result.m_Text = Save(*object, ArchiveFormat::Text);
     Require(watch.GetPeak() <= kMostMemory + kMemoryPerByte * file.size(), "memory stays within its bound");
     return result;
 }

@@ -11,26 +11,29 @@
 
 #include "Engine/String/Unicode.h"
 #include "Fuzz/Archives.h"
-#include "Fuzz/Kinds.h"
 #include "GS/Entity/EntityTypeTable.h"
 
 namespace Corvid::Fuzz {
 
 namespace {
 
+// By the names of the fuzz targets, in the order of the kinds.
+constexpr const char* kFolders[] = {"Mesh", "Particle", "Brushes", "Entity"};
+
 class SeedFolder {
 public:
     explicit SeedFolder(std::filesystem::path path) : m_Path(std::move(path)) {}
 
     // The record that the outline brings into being, all else at its default.
-    template <class Kind> void Add(const char* kind, const std::string& name, const std::string& outline) {
-        typename Kind::Object object;
-        Load<Kind>(AsFile(outline, ArchiveFormat::Text), object);
-        if (!Kind::IsThere(object))
+    void Add(Kind kind, const std::string& name, const std::string& outline) {
+        const std::unique_ptr<KindObject> object = CreateObject(kind);
+        Load(AsFile(outline, ArchiveFormat::Text), *object);
+        if (!object->IsThere())
             return;
-        const std::string text = Save<Kind>(object, ArchiveFormat::Text);
-        Put(std::filesystem::path(kind) / (name + ".txt"), text);
-        Put(std::filesystem::path(kind) / (name + ".bin"), Save<Kind>(object, ArchiveFormat::Binary));
+        const std::string text = Save(*object, ArchiveFormat::Text);
+        const std::filesystem::path folder = kFolders[static_cast<std::size_t>(kind)];
+        Put(folder / (name + ".txt"), text);
+        Put(folder / (name + ".bin"), Save(*object, ArchiveFormat::Binary));
         TakeWords(text);
     }
 
@@ -88,11 +91,11 @@ private:
 };
 
 void AddMeshes(SeedFolder& seeds) {
-    seeds.Add<Mesh>("Mesh", "Empty", "MeshData\n");
-    seeds.Add<Mesh>("Mesh", "OneOfEach",
-                    "MeshData\nBoundingRadius 1\nNumMaterials 1\nMaterial\nNumPoints 1\nPoint\nNumVertices 3\nVertex\n"
-                    "Normal [ 0 1 0 ]\nVertex\nPosition [ 1 0 0 ]\nNormal [ 1 0 0 ]\nVertex\nPosition [ 0 0 1 ]\n"
-                    "Normal [ 0 0 -1 ]\nNumTriangles 1\nTriangle\niVertex2 2\n");
+    seeds.Add(Kind::Mesh, "Empty", "MeshData\n");
+    seeds.Add(Kind::Mesh, "OneOfEach",
+              "MeshData\nBoundingRadius 1\nNumMaterials 1\nMaterial\nNumPoints 1\nPoint\nNumVertices 3\nVertex\n"
+              "Normal [ 0 1 0 ]\nVertex\nPosition [ 1 0 0 ]\nNormal [ 1 0 0 ]\nVertex\nPosition [ 0 0 1 ]\n"
+              "Normal [ 0 0 -1 ]\nNumTriangles 1\nTriangle\niVertex2 2\n");
 }
 
 template <class Type> void AddEntries(SeedFolder& seeds, const std::string& kind) {
@@ -100,38 +103,38 @@ template <class Type> void AddEntries(SeedFolder& seeds, const std::string& kind
     for (const EnumWord word : EnumWords<Type>::Words) {
         const std::string name = ToUtf8(word);
         const std::string entry = kind + "Type \"" + name + "\"\n" + kind + "Contents\nName \"" + name + "\"\n";
-        seeds.Add<Particle>("Particle", name, "ParticleSimulation\nNum" + kind + "s 1\n" + entry);
+        seeds.Add(Kind::Particle, name, "ParticleSimulation\nNum" + kind + "s 1\n" + entry);
     }
 }
 
 void AddEffects(SeedFolder& seeds) {
     AddEntries<EmitterType>(seeds, "Emitter");
     AddEntries<AffectorType>(seeds, "Affector");
-    seeds.Add<Particle>("Particle", "AttachedEmitter",
-                        "ParticleSimulation\nNumEmitters 1\nEmitterType \"Point\"\nEmitterContents\nName \"smoke\"\n"
-                        "NumAffectors 1\nAffectorType \"Drag\"\nAffectorContents\nnumAttachedEmitters 1\n"
-                        "attachedEmitterName \"smoke\"\n");
+    seeds.Add(Kind::Particle, "AttachedEmitter",
+              "ParticleSimulation\nNumEmitters 1\nEmitterType \"Point\"\nEmitterContents\nName \"smoke\"\n"
+              "NumAffectors 1\nAffectorType \"Drag\"\nAffectorContents\nnumAttachedEmitters 1\n"
+              "attachedEmitterName \"smoke\"\n");
 }
 
 void AddBrushes(SeedFolder& seeds) {
     const std::string margins = "stretchMargins\nleft 1\ncontentMargins\nbottom 2\n";
     const std::string states = "Disabled\nfileName \"panel\"\nPressed\npixelBox [ 1 , 2 , 3 , 4 ]\nNormal\n";
     for (const std::string content : {"Simple", "Margins", "States", "MarginsAndStates"})
-        seeds.Add<Brushes>("Brushes", content,
-                           "brushCount 1\nbrush\nname \"" + content + "\"\ncontent \"" + content + "\"\n" +
-                               (content.starts_with("Margins") ? margins : "") +
-                               (content.ends_with("States") ? states : "fileName \"panel\"\n"));
+        seeds.Add(Kind::Brushes, content,
+                  "brushCount 1\nbrush\nname \"" + content + "\"\ncontent \"" + content + "\"\n" +
+                      (content.starts_with("Margins") ? margins : "") +
+                      (content.ends_with("States") ? states : "fileName \"panel\"\n"));
 }
 
 void AddEntities(SeedFolder& seeds) {
     for (const EntityTypeRow& row : kEntityTypes)
-        seeds.Add<Entity>("Entity", ToUtf8(row.m_Word), "entityType \"" + ToUtf8(row.m_Word) + "\"\n");
+        seeds.Add(Kind::Entity, ToUtf8(row.m_Word), "entityType \"" + ToUtf8(row.m_Word) + "\"\n");
     for (const EnumWord word : EnumWords<MissionType>::Words)
-        seeds.Add<Entity>("Entity", "Mission" + ToUtf8(word) + "Type",
-                          "entityType \"MissionRaid\"\nmissionType \"" + ToUtf8(word) + "\"\n");
+        seeds.Add(Kind::Entity, "Mission" + ToUtf8(word) + "Type",
+                  "entityType \"MissionRaid\"\nmissionType \"" + ToUtf8(word) + "\"\n");
     for (const EnumWord word : EnumWords<CohesionRange>::Words)
-        seeds.Add<Entity>("Entity", "Cohesion" + ToUtf8(word),
-                          "entityType \"Fleet\"\ndefaultCohesionRange \"" + ToUtf8(word) + "\"\n");
+        seeds.Add(Kind::Entity, "Cohesion" + ToUtf8(word),
+                  "entityType \"Fleet\"\ndefaultCohesionRange \"" + ToUtf8(word) + "\"\n");
 }
 
 } // namespace

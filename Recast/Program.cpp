@@ -2,11 +2,14 @@
 
 #include <charconv>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "Engine/Archive/FileArchiveSystem.h"
 #include "Engine/String/StringLibrary.h"
+#include "Engine/String/Unicode.h"
+#include "Kinds/Kind.h"
 #include "Recast/BoundedReportSink.h"
 #include "Recast/Conversions.h"
 #include "Recast/SaveGameCopy.h"
@@ -28,28 +31,27 @@ constexpr std::string_view kUsage = "Usage: recast type src dest [format]\n"
 using Conversion = void (*)(FileArchiveSystem& archives, std::u16string_view source, std::u16string_view destination,
                             ArchiveFormat format);
 
-struct Kind {
-    const char16_t* m_Keyword;
-    Conversion m_Convert;
-};
-
-// In the order in which they are compared.
-constexpr Kind kKinds[] = {
-    {u"mesh", ConvertMesh},
-    {u"MESH", ConvertMesh},
-    {u"particle", ConvertParticle},
-    {u"brushes", ConvertBrushes},
-    {u"entity", ConvertEntity},
-    {u"saveGame", [](FileArchiveSystem&, std::u16string_view source, std::u16string_view destination,
-                     ArchiveFormat) { CopySaveGame(source, destination); }},
-};
-
-Conversion FindConversion(const char16_t* type) {
-    for (const Kind& kind : kKinds) {
-        if (Compare(type, kind.m_Keyword) == 0)
-            return kind.m_Convert;
+Conversion ConversionOf(Kind kind) {
+    switch (kind) {
+    case Kind::Mesh:
+        return ConvertMesh;
+    case Kind::Particle:
+        return ConvertParticle;
+    case Kind::Brushes:
+        return ConvertBrushes;
+    case Kind::Entity:
+        return ConvertEntity;
     }
     return nullptr;
+}
+
+Conversion FindConversion(std::u16string_view type) {
+    if (type == u"saveGame")
+        return [](FileArchiveSystem&, std::u16string_view source, std::u16string_view destination, ArchiveFormat) {
+            CopySaveGame(source, destination);
+        };
+    const std::optional<Kind> kind = type == u"MESH" ? Kind::Mesh : KindFromWord(ToUtf8(type));
+    return kind ? ConversionOf(*kind) : nullptr;
 }
 
 // The argument's address, not its text: scripts have come to expect it.
