@@ -31,6 +31,7 @@ template <class Value> inline Value BinaryFileArchive::TakeRaw() {
 bool BinaryFileArchive::FetchBehindWindow(std::size_t size) {
     if (GetInput().Ensure(size))
         return true;
+    m_HasCutValue = m_HasCutValue || GetInput().GetAvailable() > 0;
     GetInput().SetPosition(GetInput().GetEnd());
     if (!IsStopped())
         ReportShortRead(1, 0);
@@ -228,8 +229,10 @@ void BinaryFileArchive::ReadString(Label, char16_t* buffer, int capacity) {
     m_HasStringBeyondText = m_HasStringBeyondText || !IsHeldByText({buffer, count});
     if (numChars > kept) // the next value stands behind all that was claimed
         count += static_cast<std::uint32_t>(GetInput().Skip(2 * std::uint64_t(numChars - kept)) / 2);
-    if (count < numChars)
+    if (count < numChars) {
+        m_HasCutValue = true;
         ReportShortRead(numChars, count);
+    }
     if (m_IsChecksumEnabled)
         m_Checksum.AddString(buffer);
 }
@@ -297,9 +300,11 @@ void BinaryFileArchive::SkipToLabel(Label, Label) {
     Stop();
 }
 
-void BinaryFileArchive::ReportUnreadInput() {
-    if (const std::uint64_t left = GetInput().GetBytesLeft())
+bool BinaryFileArchive::ReportUnreadInput() {
+    const std::uint64_t left = GetInput().GetBytesLeft();
+    if (left > 0)
         ReportMessage(Message::UnreadBytes, {GetPath(), left, GetInput().GetOffset()});
+    return left > 0;
 }
 
 ReportPosition BinaryFileArchive::GetPosition() const {

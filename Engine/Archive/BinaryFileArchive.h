@@ -61,7 +61,7 @@ public:
     void Stop() override;
     std::uint64_t CountThatFits(const ElementSize& smallest) const override;
     void SkipToLabel(Label either, Label other) override; // stops: nothing tells where a label would be
-    void ReportUnreadInput() override;
+    bool ReportUnreadInput() override;
     ReportPosition GetPosition() const override; // a byte offset
 
 private:

@@ -24,14 +24,18 @@ public:
     std::uint32_t GetChecksum() const { return m_Checksum.GetValue(); }
     virtual void EnableChecksum(bool isEnabled) { m_IsChecksumEnabled = isEnabled; }
 
-    // Reports what stands in the file behind the last value that was read.
-    virtual void ReportUnreadInput() = 0;
+    // Reports what stands in the file behind the last value that was read; false where there is nothing.
+    virtual bool ReportUnreadInput() = 0;
+
+    // Whether the input ended within a value.
+    bool HasCutValue() const { return m_HasCutValue; }
 
 protected:
     InputStream& GetInput() const { return m_File->GetInput(); }
     OutputStream& GetOutput() const { return m_File->GetOutput(); }
 
     bool m_IsChecksumEnabled = true;
+    bool m_HasCutValue = false;
     Checksum m_Checksum;
 
 private:

@@ -63,13 +63,16 @@ std::unique_ptr<FileArchive> FileArchiveSystem::OpenForReading(std::u16string_vi
 std::unique_ptr<FileArchive> FileArchiveSystem::OpenForReading(std::unique_ptr<File> file) {
     InputStream& input = file->GetInput();
     const bool isBinary = IsBinary(*file, input);
-    if (!isBinary && !IsText(input)) {
+    const bool isArchive = isBinary || IsText(input);
+    if (isArchive && !file->IsSizeKnown())
+        input.BringIntoMemory();
+    m_IsSourceEndless = file->IsEndless(); // which has been reported
+    if (!isArchive && !m_IsSourceEndless)
         ReportMessage(Message::UndetectedEncoding, {file->GetPath()});
+    if (!isArchive || m_IsSourceEndless) {
         FileSystem::Close(*file);
         return nullptr;
     }
-    if (!file->IsSizeKnown())
-        input.BringIntoMemory();
     if (isBinary) {
         input.SetPosition(input.GetPosition() + std::min(input.GetAvailable(), kBinaryHeader.size()));
         return CreateArchive(std::move(file), ArchiveFormat::Binary);

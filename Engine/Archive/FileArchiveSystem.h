@@ -51,7 +51,8 @@ public:
 
     // Opens, runs `load(FileArchive&)`, which tells whether it loaded an object, and releases. Input that a loaded
     // object left unread is reported. False when there is no archive to load from. Running out of memory ends the
-    // loading with a report, like any other failure, but what it leaves is not saved.
+    // loading with a report, like any other failure, but what it leaves is not saved; nor is anything after a source
+    // that does not end.
     template <class Step> bool Load(std::u16string_view path, Step load);
 
     // Opens, runs `save(FileArchive&)` and releases. False when there is no archive to save to. Running out of memory,
@@ -63,7 +64,8 @@ private:
 
     int m_FileArchiveCount = 0;
     bool m_AreChecksumsEnabled = true;
-    bool m_IsMemoryShort = false; // in the last Load()
+    bool m_IsMemoryShort = false;   // in the last Load()
+    bool m_IsSourceEndless = false; // of the last Load()
 };
 
 // False, and a report, when `step()` ran out of memory.
@@ -80,6 +82,7 @@ template <class Step> bool RunWithinMemory(Step step) {
 template <class Step> bool FileArchiveSystem::Load(std::u16string_view path, Step load) {
     std::unique_ptr<FileArchive> archive;
     const int fileArchiveCount = m_FileArchiveCount;
+    m_IsSourceEndless = false;
     m_IsMemoryShort = !RunWithinMemory([&] { archive = OpenForReading(path); });
     if (m_IsMemoryShort)
         m_FileArchiveCount = fileArchiveCount;
@@ -95,7 +98,7 @@ template <class Step> bool FileArchiveSystem::Load(std::u16string_view path, Ste
 }
 
 template <class Step> bool FileArchiveSystem::Save(std::u16string_view path, ArchiveFormat format, Step save) {
-    if (m_IsMemoryShort)
+    if (m_IsMemoryShort || m_IsSourceEndless)
         return false;
     std::unique_ptr<FileArchive> archive;
     const int fileArchiveCount = m_FileArchiveCount;

@@ -77,7 +77,7 @@ public:
     std::uint64_t CountThatFits(const ElementSize& smallest) const override;
     void SkipToLabel(Label either, Label other) override;
     std::optional<bool> IsNext(Label label) override;
-    void ReportUnreadInput() override;
+    bool ReportUnreadInput() override;
     ReportPosition GetPosition() const override; // a physical line; the header is line 1
 
     void EnableChecksum(bool isEnabled) override;

@@ -34,7 +34,7 @@ std::optional<bool> TextFileArchive::IsNext(Label label) {
     return ValueBehindLabel(text, label).has_value();
 }
 
-void TextFileArchive::ReportUnreadInput() {
+bool TextFileArchive::ReportUnreadInput() {
     std::uint64_t lineCount = 0;
     std::uint64_t firstNumber = 0;
     std::uint64_t lastNumber = 0;
@@ -57,6 +57,7 @@ void TextFileArchive::ReportUnreadInput() {
     }
     if (lineCount > 0)
         ReportMessage(Message::UnreadLines, {GetPath(), lineCount, firstNumber, std::string_view(first)});
+    return lineCount > 0;
 }
 
 std::uint64_t TextFileArchive::GetPhysicalLinesTaken() const {

@@ -40,6 +40,9 @@ public:
     // Whether what is left is known to its last byte without reading it.
     bool IsSizeKnown() const { return m_Source.IsRegular() || !m_IsOnDisk; }
 
+    // Whether reading stopped because the source brought more than is taken from what is no ordinary file.
+    bool IsEndless() const { return m_Source.GetError() == SourceError::Endless; }
+
     // False when reading ended for another reason than the end of the source.
     bool IsWhole() const { return m_Source.GetError() == SourceError::None; }
 

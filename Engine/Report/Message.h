@@ -31,8 +31,9 @@ enum class Message {
     EntryWithoutClass, // type word, label of the list, index
 
     // Entity definitions
-    EntityNameTooLong, // name
-    IncompleteLayout,  // type word
+    EntityNameTooLong,    // name
+    IncompleteLayout,     // type word
+    DefinitionNotWritten, // name
 
     // Reports
     ReportsLeftOut, // number of reports

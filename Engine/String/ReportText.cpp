@@ -52,7 +52,11 @@ const char16_t* FormatOf(Message message) {
     case Message::EntityNameTooLong:
         return u"EntityDefName is too long: %s\n";
     case Message::IncompleteLayout:
-        return u"The layout of entity type '%s' is incomplete: only its known fields are converted.\n";
+        return u"The layout of entity type '%s' is incomplete: only its known fields are converted, and they may "
+               u"stand at another place and so be wrong.\n";
+    case Message::DefinitionNotWritten:
+        return u"The definition '%s' is not written: its layout is incomplete, and the file holds more than is "
+               u"known.\n";
     case Message::ReportsLeftOut:
         return u"%d further reports are left out.\n";
     }

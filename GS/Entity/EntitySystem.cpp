@@ -27,7 +27,14 @@ std::unique_ptr<EntityDef> EntitySystem::LoadDefinition(FileArchiveSystem& archi
     std::unique_ptr<EntityDef> definition;
     archives.Load(path, [&](FileArchive& archive) {
         definition = ReadDefinition(archive, path);
-        return definition != nullptr;
+        if (definition == nullptr || FindEntityType(definition->GetType())->m_IsLayoutSettled)
+            return definition != nullptr;
+        // The known blocks may have been read from the place of others: what would be lost, or made up, stays.
+        if (archive.ReportUnreadInput() || archive.HasCutValue()) {
+            ReportMessage(Message::DefinitionNotWritten, {std::u16string_view(definition->GetName().GetText())});
+            definition.reset();
+        }
+        return false; // the rest of the input has been reported
     });
     return definition;
 }

@@ -13,7 +13,8 @@ namespace Corvid {
 class EntitySystem {
 public:
     // The definition is named after the file, without folders and extension. Null when the file cannot be loaded, its
-    // type is unknown or has no class, or the name has EntityDefName::kCapacity UTF-16 units or more.
+    // type is unknown or has no class, its layout is incomplete and the file holds more than what is known of it, or
+    // the name has EntityDefName::kCapacity UTF-16 units or more.
     std::unique_ptr<EntityDef> LoadDefinition(FileArchiveSystem& archives, std::u16string_view path);
 
     void SaveDefinition(FileArchiveSystem& archives, const EntityDef& definition, std::u16string_view path,

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cmath>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <limits>
@@ -10,8 +11,10 @@
 #include <vector>
 
 #ifdef __linux__
+#include <fcntl.h>
 #include <malloc.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 #include "Tests/Engine/File/ChildProcess.h"
 #endif
@@ -250,6 +253,50 @@ constexpr bool kHasSanitizer = __has_feature(address_sanitizer);
 #else
 constexpr bool kHasSanitizer = false;
 #endif
+
+// Bytes that come one after the other through a FIFO "fifo", with pauses.
+ChildProcess SlowWriter(const std::vector<std::string>& pieces) {
+    mkfifo("fifo", 0600);
+    return ChildProcess([&] {
+        const int writer = open("fifo", O_WRONLY);
+        std::signal(SIGPIPE, SIG_IGN);
+        for (const std::string& piece : pieces) {
+            usleep(20000);
+            for (std::size_t done = 0; done < piece.size();) {
+                const ssize_t count = write(writer, piece.data() + done, piece.size() - done);
+                if (count < 0)
+                    return 0; // given up by the reader
+                done += static_cast<std::size_t>(count);
+            }
+        }
+        return 0;
+    });
+}
+
+TEST_F(HostileInputTest, PipesAreConvertedOnceTheyEnd) {
+    for (const ExampleKind& kind : kExampleKinds) {
+        const std::string text = ReadExample(kind.m_Example);
+        m_Folder.Put("a", text);
+        EXPECT_EQ(ConvertRaw({kind.m_Type, u"a", u"b"}), "");
+        const ChildProcess writer = SlowWriter({text.substr(0, 2), text.substr(2, 100), text.substr(102)});
+        EXPECT_EQ(ConvertRaw({kind.m_Type, u"fifo", u"c"}), "");
+        EXPECT_TRUE(m_Folder.Get("c") == m_Folder.Get("b"));
+    }
+    const ChildProcess writer = SlowWriter({"BI", "N\n1", "23", std::string(kMebibyte, 'x')});
+    EXPECT_EQ(ConvertRaw({u"saveGame", u"fifo", u"c"}), "");
+    EXPECT_TRUE(m_Folder.Get("c") == "BIN\n(23" + std::string(kMebibyte, 'x'));
+}
+
+TEST_F(HostileInputTest, PipesThatOutgrowTheBoundAreNotConverted) {
+    for (const std::u16string type : {u"mesh", u"saveGame"}) {
+        m_Folder.Put("b", "kept");
+        const ChildProcess writer = SlowWriter({"BIN\n", std::string(257 * kMebibyte, '\0')});
+        EXPECT_EQ(ConvertRaw({type, u"fifo", u"b"}),
+                  "The source 'fifo' does not end: reading stops after 268435456 bytes.\n");
+        EXPECT_EQ(m_Folder.Get("b"), "kept");
+        writer.Kill();
+    }
+}
 
 // Whatever stands in memory beforehand, the same input gives the same bytes.
 TEST_F(HostileInputTest, NothingUnsetReachesAFile) {

@@ -76,6 +76,41 @@ TEST_F(EntitySystemTest, FilesAreLoadedAndSaved) {
     EXPECT_EQ(m_Reports.Count("Could not detect if Archive File is Binary or Text: "), 1);
 }
 
+// Known blocks at the place of others would be nonsense, and the rest be lost: the file stays as it is.
+TEST_F(EntitySystemTest, IncompleteLayoutsAreLoadedOnlyFromWhatIsKnown) {
+    const std::string text = "TXT\nentityType \"Squad\"\n", known = "minShadow 1\nmaxShadow 2\n";
+    const std::string binary("BIN\n\5\0\0\0S\0q\0u\0a\0d\0\0\0\x80\x3F\0\0\0\x40", 26);
+    const struct {
+        const char* name;
+        std::string file;
+        bool isLoaded;
+    } kCases[] = {
+        {"Known", text + known, true},
+        {"NothingInIt", text, true},
+        {"MoreBehind", text + known + "squadSize 3\n", false},
+        {"OtherFieldsFirst", text + "squadSize 3\n" + known, false},
+        {"SettledWithMore", "TXT\nentityType \"Trigger\"\nmore 1\n", true},
+        {"BinaryKnown", binary, true},
+        {"BinaryMoreBehind", binary + '\1', false},
+        {"BinaryEndsWithinAValue", binary.substr(0, 25), false},
+        {"BinaryEndsBetweenValues", binary.substr(0, 22), true},
+        {"BinaryEndsWithinAString",
+         std::string("BIN\n\6\0\0\0P\0l\0a\0n\0e\0t\0", 20) + std::string(8, '\0') + "\1\0\0", false},
+    };
+    const TemporaryFolder folder;
+    for (const auto& c : kCases) {
+        folder.Put("Squad_A.entity", c.file);
+        EXPECT_EQ(m_Entities.LoadDefinition(m_Archives, folder / "Squad_A.entity") != nullptr, c.isLoaded) << c.name;
+        EXPECT_EQ(
+            m_Reports.Count("The definition 'Squad_A' is not written: its layout is incomplete, and the file holds "
+                            "more than is known.\n"),
+            c.isLoaded ? 0 : 1)
+            << c.name;
+        EXPECT_LE(m_Reports.Count("Unread input"), 1) << c.name;
+        m_Reports.Take();
+    }
+}
+
 TEST_F(EntitySystemTest, ChecksumsOfEveryOpenedArchiveAddUp) {
     const std::string fleet = "TXT\nentityType \"Fleet\"\ndefaultCohesionRange \"Far\"\n";
     LoadDefinition(fleet);
