@@ -21,6 +21,9 @@ function(corvid_target target)
         target_compile_options(${target} PUBLIC -march=x86-64-v2)
     elseif(CMAKE_SIZEOF_VOID_P EQUAL 4 AND CMAKE_SYSTEM_PROCESSOR MATCHES "86")
         target_compile_options(${target} PUBLIC -msse2 -mfpmath=sse)
+        if(NOT WIN32) # files of 2 GB and more
+            target_compile_definitions(${target} PUBLIC _FILE_OFFSET_BITS=64)
+        endif()
     endif()
     if(CORVID_SANITIZERS)
         target_compile_options(${target} PRIVATE -fsanitize=${CORVID_SANITIZERS} -fno-sanitize-recover=all
