@@ -1,6 +1,8 @@
 #include "Corvid/Commands/CommandTable.h"
 
 #include "Corvid/Commands/Check.h"
+#include "Corvid/Commands/Diff.h"
+#include "Corvid/Commands/Info.h"
 
 namespace Corvid {
 
@@ -9,6 +11,8 @@ namespace {
 // A new command is a pair of files beside this one and a row.
 constexpr CommandRow kCommands[] = {
     RowFor<CheckOptions>("check"),
+    RowFor<DiffOptions>("diff"),
+    RowFor<InfoOptions>("info"),
 };
 
 } // namespace

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "Corvid/Commands/CommonOptions.h"
+
+namespace Corvid {
+
+struct InfoOptions {
+    BatchOptions m_Batch;
+    std::optional<Kind> m_Kind;
+    bool m_IsJson = false;
+    LookOptions m_Look;
+};
+
+// Tells what files are and what is in them.
+void DeclareCommand(CommandDeclaration& declaration, InfoOptions& options);
+int RunCommand(const InfoOptions& options, Console& console);
+
+} // namespace Corvid
