@@ -57,7 +57,11 @@ void DeclareColor(CommandDeclaration& declaration, Look& color) {
 void DeclareLook(CommandDeclaration& declaration, LookOptions& options) {
     declaration.Flag("-q,--quiet", options.m_IsQuiet, "print errors and data only");
     DeclareColor(declaration, options.m_Color);
-    declaration.OneOf("--progress", options.m_Progress, Looks(), "when to show progress on standard error");
+    DeclareProgress(declaration, options.m_Progress);
+}
+
+void DeclareProgress(CommandDeclaration& declaration, Look& progress) {
+    declaration.OneOf("--progress", progress, Looks(), "when to show progress on standard error");
 }
 
 } // namespace Corvid

@@ -35,5 +35,6 @@ void DeclareKind(CommandDeclaration& declaration, std::optional<Kind>& kind); //
 void DeclareDiagnostics(CommandDeclaration& declaration, DiagnosticOptions& options);
 void DeclareLook(CommandDeclaration& declaration, LookOptions& options);
 void DeclareColor(CommandDeclaration& declaration, Look& color);
+void DeclareProgress(CommandDeclaration& declaration, Look& progress);
 
 } // namespace Corvid

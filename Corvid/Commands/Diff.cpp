@@ -62,7 +62,9 @@ void DeclareCommand(CommandDeclaration& declaration, DiffOptions& options) {
         "how differences are written: for people, or as a JSON object a line");
     DeclareKind(declaration, options.m_Kind);
     DeclareJobs(declaration, options.m_Jobs);
-    DeclareLook(declaration, options.m_Look);
+    declaration.Flag("-q,--quiet", options.m_Look.m_IsQuiet, "tell by the exit status alone whether anything differs");
+    DeclareColor(declaration, options.m_Look.m_Color);
+    DeclareProgress(declaration, options.m_Look.m_Progress);
     declaration.Example("corvid diff Examples/Mesh/cube.mesh Examples/Mesh/cube-binary.mesh",
                         "what differs between a text and a binary file");
     declaration.Example("corvid diff --tolerance 0.00001 -q Examples/Mesh Examples/Mesh",
