@@ -44,6 +44,7 @@ configure_package_config_file(cmake/CorvidConfig.cmake.in ${PROJECT_BINARY_DIR}/
     INSTALL_DESTINATION ${package_folder})
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/CorvidConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/CorvidConfig.cmake ${PROJECT_BINARY_DIR}/CorvidConfigVersion.cmake
+    cmake/CorvidConvert.cmake
     DESTINATION ${package_folder} COMPONENT library)
 
 include(Packaging/Packages.cmake)
