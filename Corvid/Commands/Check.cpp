@@ -4,13 +4,15 @@
 
 #include "Corvid/Commands/FileRun.h"
 #include "Corvid/Content/ContentChecks.h"
+#include "Corvid/Content/ReferenceIndex.h"
 #include "Corvid/Files/PrintedPath.h"
 
 namespace Corvid {
 
 namespace {
 
-FileOutcome CheckFile(const ListedFile& file, const CheckOptions& options) {
+// `index` is null where nobody wants to know.
+FileOutcome CheckFile(const ListedFile& file, const CheckOptions& options, const ReferenceIndex* index) {
     FileOutcome outcome;
     LoadOptions load;
     load.m_Kind = options.m_Kind;
@@ -18,6 +20,8 @@ FileOutcome CheckFile(const ListedFile& file, const CheckOptions& options) {
     const std::optional<LoadedFile> loaded = LoadListedFile(file, load, outcome);
     if (loaded && loaded->m_Object != nullptr && !outcome.m_Log.HasErrors())
         CheckContent(*loaded->m_Object, outcome.m_Log);
+    if (loaded && loaded->m_Object != nullptr && !outcome.m_Log.HasErrors() && index != nullptr)
+        CheckReferences(*loaded->m_Object, *index, outcome.m_Log);
     if (options.m_IsStrict)
         outcome.m_Log.PromoteWarnings();
     if (options.m_IsList) {
@@ -39,6 +43,9 @@ void DeclareCommand(CommandDeclaration& declaration, CheckOptions& options) {
     declaration.Flag("--list", options.m_IsList, "print one line a file, 'OK  PATH' or 'BAD PATH', and no diagnostics");
     declaration.Flag("--loss", options.m_IsLossWanted,
                      "note what the other encoding, or loading itself, does not bring back");
+    declaration.Text("--references", "DIR", options.m_ReferencesFolder,
+                     "look for the files that fields name among those below DIR, by file name in any case",
+                     ValueRole::Folder);
     DeclareKind(declaration, options.m_Kind);
     DeclareDiagnostics(declaration, options.m_Diagnostics);
     DeclareJobs(declaration, options.m_Batch.m_Jobs);
@@ -54,6 +61,11 @@ int RunCommand(const CheckOptions& options, Console& console) {
     const FileList list = FindFiles(options.m_Batch.m_Files, {});
     if (const int status = CheckFileList(list, "check", console); status != kExitDone)
         return status;
+    ReferenceIndex index;
+    if (options.m_ReferencesFolder && !index.Read(*options.m_ReferencesFolder)) {
+        console.PrintError(index.GetError() + "\n");
+        return kExitCouldNotRun;
+    }
     DiagnosticPrinting printing;
     printing.m_Style = {options.m_Diagnostics.m_Format, console.HasColor(options.m_Look.m_Color, false)};
     printing.m_Limits.m_MostLines = options.m_Diagnostics.m_MostLines;
@@ -66,7 +78,7 @@ int RunCommand(const CheckOptions& options, Console& console) {
     std::uint64_t withWarnings = 0;
     const FileRunResult result = RunOverFiles(
         list, options.m_Batch.m_Jobs, options.m_Look, printing, console,
-        [&](const ListedFile& file) { return CheckFile(file, options); },
+        [&](const ListedFile& file) { return CheckFile(file, options, options.m_ReferencesFolder ? &index : nullptr); },
         [&](const ListedFile&, const FileOutcome& outcome) {
             withErrors += outcome.m_Log.Has(Severity::Error);
             withWarnings += outcome.m_Log.Has(Severity::Warning);

@@ -12,6 +12,7 @@ struct CheckOptions {
     bool m_IsStrict = false;
     bool m_IsList = false;
     bool m_IsLossWanted = false;
+    std::optional<std::string> m_ReferencesFolder; // what files name is looked for in it
 };
 
 // Loads files and reports what is wrong with them.
