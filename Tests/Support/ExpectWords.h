@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "Engine/String/EnumWords.h"
@@ -10,8 +11,11 @@
 
 namespace Corvid {
 
-// Walks an enumeration from -1 to N-1 and beyond, by value and by word.
-template <class Enum> void ExpectWords(const std::vector<std::u16string>& words) {
+// Walks an enumeration from -1 to N-1 and beyond, by value and by word. `list` holds the words with blanks between.
+template <class Enum> void ExpectWords(std::u16string_view list) {
+    std::vector<std::u16string> words;
+    for (std::size_t start = 0; start < list.size(); start += words.back().size() + 1)
+        words.emplace_back(list.substr(start, list.find(u' ', start) - start));
     ReportLog reports;
     const int count = static_cast<int>(words.size());
     EXPECT_EQ(EnumWordCount<Enum>(), count);

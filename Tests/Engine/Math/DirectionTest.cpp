@@ -8,7 +8,7 @@ namespace Corvid {
 namespace {
 
 TEST(DirectionTest, NamesAndAxesFollowTheNumbers) {
-    ExpectWords<Direction>({u"UP", u"DOWN", u"LEFT", u"RIGHT", u"FRONT", u"BACK"});
+    ExpectWords<Direction>(u"UP DOWN LEFT RIGHT FRONT BACK");
     const Vector3 kAxes[] = {{0, 1, 0}, {0, -1, 0}, {-1, 0, 0}, {1, 0, 0}, {0, 0, 1}, {0, 0, -1}};
     ReportLog reports;
     for (int number = 0; number < 6; ++number)

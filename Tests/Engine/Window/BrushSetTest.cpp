@@ -290,7 +290,7 @@ TEST_F(BrushSetTest, EveryCutCanBeSaved) {
 }
 
 TEST(BrushContentTest, Words) {
-    ExpectWords<BrushContent>({u"Simple", u"MarginsAndStates", u"Margins", u"States"});
+    ExpectWords<BrushContent>(u"Simple MarginsAndStates Margins States");
 }
 
 } // namespace

@@ -8,51 +8,21 @@ namespace Corvid {
 namespace {
 
 TEST(ParticleWordsTest, Words) {
-    ExpectWords<EmitterType>({u"Point", u"Sphere", u"Ring", u"MeshSurface"});
-    ExpectWords<AffectorType>({u"ColorOscillator", u"Drag", u"Fade", u"Jitter", u"KillParticlesNearPoint",
-                               u"LinearBoundedInflate", u"LinearForceInDirection", u"LinearForceToPoint",
-                               u"LinearInflate", u"RotateAboutAxis", u"SizeOscillator", u"Exposed_By_Controller"});
-    ExpectWords<TextureAnimationSpawnType>({u"FirstFrame", u"SequentialFrames", u"RandomFrames"});
-    ExpectWords<PipelineEffect>({u"SetupDefaultStates.fx",
-                                 u"Prim2D.fx",
-                                 u"Prim2DShowChannel.fx",
-                                 u"Prim2DAdditive.fx",
-                                 u"Prim3D_Mesh.fx",
-                                 u"Prim3D_Primative.fx",
-                                 u"Particle_Additive.fx",
-                                 u"Particle_Mesh.fx",
-                                 u"Particle_MeshOld.fx",
-                                 u"Particle_AlphaMesh.fx",
-                                 u"Particle_NotAdditive.fx",
-                                 u"Particle_MeshShadowed.fx",
-                                 u"Beam_Additive.fx",
-                                 u"Beam_NotAdditive.fx",
-                                 u"TransformedNoLight.fx",
-                                 u"GS_Asteroid.fx",
-                                 u"GS_ShadowedAsteroid.fx",
-                                 u"GS_Exhaust.fx",
-                                 u"GS_Ship.fx",
-                                 u"GS_ShadowedShip.fx",
-                                 u"GS_ShipDebugMip.fx",
-                                 u"GS_ShipBuilding.fx",
-                                 u"GS_ShipPhasedOut.fx",
-                                 u"GS_Planet.fx",
-                                 u"GS_Star.fx",
-                                 u"GS_Skybox.fx",
-                                 u"GS_Shield.fx",
-                                 u"GS_ShieldImpact.fx",
-                                 u"GS_StarCorona.fx",
-                                 u"GS_PlanetCorona.fx",
-                                 u"GS_BandBox.fx",
-                                 u"GS_AsteroidBloom.fx",
-                                 u"GS_ShipBloom.fx",
-                                 u"GS_PlanetBloom.fx",
-                                 u"GS_StarBloom.fx",
-                                 u"GS_SkyboxBloom.fx",
-                                 u"PostProcessBloom.fx",
-                                 u"PostProcessFinal.fx",
-                                 u"ShadowOccluder.fx",
-                                 u"ShadowBlur.fx"});
+    ExpectWords<EmitterType>(u"Point Sphere Ring MeshSurface");
+    ExpectWords<AffectorType>(u"ColorOscillator Drag Fade Jitter KillParticlesNearPoint LinearBoundedInflate "
+                              u"LinearForceInDirection LinearForceToPoint LinearInflate RotateAboutAxis SizeOscillator "
+                              u"Exposed_By_Controller");
+    ExpectWords<TextureAnimationSpawnType>(u"FirstFrame SequentialFrames RandomFrames");
+    ExpectWords<PipelineEffect>(
+        u"SetupDefaultStates.fx Prim2D.fx Prim2DShowChannel.fx Prim2DAdditive.fx Prim3D_Mesh.fx "
+        u"Prim3D_Primative.fx Particle_Additive.fx Particle_Mesh.fx Particle_MeshOld.fx "
+        u"Particle_AlphaMesh.fx Particle_NotAdditive.fx Particle_MeshShadowed.fx Beam_Additive.fx "
+        u"Beam_NotAdditive.fx TransformedNoLight.fx GS_Asteroid.fx GS_ShadowedAsteroid.fx "
+        u"GS_Exhaust.fx GS_Ship.fx GS_ShadowedShip.fx GS_ShipDebugMip.fx GS_ShipBuilding.fx "
+        u"GS_ShipPhasedOut.fx GS_Planet.fx GS_Star.fx GS_Skybox.fx GS_Shield.fx GS_ShieldImpact.fx "
+        u"GS_StarCorona.fx GS_PlanetCorona.fx GS_BandBox.fx GS_AsteroidBloom.fx GS_ShipBloom.fx "
+        u"GS_PlanetBloom.fx GS_StarBloom.fx GS_SkyboxBloom.fx PostProcessBloom.fx "
+        u"PostProcessFinal.fx ShadowOccluder.fx ShadowBlur.fx");
 }
 
 } // namespace
