@@ -14,7 +14,7 @@ IsProgramCurrent() {
 }
 
 HasHeaders() {
-    for header in CLI/App.hpp nlohmann/json.hpp; do
+    for header in CLI/App.hpp nlohmann/json.hpp tiny_gltf.h; do
         [ -f "/usr/include/$header" ] || [ -f "/usr/local/include/$header" ] || return 1
     done
 }
@@ -23,10 +23,10 @@ BuildProgram() {
     . "$root/cmake/tools.sh"
     RequireTools g++ cmake make || return 1
     if ! HasHeaders; then
-        echo "Missing: the headers of libcli11-dev and nlohmann-json3-dev; installing." >&2
-        InstallPackages libcli11-dev nlohmann-json3-dev
+        echo "Missing: the headers of libcli11-dev, nlohmann-json3-dev and libtinygltf-dev; installing." >&2
+        InstallPackages libcli11-dev nlohmann-json3-dev libtinygltf-dev
         HasHeaders || {
-            echo "corvid.sh: please install them: apt-get install libcli11-dev nlohmann-json3-dev" >&2
+            echo "corvid.sh: please install them: apt-get install libcli11-dev nlohmann-json3-dev libtinygltf-dev" >&2
             return 1
         }
     fi
