@@ -13,23 +13,10 @@ IsProgramCurrent() {
         "$root/GS" "$root/Kinds" "$root/Corvid" -newer "$stamp" -print -quit)" ]
 }
 
-HasHeaders() {
-    for header in CLI/App.hpp nlohmann/json.hpp tiny_gltf.h; do
-        [ -f "/usr/include/$header" ] || [ -f "/usr/local/include/$header" ] || return 1
-    done
-}
-
 BuildProgram() {
     . "$root/cmake/tools.sh"
     RequireTools g++ cmake make || return 1
-    if ! HasHeaders; then
-        echo "Missing: the headers of libcli11-dev, nlohmann-json3-dev and libtinygltf-dev; installing." >&2
-        InstallPackages libcli11-dev nlohmann-json3-dev libtinygltf-dev
-        HasHeaders || {
-            echo "corvid.sh: please install them: apt-get install libcli11-dev nlohmann-json3-dev libtinygltf-dev" >&2
-            return 1
-        }
-    fi
+    RequireCorvidPackages || return 1
     [ -x "$program" ] || echo "corvid.sh: building $program" >&2
     touch "$stamp.new"
     log=$build/build.log

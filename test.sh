@@ -17,6 +17,7 @@ if ! HasGoogleTest; then
     echo "Missing: GoogleTest; installing." >&2
     InstallPackages libgtest-dev libgmock-dev || echo "GoogleTest could not be installed with apt-get." >&2
 fi
+RequireCorvidPackages || echo "Only recast is built and tested." >&2
 
 cmake -S "$root" -B "$build" -DCORVID_BUILD_TESTS=ON -DCORVID_BUILD_MANUAL=OFF || exit 1
 cmake --build "$build" -j "$(nproc)" || exit 1

@@ -5,12 +5,15 @@ set(CPACK_PACKAGE_CONTACT "The recast developers <recast@example.org>")
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_RESOURCE_FILE_LICENSE ${PROJECT_SOURCE_DIR}/LICENSE)
 set(CPACK_COMPONENTS_ALL program library)
+if(TARGET corvid)
+    list(APPEND CPACK_COMPONENTS_ALL corvid)
+endif()
 set(CPACK_STRIP_FILES ON)
 set(CPACK_VERBATIM_VARIABLES ON)
 
 if(WIN32)
     set(CPACK_GENERATOR ZIP)
-    set(CPACK_COMPONENTS_ALL program documents)
+    set(CPACK_COMPONENTS_ALL program corvid documents)
 else()
     set(CPACK_GENERATOR DEB)
     set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
@@ -34,14 +37,24 @@ loads. This package holds the program.")
 the text and the binary encoding. This package holds the library for other
 programs, with headers and a CMake package: Corvid.")
 
+    set(CPACK_DEBIAN_CORVID_PACKAGE_NAME corvid)
+    set(CPACK_DEBIAN_CORVID_PACKAGE_SECTION utils)
+    set(CPACK_DEBIAN_CORVID_PACKAGE_RECOMMENDS recast)
+    set(CPACK_DEBIAN_CORVID_DESCRIPTION
+        "Converts, checks, compares and shows whole folders of meshes, particle effects,
+brush sets and entity definitions, with exact numbers and errors that say where.
+This package holds the program and its integrations with git, CI and editors.")
+
     # What a Debian package carries beside its files.
     if(CMAKE_INSTALL_PREFIX STREQUAL "/usr")
-        foreach(component program library)
+        foreach(component program library corvid)
             string(TOUPPER ${component} upper)
             set(folder ${CMAKE_INSTALL_DATAROOTDIR}/doc/${CPACK_DEBIAN_${upper}_PACKAGE_NAME})
             install(FILES Packaging/copyright DESTINATION ${folder} COMPONENT ${component})
             corvid_install_compressed(${PROJECT_SOURCE_DIR}/Packaging/changelog ${folder} ${component})
         endforeach()
+        install(FILES Packaging/lintian-overrides-corvid RENAME corvid COMPONENT corvid
+            DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/lintian/overrides)
         install(FILES Packaging/lintian-overrides RENAME recast COMPONENT program
             DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/lintian/overrides)
     endif()

@@ -30,12 +30,26 @@ if(TARGET manual)
     corvid_install_compressed(${PROJECT_BINARY_DIR}/recast-archive.5 ${CMAKE_INSTALL_MANDIR}/man5 program)
 endif()
 
+# The program corvid with its kit; recast stays a package of its own, which depends on nothing.
+if(TARGET corvid)
+    install(TARGETS corvid RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT corvid)
+    if(WIN32)
+        install(PROGRAMS Integrations/windows/to-text.cmd Integrations/windows/to-binary.cmd DESTINATION .
+            COMPONENT corvid)
+        install(DIRECTORY Integrations DESTINATION . COMPONENT documents PATTERN windows EXCLUDE)
+    else()
+        install(DIRECTORY Integrations/ DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/corvid/integrations COMPONENT corvid
+            PATTERN windows EXCLUDE)
+    endif()
+    install(DIRECTORY Docs/ DESTINATION ${documents}/docs COMPONENT ${documents_component} FILES_MATCHING PATTERN "*.md")
+endif()
+
 # The library -----------------------------------------------------------------------------------------------------------
 
 set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/Corvid)
 target_include_directories(Engine PUBLIC $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/corvid>)
-install(TARGETS Engine GS EXPORT CorvidTargets ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT library)
-install(DIRECTORY Engine GS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/corvid COMPONENT library
+install(TARGETS Engine GS Kinds EXPORT CorvidTargets ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT library)
+install(DIRECTORY Engine GS Kinds DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/corvid COMPONENT library
     FILES_MATCHING PATTERN "*.h"
     PATTERN Posix EXCLUDE
     PATTERN Windows EXCLUDE)

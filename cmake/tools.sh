@@ -33,3 +33,23 @@ RequireTools() {
         return 1
     done
 }
+
+# What the program corvid is built with: headers, and what its pages are made of.
+HasCorvidPackages() {
+    for file in CLI/App.hpp nlohmann/json.hpp tiny_gltf.h; do
+        [ -f "/usr/include/$file" ] || [ -f "/usr/local/include/$file" ] || return 1
+    done
+    [ -d /usr/share/javascript/three ]
+}
+
+# Installs what is missing of these; false, with what to do, where that is not possible.
+RequireCorvidPackages() {
+    HasCorvidPackages && return 0
+    packages="libcli11-dev nlohmann-json3-dev libtinygltf-dev libjs-three"
+    echo "Missing: some of $packages; installing." >&2
+    InstallPackages $packages
+    HasCorvidPackages && return 0
+    echo "The program corvid needs $packages, and not all could be installed here." \
+        "Please install them: apt-get install $packages" >&2
+    return 1
+}
