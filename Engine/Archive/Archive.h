@@ -21,8 +21,9 @@ struct ElementSize {
 };
 
 // Through this interface every persistent object saves and loads itself, one typed operation a field. A read that
-// fails leaves its target as it was and has been reported; nothing is thrown.
-class Archive {
+// fails leaves its target as it was and has been reported; nothing is thrown. Any number of archives may be open at
+// once: what one of them reports, and what is reported while a record is loaded from it, carries its position.
+class Archive : public PositionSource {
 public:
     virtual ~Archive() = default;
 
@@ -73,6 +74,9 @@ public:
 
     // Whether what is computed anew for every file that is written is taken as the object holds it.
     virtual bool TakesAsStored() const { return false; }
+
+    // Where the next value stands, for an archive that reads a file.
+    ReportPosition GetPosition() const override { return {}; }
 
     // Later reads leave their targets alone and report nothing.
     virtual void Stop() { m_IsStopped = true; }

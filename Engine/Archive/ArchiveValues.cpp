@@ -14,6 +14,7 @@ EnumWord ArchivedWord(const EnumWord* words, int count, int value) {
 void ReadWord(Archive& archive, Label label, const EnumWord* words, int count, int& value) {
     FixedString<kWordCapacity> word(ArchivedWord(words, count, value));
     ReadValue(archive, label, word);
+    const PositionScope scope(&archive);
     value = ValueOfWord(words, count, word.GetText());
 }
 

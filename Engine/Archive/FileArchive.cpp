@@ -4,6 +4,19 @@
 
 namespace Corvid {
 
-FileArchive::FileArchive(std::unique_ptr<File> file) : m_File(std::move(file)), m_PositionScope(*this) {}
+FileArchive::FileArchive(std::unique_ptr<File> file) : m_File(std::move(file)) {
+    if (m_File->GetAccess() == FileAccess::Read)
+        GetInput().SetReader(*this);
+}
+
+void FileArchive::ReportFailedCheck(const char* condition, const char* sourceFile, int sourceLine) const {
+    const PositionScope scope(this);
+    Corvid::ReportFailedCheck(condition, sourceFile, sourceLine);
+}
+
+void FileArchive::ReportMessage(Message message, std::initializer_list<ReportArgument> arguments) const {
+    const PositionScope scope(this);
+    Corvid::ReportMessage(message, arguments);
+}
 
 } // namespace Corvid

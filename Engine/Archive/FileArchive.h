@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -11,8 +12,8 @@
 
 namespace Corvid {
 
-// An archive over an open file, which it owns. Reports made while it lives carry its position.
-class FileArchive : public Archive, public PositionSource {
+// An archive over an open file, which it owns.
+class FileArchive : public Archive {
 public:
     explicit FileArchive(std::unique_ptr<File> file);
     ~FileArchive() override = default;
@@ -34,6 +35,16 @@ protected:
     InputStream& GetInput() const { return m_File->GetInput(); }
     OutputStream& GetOutput() const { return m_File->GetOutput(); }
 
+    // The reports of an archive, about itself.
+    bool Check(bool holds, const char* condition, const char* sourceFile = __builtin_FILE(),
+               int sourceLine = __builtin_LINE()) const {
+        if (!holds) [[unlikely]]
+            ReportFailedCheck(condition, sourceFile, sourceLine);
+        return holds;
+    }
+    void ReportFailedCheck(const char* condition, const char* sourceFile, int sourceLine) const;
+    void ReportMessage(Message message, std::initializer_list<ReportArgument> arguments) const;
+
     bool m_IsChecksumEnabled = true;
     bool m_HasCutValue = false;
     Checksum m_Checksum;
@@ -42,7 +53,6 @@ private:
     std::uint64_t GetInputSize() const override { return GetInput().GetSize(); }
 
     std::unique_ptr<File> m_File;
-    PositionScope m_PositionScope;
 };
 
 } // namespace Corvid

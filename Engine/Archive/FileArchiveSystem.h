@@ -89,6 +89,7 @@ template <class Step> bool FileArchiveSystem::Load(std::u16string_view path, Ste
     if (archive == nullptr)
         return false;
     m_IsMemoryShort = !RunWithinMemory([&] {
+        const PositionScope scope(archive.get());
         if (load(*archive))
             archive->ReportUnreadInput();
     });

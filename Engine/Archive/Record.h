@@ -30,7 +30,7 @@ namespace Corvid {
 
 class FieldReader {
 public:
-    explicit FieldReader(Archive& archive) : m_Archive(archive) {}
+    explicit FieldReader(Archive& archive) : m_Archive(archive), m_Scope(&archive) {}
 
     // A value under its label.
     void Value(Label label, auto& value, auto...) { ReadValue(m_Archive, label, value); }
@@ -127,6 +127,7 @@ private:
     }
 
     Archive& m_Archive;
+    PositionScope m_Scope; // whatever is reported is about this archive
 };
 
 class FieldWriter {

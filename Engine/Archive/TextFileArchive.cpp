@@ -13,12 +13,8 @@ namespace Corvid {
 namespace {
 
 // The checked condition of a parse, by the number of items that its format asks for.
-bool CheckResult(int result, int items) {
-    static constexpr const char* kConditions[] = {"result == 0", "result == 1", "result == 2",
-                                                  "result == 3", "result == 4", "result == 5",
-                                                  "result == 6", "result == 7", "result == 8"};
-    return Check(result == items, kConditions[items]);
-}
+constexpr const char* kItemsConditions[] = {"result == 0", "result == 1", "result == 2", "result == 3", "result == 4",
+                                            "result == 5", "result == 6", "result == 7", "result == 8"};
 
 bool HasInfinity(const float (&numbers)[3]) {
     return std::isinf(numbers[0]) || std::isinf(numbers[1]) || std::isinf(numbers[2]);
@@ -133,7 +129,7 @@ std::string_view TextFileArchive::TakeRow() {
 // Whether all items of a value were read; anything less is reported, anything more noted.
 bool TextFileArchive::Accept(const ScannedValue& scanned, int items) {
     m_HasDeviated = m_HasDeviated || !scanned.m_IsPlain;
-    return CheckResult(scanned.m_Items, items);
+    return Check(scanned.m_Items == items, kItemsConditions[items]);
 }
 
 bool TextFileArchive::AcceptFloats(const ScannedValue& scanned, int count) {

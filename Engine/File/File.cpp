@@ -60,6 +60,7 @@ int File::Close() {
 
 void File::WriteBlock(const char* bytes, std::size_t count) {
     const std::size_t fileWriteResult = TakeBlock(bytes, count);
+    const PositionScope scope(nullptr); // about no input
     Check(fileWriteResult == count, "fileWriteResult == count");
 }
 

@@ -72,16 +72,19 @@ void InputStream::ReadWindow() {
     const std::size_t wanted = m_WindowCapacity - kept;
     const std::size_t count = m_Source->Read(window + kept, wanted);
     m_EndOffset += count;
+    SourceError error = SourceError::None;
     if (count < wanted || wanted == 0) { // nothing wanted: a small file grew beyond its window after it was opened
-        const SourceError error = m_Source->GetError();
-        if (error == SourceError::Endless)
-            ReportMessage(Message::EndlessSource, {m_Path, m_EndOffset});
-        else if (error == SourceError::Failed)
-            ReportMessage(Message::FailedSource, {m_Path});
+        error = m_Source->GetError();
         m_Source = nullptr;
     }
     std::memset(window + kept + count, 0, kPadding);
     SetWindow(window, window + kept + count);
+
+    const PositionScope scope(m_Reader);
+    if (error == SourceError::Endless)
+        ReportMessage(Message::EndlessSource, {m_Path, m_EndOffset});
+    else if (error == SourceError::Failed)
+        ReportMessage(Message::FailedSource, {m_Path});
 }
 
 void InputStream::SetWindow(const char* position, const char* end) {

@@ -8,6 +8,7 @@
 
 namespace Corvid {
 
+class PositionSource;
 class SourceFile;
 
 // Bytes in memory that somebody else owns, InputStream::kPadding zero bytes behind them. Any number of streams may read
@@ -29,6 +30,9 @@ public:
     InputStream(SourceFile& source, std::u16string_view path);
     explicit InputStream(std::string bytes);
     explicit InputStream(const PaddedView& bytes);
+
+    // Whose position the reports of a faulty source carry from now on: an archive that lives as long as its file.
+    void SetReader(const PositionSource& reader) { m_Reader = &reader; }
 
     const char* GetPosition() const { return m_Position; }
     const char* GetEnd() const { return m_End; } // of the window
@@ -66,6 +70,7 @@ private:
 
     SourceFile* m_Source = nullptr; // null once everything is in the window
     std::u16string_view m_Path;
+    const PositionSource* m_Reader = nullptr;
     std::unique_ptr<char[]> m_Window;
     std::size_t m_WindowCapacity = 0;
     std::string m_Memory;

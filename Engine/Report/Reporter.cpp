@@ -26,21 +26,9 @@ Reporter* Reporter::GetCurrent() {
 }
 
 void Reporter::Send(Report& report) const {
-    if (m_PositionSource != nullptr)
-        report.m_Position = m_PositionSource->GetPosition();
+    if (const PositionSource* source = PositionScope::GetCurrent())
+        report.m_Position = source->GetPosition();
     m_Sink.Take(report);
-}
-
-PositionScope::PositionScope(const PositionSource& source) : m_Reporter(Reporter::GetCurrent()) {
-    if (m_Reporter == nullptr)
-        return;
-    m_Outer = m_Reporter->m_PositionSource;
-    m_Reporter->m_PositionSource = &source;
-}
-
-PositionScope::~PositionScope() {
-    if (m_Reporter != nullptr)
-        m_Reporter->m_PositionSource = m_Outer;
 }
 
 void ReportMessage(Message message, std::initializer_list<ReportArgument> arguments) {

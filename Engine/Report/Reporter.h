@@ -23,6 +23,23 @@ protected:
     ~PositionSource() = default;
 };
 
+// While this object lives, on the stack, the reports of the thread are about what `source` reads and carry its
+// position; with null they are about no input. Whoever works on one of several inputs opens a scope for that work.
+class PositionScope {
+public:
+    explicit PositionScope(const PositionSource* source) : m_Outer(t_Current) { t_Current = source; }
+    ~PositionScope() { t_Current = m_Outer; }
+    PositionScope(const PositionScope&) = delete;
+    PositionScope& operator=(const PositionScope&) = delete;
+
+    static const PositionSource* GetCurrent() { return t_Current; }
+
+private:
+    static inline constinit thread_local const PositionSource* t_Current = nullptr;
+
+    const PositionSource* m_Outer;
+};
+
 // The thread's current way of reporting, for as long as this object lives; an outer reporter steps back meanwhile.
 // Without any reporter, reports are dropped. Two threads never share one.
 class Reporter {
@@ -37,24 +54,8 @@ public:
     void Send(Report& report) const;
 
 private:
-    friend class PositionScope;
-
     ReportSink& m_Sink;
     Reporter* m_Outer;
-    const PositionSource* m_PositionSource = nullptr;
-};
-
-// Makes every report of the thread carry the position of `source` while this object lives.
-class PositionScope {
-public:
-    explicit PositionScope(const PositionSource& source);
-    ~PositionScope();
-    PositionScope(const PositionScope&) = delete;
-    PositionScope& operator=(const PositionScope&) = delete;
-
-private:
-    Reporter* m_Reporter;
-    const PositionSource* m_Outer = nullptr;
 };
 
 // The formatted message reporter. The arguments stand in the order of the message's text.

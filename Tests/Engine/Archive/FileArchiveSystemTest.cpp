@@ -21,6 +21,19 @@ namespace {
 
 using namespace std::string_literals;
 
+// A record of one archive that reads from another, too.
+class BothArchives final : public Record<BothArchives> {
+public:
+    explicit BothArchives(Archive& other) : m_Other(other) {}
+    static void Fields(auto& self, auto& fields) {
+        fields.AfterLoad(self, [](auto& record) { ReadOver<std::int32_t>(0, record.m_Other, &Archive::ReadInt); });
+        fields.AfterLoad(self, [](auto&) { Check(false, "of the record"); });
+    }
+
+private:
+    Archive& m_Other;
+};
+
 class FileArchiveSystemTest : public TextArchiveFixture {
 protected:
     static std::string FailedHere(std::string_view condition) {
@@ -241,6 +254,44 @@ TEST_F(FileArchiveSystemTest, ReportsCarryTheirPosition) {
     expect("BIN\n" + std::string(20, '\0') + "abc", Kind::Offset, {27});
     ReportMessage(Message::OutOfMemory);
     EXPECT_EQ(m_Reports.GetPositions()[0].m_Kind, Kind::None);
+}
+
+TEST_F(FileArchiveSystemTest, OpenArchivesReportForThemselves) {
+    using Kind = ReportPosition::Kind;
+    const auto expect = [this](Kind kind, std::uint64_t value) {
+        const auto positions = m_Reports.GetPositions();
+        ASSERT_EQ(positions.size(), 1u);
+        EXPECT_TRUE(positions[0].m_Kind == kind && positions[0].m_Value == value) << positions[0].m_Value;
+        m_Reports.Take();
+    };
+    // Released in the order in which they were opened, and the other way round; read in turn, beneath a record or not.
+    for (const bool isFirstReleasedFirst : {true, false}) {
+        auto text = m_Archives.OpenForReading(File::ReadFromMemory(u"a", "TXT\nValue x\nValue Word\n"));
+        auto binary = m_Archives.OpenForReading(File::ReadFromMemory(u"b", "BIN\nabc"));
+        ReadInt(*text);
+        expect(Kind::Line, 2);
+        ReadInt(*binary);
+        expect(Kind::Offset, 7);
+        BothArchives record(*binary);
+        text->ReadObject(record);
+        const auto positions = m_Reports.GetPositions();
+        ASSERT_EQ(positions.size(), 2u);
+        EXPECT_TRUE(positions[0].m_Kind == Kind::Offset && positions[1].m_Kind == Kind::Line);
+        m_Reports.Take();
+        m_Archives.Release(std::move(isFirstReleasedFirst ? text : binary));
+        m_Archives.Release(std::move(isFirstReleasedFirst ? binary : text));
+        ReportMessage(Message::OutOfMemory);
+        expect(Kind::None, 0);
+    }
+    // An archive may outlive its reporter.
+    std::unique_ptr<FileArchive> archive;
+    {
+        ReportLog inner;
+        archive = m_Archives.OpenForReading(File::ReadFromMemory(u"a", "TXT\nValue x\n"));
+    }
+    ReadInt(*archive);
+    expect(Kind::Line, 2);
+    m_Archives.Release(std::move(archive));
 }
 
 TEST_F(FileArchiveSystemTest, UnreadInputIsReported) {

@@ -34,25 +34,24 @@ TEST(ReporterTest, InnermostReporterTakesAll) {
     EXPECT_EQ(outer.GetTexts().size(), 1u);
 }
 
-TEST(ReporterTest, ReportsCarryThePositionAtTheirTime) {
-    ReportLog reports;
+TEST(ReporterTest, ReportsCarryThePositionOfTheWorkThatIsDone) {
     Place outer(3);
+    const PositionScope outerScope(&outer); // reporters come and go within
+    ReportLog reports;
     ReportMessage(Message::OutOfMemory);
     {
-        const PositionScope outerScope(outer);
-        {
-            const Place inner(40);
-            const PositionScope innerScope(inner);
-            Check(false, "inner");
-        }
-        outer.m_Line = 4;
-        Check(false, "outer");
+        const Place inner(40);
+        const PositionScope innerScope(&inner);
+        Check(false, "inner");
+        const PositionScope none(nullptr);
+        Check(false, "none");
     }
-    ReportMessage(Message::OutOfMemory);
+    outer.m_Line = 4;
+    Check(false, "outer");
     std::vector<std::uint64_t> lines;
     for (const ReportPosition& position : reports.GetPositions())
         lines.push_back(position.m_Kind == ReportPosition::Kind::Line ? position.m_Value : 0);
-    EXPECT_EQ(lines, (std::vector<std::uint64_t>{0, 40, 4, 0}));
+    EXPECT_EQ(lines, (std::vector<std::uint64_t>{3, 40, 0, 4}));
 }
 
 TEST(ReporterTest, ThreadsReportForThemselves) {
