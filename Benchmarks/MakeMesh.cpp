@@ -68,5 +68,5 @@ int main(int argumentCount, char** arguments) {
     MeshData mesh;
     Fill(mesh, std::atoi(arguments[3]), std::atoi(arguments[4]), argumentCount > 5 ? arguments[5] : "own");
     FileArchiveSystem archives;
-    return mesh.SaveToFile(archives, format, destination) ? 0 : 1;
+    return mesh.SaveToFile(archives, format, destination) == SaveResult::Saved ? 0 : 1;
 }

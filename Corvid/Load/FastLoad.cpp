@@ -22,7 +22,6 @@ void Load(FastLoad& load, const PaddedView& bytes, std::u16string_view path) {
     if (text != nullptr)
         text->TakeBits();
     load.m_Object->Load(*archive);
-    load.m_IsMemoryShort = archive->IsMemoryShort();
     if (load.m_Object->IsThere())
         archive->ReportUnreadInput();
     load.m_Object->Finish();

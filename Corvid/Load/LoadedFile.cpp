@@ -253,9 +253,8 @@ std::optional<std::string> SaveToBytes(const KindObject& object, ArchiveFormat f
         const FloatForm floatForm = floats == FloatPrecision::Exact ? FloatForm::Exact : FloatForm::SixDecimals;
         auto archive = archives.OpenForWriting(File::WriteToMemory(u"", bytes), format, floatForm);
         object.Save(*archive);
-        const bool isMemoryShort = archive->IsMemoryShort();
         archives.Release(std::move(archive));
-        return !isMemoryShort ? std::optional(std::move(bytes)) : std::nullopt;
+        return bytes;
     } catch (const std::bad_alloc&) {
         return std::nullopt;
     }

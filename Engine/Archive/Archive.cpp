@@ -52,11 +52,6 @@ std::int32_t BoundCount(Archive& archive, Label countLabel, std::int32_t claimed
     return static_cast<std::int32_t>(bound);
 }
 
-void StopForMemory(Archive& archive) {
-    archive.SetMemoryShort();
-    archive.Stop();
-}
-
 void CheckElementCount(std::int32_t elementCount, std::int32_t slotCount) {
     Check(elementCount == slotCount, "elementCount == data->Size()");
 }

@@ -82,10 +82,6 @@ public:
     virtual void Stop() { m_IsStopped = true; }
     bool IsStopped() const { return m_IsStopped; }
 
-    // Set when memory was short: an object is not whole then, and not to be saved.
-    void SetMemoryShort() { m_IsMemoryShort = true; }
-    bool IsMemoryShort() const { return m_IsMemoryShort; }
-
     // How many elements of the given smallest size the rest of the input can hold.
     virtual std::uint64_t CountThatFits(const ElementSize& smallest) const = 0;
 
@@ -111,7 +107,6 @@ private:
     virtual std::uint64_t GetInputSize() const { return 0; } // bytes, whole
 
     bool m_IsStopped = false;
-    bool m_IsMemoryShort = false;
     std::uint64_t m_ElementsTaken = 0;
     std::uint64_t m_MemoryTaken = 0;
     std::uint64_t m_SlackTaken = 0;

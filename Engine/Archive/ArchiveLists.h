@@ -28,21 +28,16 @@ void CheckElementCount(std::int32_t elementCount, std::int32_t slotCount);
 
 void ReportEntryWithoutClass(const char16_t* word, Label countLabel, std::int32_t index);
 
-// Ends the loading of an object for want of memory.
-void StopForMemory(Archive& archive);
-
 // Makes the container ready for `count` elements.
-template <class T> void BeginElements(Archive& archive, DynamicArray<T>& list, std::int32_t count) {
-    if (!list.SetSize(count))
-        StopForMemory(archive);
+template <class T> void BeginElements(DynamicArray<T>& list, std::int32_t count) {
+    list.SetSize(count);
 }
 
-template <class T> void BeginElements(Archive& archive, DynamicVector<T>& list, std::int32_t count) {
-    if (!list.SetCapacity(count))
-        StopForMemory(archive);
+template <class T> void BeginElements(DynamicVector<T>& list, std::int32_t count) {
+    list.SetCapacity(count);
 }
 
-template <class T, int MAX_SIZE> void BeginElements(Archive&, FixedVector<T, MAX_SIZE>&, std::int32_t) {}
+template <class T, int MAX_SIZE> void BeginElements(FixedVector<T, MAX_SIZE>&, std::int32_t) {}
 
 template <class T> T& NextElement(DynamicArray<T>& list, std::int32_t index) {
     return list[index];

@@ -126,13 +126,12 @@ std::unique_ptr<FileArchive> FileArchiveSystem::CreateArchive(std::unique_ptr<Fi
     return archive;
 }
 
-void FileArchiveSystem::Release(std::unique_ptr<FileArchive> archive) {
-    if (archive != nullptr)
-        FileSystem::Close(archive->GetFile());
+bool FileArchiveSystem::Release(std::unique_ptr<FileArchive> archive) {
+    const bool isClosed = archive == nullptr || FileSystem::Close(archive->GetFile());
     Abandon(std::move(archive));
+    return isClosed;
 }
 
-// Without closing its file, the destination of an archive keeps what it had.
 void FileArchiveSystem::Abandon(std::unique_ptr<FileArchive> archive) {
     archive.reset();
     --m_FileArchiveCount;

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "Engine/Archive/FileArchive.h"
+#include "Engine/Archive/FileObject.h"
 #include "Engine/Archive/FloatForm.h"
 
 namespace Corvid {
@@ -42,7 +43,8 @@ public:
                                                FloatForm floatForm = FloatForm::SixDecimals);
 
     // Closes the file, destroys the archive. Null (an archive that could not be made) still brings the count down.
-    void Release(std::unique_ptr<FileArchive> archive);
+    // False when the file could not be closed, which is reported: a destination then keeps what it had.
+    bool Release(std::unique_ptr<FileArchive> archive);
 
     int GetFileArchiveCount() const { return m_FileArchiveCount; }
 
@@ -50,25 +52,30 @@ public:
     void EnableChecksums(bool isEnabled) { m_AreChecksumsEnabled = isEnabled; }
 
     // Opens, runs `load(FileArchive&)`, which tells whether it loaded an object, and releases. Input that a loaded
-    // object left unread is reported. False when there is no archive to load from. Running out of memory ends the
-    // loading with a report, like any other failure, but what it leaves is not saved; nor is anything after a source
-    // that does not end.
-    template <class Step> bool Load(std::u16string_view path, Step load);
+    // object left unread is reported. Running out of memory ends the loading with a report, like any other failure.
+    template <class Step> LoadResult Load(std::u16string_view path, Step load);
 
-    // Opens, runs `save(FileArchive&)` and releases. False when there is no archive to save to. Running out of memory,
-    // now or in the last load, is reported and keeps the destination as it was.
-    template <class Step> bool Save(std::u16string_view path, ArchiveFormat format, Step save);
+    // The same for an object that exists already: one that is left incomplete remembers it.
+    template <class Step> LoadResult Load(std::u16string_view path, FileObject& object, Step load);
+
+    // Opens, runs `save(FileArchive&)` and releases.
+    template <class Step> SaveResult Save(std::u16string_view path, ArchiveFormat format, Step save);
+
+    // The same for an object that files are loaded into: it is saved only when it is whole.
+    template <class Step>
+    SaveResult Save(std::u16string_view path, ArchiveFormat format, const FileObject& object, Step save);
 
 private:
+    // Without closing its file, the destination of an archive keeps what it had.
     void Abandon(std::unique_ptr<FileArchive> archive);
 
     int m_FileArchiveCount = 0;
     bool m_AreChecksumsEnabled = true;
-    bool m_IsMemoryShort = false;   // in the last Load()
-    bool m_IsSourceEndless = false; // of the last Load()
+    bool m_IsSourceEndless = false; // that was opened last
 };
 
-// False, and a report, when `step()` ran out of memory.
+// False, and a report, when `step()` ran out of memory. Whatever needs memory throws std::bad_alloc, and nothing else
+// is thrown; it is caught here, where a whole object, file or run is at stake.
 template <class Step> bool RunWithinMemory(Step step) {
     try {
         step();
@@ -79,39 +86,51 @@ template <class Step> bool RunWithinMemory(Step step) {
     }
 }
 
-template <class Step> bool FileArchiveSystem::Load(std::u16string_view path, Step load) {
+template <class Step> LoadResult FileArchiveSystem::Load(std::u16string_view path, Step load) {
     std::unique_ptr<FileArchive> archive;
     const int fileArchiveCount = m_FileArchiveCount;
     m_IsSourceEndless = false;
-    m_IsMemoryShort = !RunWithinMemory([&] { archive = OpenForReading(path); });
-    if (m_IsMemoryShort)
+    if (!RunWithinMemory([&] { archive = OpenForReading(path); })) {
         m_FileArchiveCount = fileArchiveCount;
+        return LoadResult::Incomplete;
+    }
     if (archive == nullptr)
-        return false;
-    m_IsMemoryShort = !RunWithinMemory([&] {
+        return m_IsSourceEndless ? LoadResult::Incomplete : LoadResult::NotOpened;
+    const bool isWhole = RunWithinMemory([&] {
         const PositionScope scope(archive.get());
         if (load(*archive))
             archive->ReportUnreadInput();
     });
-    m_IsMemoryShort = m_IsMemoryShort || archive->IsMemoryShort();
     Release(std::move(archive));
-    return true;
+    return isWhole ? LoadResult::Loaded : LoadResult::Incomplete;
 }
 
-template <class Step> bool FileArchiveSystem::Save(std::u16string_view path, ArchiveFormat format, Step save) {
-    if (m_IsMemoryShort || m_IsSourceEndless)
-        return false;
+template <class Step> LoadResult FileArchiveSystem::Load(std::u16string_view path, FileObject& object, Step load) {
+    const LoadResult result = Load(path, load);
+    object.m_IsWhole = object.m_IsWhole && result != LoadResult::Incomplete;
+    return result;
+}
+
+template <class Step> SaveResult FileArchiveSystem::Save(std::u16string_view path, ArchiveFormat format, Step save) {
     std::unique_ptr<FileArchive> archive;
     const int fileArchiveCount = m_FileArchiveCount;
-    if (!RunWithinMemory([&] { archive = OpenForWriting(path, format); }))
+    if (!RunWithinMemory([&] { archive = OpenForWriting(path, format); })) {
         m_FileArchiveCount = fileArchiveCount;
+        return SaveResult::Failed;
+    }
     if (archive == nullptr)
-        return false;
-    if (RunWithinMemory([&] { save(*archive); }) && !archive->IsMemoryShort())
-        Release(std::move(archive));
-    else
+        return SaveResult::NotOpened;
+    if (!RunWithinMemory([&] { save(*archive); })) {
         Abandon(std::move(archive));
-    return true;
+        return SaveResult::Failed;
+    }
+    return Release(std::move(archive)) ? SaveResult::Saved : SaveResult::Failed;
+}
+
+template <class Step>
+SaveResult FileArchiveSystem::Save(std::u16string_view path, ArchiveFormat format, const FileObject& object,
+                                   Step save) {
+    return object.IsWhole() ? Save(path, format, save) : SaveResult::NotWhole;
 }
 
 } // namespace Corvid

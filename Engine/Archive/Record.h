@@ -47,7 +47,7 @@ public:
     // In the format but not kept: read and dropped, written as given.
     void Reserved(Label label, auto dropped) { Value(label, dropped); }
 
-    // Steps of one direction only. One before saving tells whether memory sufficed for it.
+    // Steps of one direction only.
     void AfterLoad(auto& record, auto step) { step(record); }
     void BeforeSave(auto&, auto) {}
     void Refresh(auto&, auto) {}
@@ -59,7 +59,7 @@ public:
         Value(countLabel, count);
         if (count > kFewElements)
             count = BoundCount(m_Archive, countLabel, count, SmallestElement<Element>(label), MemoryOfElement(list));
-        BeginElements(m_Archive, list, count);
+        BeginElements(list, count);
         std::int32_t reached = 0;
         const ElementsNotReached rest(list, reached);
         for (; reached < count && !m_Archive.IsStopped(); ++reached)
@@ -142,10 +142,7 @@ public:
     void Block(const auto& block) { m_Archive.WriteObject(block); }
     void Reserved(Label label, const auto& written) { Value(label, written); }
     void AfterLoad(const auto&, auto) {}
-    void BeforeSave(const auto& record, auto step) {
-        if (!step(record))
-            m_Archive.SetMemoryShort();
-    }
+    void BeforeSave(const auto& record, auto step) { step(record); }
 
     // A step before saving that changes what was stored, and so is left out where that is wanted.
     void Refresh(const auto& record, auto step) {

@@ -8,7 +8,7 @@ VersionedFileArchive::VersionedFileArchive(FileArchiveSystem& archives, std::u16
                                            std::int32_t currentVersion)
     : m_Archives(archives), m_WholePath(path), m_Path(path), m_CurrentVersion(currentVersion) {}
 
-void VersionedFileArchive::LoadFile() {
+LoadResult VersionedFileArchive::LoadFile() {
     const std::u16string_view path = m_WholePath;
     if (GetPathKind(path) != PathKind::File) {
         ReportMessage(Message::VersionedFileNotFound, {path});
@@ -25,18 +25,18 @@ void VersionedFileArchive::LoadFile() {
         Load(archive, version);
         return true;
     };
-    if (!m_Archives.Load(path, load)) {
+    LoadResult result = m_Archives.Load(path, *this, load);
+    if (result == LoadResult::NotOpened) {
         ReportMessage(Message::VersionedFileFailedToOpen, {path});
         WriteNewVersion();
-        if (!m_Archives.Load(path, load))
-            return;
+        result = m_Archives.Load(path, *this, load);
     }
-    if (!isOld)
-        return;
+    if (!isOld || result != LoadResult::Loaded)
+        return result;
 
     // What an old file still had to say is part of the state by now.
     WriteNewVersion();
-    m_Archives.Load(path, [this](FileArchive& archive) {
+    return m_Archives.Load(path, *this, [this](FileArchive& archive) {
         std::int32_t version = -1;
         archive.ReadInt(u"Version", version);
         Load(archive, version);
@@ -44,8 +44,8 @@ void VersionedFileArchive::LoadFile() {
     });
 }
 
-void VersionedFileArchive::WriteNewVersion() {
-    m_Archives.Save(m_WholePath, m_Format, [this](FileArchive& archive) {
+SaveResult VersionedFileArchive::WriteNewVersion() {
+    return m_Archives.Save(m_WholePath, m_Format, *this, [this](FileArchive& archive) {
         archive.WriteInt(u"Version", m_CurrentVersion);
         Save(archive);
     });

@@ -12,7 +12,7 @@ namespace Corvid {
 // A file that one component owns outright, such as its settings: the first value is a version, and whenever the file
 // is missing, unreadable or of another version, it is written anew from the component's present state. The component
 // derives from this class.
-class VersionedFileArchive {
+class VersionedFileArchive : public FileObject {
 public:
     // The path is opened whole; as recorded it has at most 259 UTF-16 units, a longer one is reported and cut. The
     // archive system outlives this object.
@@ -25,11 +25,12 @@ public:
 
     const FixedString<260>& GetPath() const { return m_Path; }
 
-    // Loads what the file holds, then leaves it with the current version, unless it cannot be written.
-    void LoadFile();
+    // Loads what the file holds, then leaves it with the current version, unless it cannot be written or memory was
+    // too short for all of it.
+    LoadResult LoadFile();
 
     // Replaces the file by one of the current version.
-    void WriteNewVersion();
+    SaveResult WriteNewVersion();
 
 protected:
     ~VersionedFileArchive() = default;

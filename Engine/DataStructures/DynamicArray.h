@@ -18,16 +18,14 @@ public:
 
     int GetSize() const { return m_Buffer.GetCapacity(); }
 
-    // Replaces everything by `size` default elements (none when it is negative). False when memory is short: the
-    // array is empty then.
-    bool SetSize(int size) {
+    // Replaces everything by `size` default elements (none when it is negative). Without memory for them it is empty.
+    void SetSize(int size) {
         Destroy();
         m_Buffer = ElementBuffer<T>();
         if (size <= 0)
-            return true;
+            return;
         m_Buffer = ElementBuffer<T>(size);
         std::uninitialized_default_construct_n(begin(), GetSize());
-        return GetSize() == size;
     }
 
     T& operator[](int i) { return HasIndex(i) ? begin()[i] : SpareElement<T>(); }

@@ -19,14 +19,12 @@ public:
     int GetSize() const { return m_CurrentSize; }
     int GetCapacity() const { return m_Buffer.GetCapacity(); }
 
-    // Drops everything, then makes room for `newMaxSize` elements. False when memory is short.
-    bool SetCapacity(int newMaxSize) {
+    // Drops everything, then makes room for `newMaxSize` elements.
+    void SetCapacity(int newMaxSize) {
         Clear();
         m_Buffer = ElementBuffer<T>();
-        if (!Check(newMaxSize >= 0, "newMaxSize >= 0") || newMaxSize == 0)
-            return true;
-        m_Buffer = ElementBuffer<T>(newMaxSize);
-        return GetCapacity() == newMaxSize;
+        if (Check(newMaxSize >= 0, "newMaxSize >= 0") && newMaxSize > 0)
+            m_Buffer = ElementBuffer<T>(newMaxSize);
     }
 
     // A new default element; a spare one, and a report, when the vector is full.

@@ -2,17 +2,12 @@
 
 #include <limits>
 
-#include "Engine/Report/Reporter.h"
-
 namespace Corvid {
 
 void* AllocateElements(std::size_t count, std::size_t size) {
-    void* elements = nullptr;
-    if (count <= std::numeric_limits<std::ptrdiff_t>::max() / size)
-        elements = ::operator new(count* size, std::nothrow);
-    if (elements == nullptr)
-        ReportMessage(Message::OutOfMemory);
-    return elements;
+    if (count > std::numeric_limits<std::ptrdiff_t>::max() / size)
+        throw std::bad_alloc();
+    return ::operator new(count* size);
 }
 
 } // namespace Corvid

@@ -8,7 +8,7 @@
 
 namespace Corvid {
 
-// Memory for `count` elements of `size` bytes, or null (reported) when the system has none.
+// Memory for `count` elements of `size` bytes; std::bad_alloc when the system has none.
 void* AllocateElements(std::size_t count, std::size_t size);
 
 // Storage for a number of elements that is set once; which of them are constructed is the container's business, and
@@ -20,7 +20,7 @@ public:
     ElementBuffer() = default;
     explicit ElementBuffer(int capacity)
         : m_Elements(static_cast<T*>(AllocateElements(static_cast<std::size_t>(capacity), sizeof(T)))),
-          m_Capacity(m_Elements != nullptr ? capacity : 0) {}
+          m_Capacity(capacity) {}
     ElementBuffer(ElementBuffer&& other) noexcept { Swap(other); }
     ElementBuffer& operator=(ElementBuffer&& other) noexcept {
         ElementBuffer taken(std::move(other));

@@ -18,9 +18,9 @@ std::unique_ptr<File> FileSystem::OpenForWriting(std::u16string_view path) {
     return file;
 }
 
-void FileSystem::Close(File& file) {
+bool FileSystem::Close(File& file) {
     const int closeResult = file.Close();
-    Check(closeResult == 0, "closeResult == 0");
+    return Check(closeResult == 0, "closeResult == 0");
 }
 
 } // namespace Corvid

@@ -15,7 +15,7 @@ std::unique_ptr<File> OpenForReading(std::u16string_view path);
 std::unique_ptr<File> OpenForWriting(std::u16string_view path);
 
 // A failure, such as a full disk, is reported.
-void Close(File& file);
+bool Close(File& file);
 
 } // namespace FileSystem
 

@@ -58,10 +58,7 @@ public:
     static void Fields(auto& self, auto& fields) {
         fields.Value(u"name", self.m_Name);
         auto content = BrushContent::Invalid;
-        fields.BeforeSave(self, [&content](const Brush& brush) {
-            content = brush.DeriveContent();
-            return true;
-        });
+        fields.BeforeSave(self, [&content](const Brush& brush) { content = brush.DeriveContent(); });
         fields.Value(u"content", content);
         fields.When(u"content", content, HasMargins, [&] {
             fields.Value(u"stretchMargins", self.m_StretchMargins);

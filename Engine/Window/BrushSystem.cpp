@@ -16,16 +16,16 @@ void BrushSystem::BrushSet::Clear() {
     m_Brushes.SetCapacity(0);
 }
 
-void BrushSystem::LoadBrushSet(FileArchiveSystem& archives, BrushSet& set, std::u16string_view path) {
-    archives.Load(path, [&set](FileArchive& archive) {
+LoadResult BrushSystem::LoadBrushSet(FileArchiveSystem& archives, BrushSet& set, std::u16string_view path) {
+    return archives.Load(path, set, [&set](FileArchive& archive) {
         set.Load(archive);
         return true;
     });
 }
 
-void BrushSystem::SaveBrushSet(FileArchiveSystem& archives, const BrushSet& set, std::u16string_view path,
-                               ArchiveFormat format) {
-    archives.Save(path, format, [&set](FileArchive& archive) { set.Save(archive); });
+SaveResult BrushSystem::SaveBrushSet(FileArchiveSystem& archives, const BrushSet& set, std::u16string_view path,
+                                     ArchiveFormat format) {
+    return archives.Save(path, format, set, [&set](FileArchive& archive) { set.Save(archive); });
 }
 
 void BrushSystem::ReleaseTextures(BrushSet& set) {

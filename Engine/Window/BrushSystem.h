@@ -12,7 +12,7 @@ namespace Corvid {
 // Brushes files: each holds one set.
 class BrushSystem {
 public:
-    class BrushSet final : public Record<BrushSet> {
+    class BrushSet final : public Record<BrushSet>, public FileObject {
     public:
         static void Fields(auto& self, auto& fields) {
             fields.Value(u"onlyLoadOnDemand", self.m_OnlyLoadOnDemand);
@@ -40,9 +40,9 @@ public:
     };
 
     // The path is opened whole, whatever its length. A set whose file cannot be opened stays as it was.
-    static void LoadBrushSet(FileArchiveSystem& archives, BrushSet& set, std::u16string_view path);
-    static void SaveBrushSet(FileArchiveSystem& archives, const BrushSet& set, std::u16string_view path,
-                             ArchiveFormat format);
+    static LoadResult LoadBrushSet(FileArchiveSystem& archives, BrushSet& set, std::u16string_view path);
+    static SaveResult SaveBrushSet(FileArchiveSystem& archives, const BrushSet& set, std::u16string_view path,
+                                   ArchiveFormat format);
 
     // Returns every texture reference that the set's brushes hold, before the set is cleared and destroyed.
     static void ReleaseTextures(BrushSet& set);

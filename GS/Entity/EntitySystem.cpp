@@ -39,9 +39,9 @@ std::unique_ptr<EntityDef> EntitySystem::LoadDefinition(FileArchiveSystem& archi
     return definition;
 }
 
-void EntitySystem::SaveDefinition(FileArchiveSystem& archives, const EntityDef& definition, std::u16string_view path,
-                                  ArchiveFormat format) {
-    archives.Save(path, format, [&definition](FileArchive& archive) { WriteDefinition(archive, definition); });
+SaveResult EntitySystem::SaveDefinition(FileArchiveSystem& archives, const EntityDef& definition,
+                                        std::u16string_view path, ArchiveFormat format) {
+    return archives.Save(path, format, [&definition](FileArchive& archive) { WriteDefinition(archive, definition); });
 }
 
 std::unique_ptr<EntityDef> EntitySystem::ReadDefinition(FileArchive& archive, std::u16string_view path) {

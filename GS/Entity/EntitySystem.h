@@ -17,8 +17,8 @@ public:
     // the name has EntityDefName::kCapacity UTF-16 units or more.
     std::unique_ptr<EntityDef> LoadDefinition(FileArchiveSystem& archives, std::u16string_view path);
 
-    void SaveDefinition(FileArchiveSystem& archives, const EntityDef& definition, std::u16string_view path,
-                        ArchiveFormat format);
+    SaveResult SaveDefinition(FileArchiveSystem& archives, const EntityDef& definition, std::u16string_view path,
+                              ArchiveFormat format);
 
     // The same over an open archive; `path` gives the name.
     std::unique_ptr<EntityDef> ReadDefinition(FileArchive& archive, std::u16string_view path);

@@ -6,7 +6,8 @@
 int main(int, char** arguments) {
     Corvid::FileArchiveSystem archives;
     Corvid::MeshData mesh;
-    const bool isLoaded = mesh.LoadFromFile(archives, Corvid::PathFromNative(arguments[1]));
+    const bool isLoaded =
+        mesh.LoadFromFile(archives, Corvid::PathFromNative(arguments[1])) == Corvid::LoadResult::Loaded;
     std::printf("%d\n", mesh.m_Vertices.GetSize());
     return isLoaded ? 0 : 1;
 }

@@ -74,15 +74,13 @@ private:
 
 } // namespace
 
-bool ComputeCachedVertexIndices(const DynamicArray<MeshVertex>& vertices, float boundingRadius,
+void ComputeCachedVertexIndices(const DynamicArray<MeshVertex>& vertices, float boundingRadius,
                                 CachedVertexIndices& lists) {
     const int count = vertices.GetSize();
-    bool hasMemory = true;
     for (VertexIndexVector& list : lists)
-        hasMemory = list.SetCapacity(count) && hasMemory;
+        list.SetCapacity(count);
     DynamicArray<DirectionMask> faced;
-    if (!faced.SetSize(count) || !hasMemory)
-        return false;
+    faced.SetSize(count);
     DirectionMask* mask = faced.begin();
     for (const MeshVertex& vertex : vertices)
         *mask++ = FacedDirections(vertex.m_Normal);
@@ -90,11 +88,10 @@ bool ComputeCachedVertexIndices(const DynamicArray<MeshVertex>& vertices, float 
     ListBuilder builder(vertices, faced, boundingRadius, lists);
     VertexOrder order;
     const auto build = [&](float Vector3::*axis, DirectionMask directions) {
-        const auto entries = order.Sort(vertices, boundingRadius, axis);
-        builder.Build(entries, directions);
-        return entries.size() == static_cast<std::size_t>(count);
+        builder.Build(order.Sort(vertices, boundingRadius, axis), directions);
     };
-    return build(&Vector3::z, kSortedByZ) && build(&Vector3::x, kSortedByX);
+    build(&Vector3::z, kSortedByZ);
+    build(&Vector3::x, kSortedByX);
 }
 
 } // namespace Corvid

@@ -24,8 +24,8 @@ inline constexpr float kFacingCosine = 0x1.87de28p-2f;
 // along z (up, down, left, right) or x (front, back), equal ones by index, NaN last; then those within 1 % of the
 // radius of the vertex kept before are thinned out, where vertex 0 counts as kept before the first.
 //
-// Takes time linear in the number of vertices. False when memory is short: lists are empty or incomplete then.
-bool ComputeCachedVertexIndices(const DynamicArray<MeshVertex>& vertices, float boundingRadius,
+// Takes time linear in the number of vertices.
+void ComputeCachedVertexIndices(const DynamicArray<MeshVertex>& vertices, float boundingRadius,
                                 CachedVertexIndices& lists);
 
 } // namespace Corvid

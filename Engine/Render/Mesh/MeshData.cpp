@@ -18,23 +18,23 @@ void MeshData::DeriveBox() {
     m_BoxHalfExtents = (m_MaxBoundingExtents - m_MinBoundingExtents) * 0.5f;
 }
 
-bool MeshData::UpdateCachedVertexIndices() const {
-    return ComputeCachedVertexIndices(m_Vertices, m_BoundingRadius, m_CachedVertexIndices);
+void MeshData::UpdateCachedVertexIndices() const {
+    ComputeCachedVertexIndices(m_Vertices, m_BoundingRadius, m_CachedVertexIndices);
 }
 
-bool MeshData::LoadFromFile(FileArchiveSystem& archives, std::u16string_view path) {
+LoadResult MeshData::LoadFromFile(FileArchiveSystem& archives, std::u16string_view path) {
     m_IsLoaded = 1;
     if (path.data() != m_FileName.GetText())
         m_FileName = path;
-    return archives.Load(path, [this](FileArchive& archive) {
+    return archives.Load(path, *this, [this](FileArchive& archive) {
         archive.ReadLabeledObject(u"MeshData", *this);
         m_Checksum = archive.GetChecksum();
         return true;
     });
 }
 
-bool MeshData::SaveToFile(FileArchiveSystem& archives, ArchiveFormat format, std::u16string_view path) const {
-    return archives.Save(path, format,
+SaveResult MeshData::SaveToFile(FileArchiveSystem& archives, ArchiveFormat format, std::u16string_view path) const {
+    return archives.Save(path, format, *this,
                          [this](FileArchive& archive) { archive.WriteLabeledObject(u"MeshData", *this); });
 }
 

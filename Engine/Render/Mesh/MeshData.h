@@ -22,7 +22,7 @@ inline constexpr std::array<Label, kDirectionCount> kCachedIndexCountLabels = {
 
 // The contents of a mesh file. Loading takes everything as stored; saving recomputes the cached vertex lists, so that a
 // saved file always carries fresh ones.
-class MeshData final : public Record<MeshData> {
+class MeshData final : public Record<MeshData>, public FileObject {
 public:
     using VertexIndexVector = Corvid::VertexIndexVector;
 
@@ -39,18 +39,17 @@ public:
         fields.List(u"NumPoints", u"Point", self.m_Points);
         fields.List(u"NumVertices", u"Vertex", self.m_Vertices);
         fields.List(u"NumTriangles", u"Triangle", self.m_Triangles);
-        fields.Refresh(self, [](auto& data) { return data.UpdateCachedVertexIndices(); });
+        fields.Refresh(self, [](auto& data) { data.UpdateCachedVertexIndices(); });
         for (int direction = 0; direction < kDirectionCount; ++direction)
             fields.List(kCachedIndexCountLabels[static_cast<std::size_t>(direction)], u"Index",
                         self.m_CachedVertexIndices[direction]);
     }
 
-    // Loads the file at `path`, opened whole however long it is; false when there is no archive to load from.
-    bool LoadFromFile(FileArchiveSystem& archives, std::u16string_view path);
-    // False when the destination cannot be written.
-    bool SaveToFile(FileArchiveSystem& archives, ArchiveFormat format, std::u16string_view path) const;
+    // Loads the file at `path`, opened whole however long it is.
+    LoadResult LoadFromFile(FileArchiveSystem& archives, std::u16string_view path);
+    SaveResult SaveToFile(FileArchiveSystem& archives, ArchiveFormat format, std::u16string_view path) const;
 
-    bool UpdateCachedVertexIndices() const; // false when memory is short
+    void UpdateCachedVertexIndices() const;
     const CachedVertexIndices& GetCachedVertexIndices() const { return m_CachedVertexIndices; }
 
     std::uint32_t m_IsLoaded = 0; // 1 from the begin of a load from a file

@@ -34,8 +34,8 @@ std::size_t DigitOf(std::uint64_t entry, int digit) {
 std::span<const std::uint64_t> VertexOrder::Sort(const DynamicArray<MeshVertex>& vertices, float radius,
                                                  float Vector3::*axis) {
     const int count = vertices.GetSize();
-    if (m_Entries.GetSize() != count && !m_Entries.SetSize(count))
-        return {};
+    if (m_Entries.GetSize() != count)
+        m_Entries.SetSize(count);
     std::uint64_t* entry = m_Entries.begin();
     std::uint64_t index = 0;
     for (const MeshVertex& vertex : vertices)
@@ -49,8 +49,8 @@ std::span<const std::uint64_t> VertexOrder::Sort(const DynamicArray<MeshVertex>&
 // Least digit first and stable, so that entries of one key stay in index order. Linear, whatever the keys are.
 std::span<const std::uint64_t> VertexOrder::SortByRadix() {
     const int count = m_Entries.GetSize();
-    if (m_Scratch.GetSize() != count && !m_Scratch.SetSize(count))
-        return {};
+    if (m_Scratch.GetSize() != count)
+        m_Scratch.SetSize(count);
     std::uint32_t places[kDigits][kDigitValues] = {};
     for (const std::uint64_t entry : m_Entries) {
         for (int digit = 0; digit < kDigits; ++digit)

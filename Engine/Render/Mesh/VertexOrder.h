@@ -12,7 +12,7 @@ namespace Corvid {
 class VertexOrder {
 public:
     // The key of a vertex is | radius - coordinate |, with `axis` as the coordinate. Entries are valid until the next
-    // call; empty when memory is short.
+    // call.
     std::span<const std::uint64_t> Sort(const DynamicArray<MeshVertex>& vertices, float radius, float Vector3::*axis);
 
     static std::int32_t IndexOf(std::uint64_t entry) { return static_cast<std::int32_t>(entry & 0xFFFFFFFF); }

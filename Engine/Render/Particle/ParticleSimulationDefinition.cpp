@@ -20,13 +20,14 @@ ParticleSimulationDefinition::~ParticleSimulationDefinition() {
     m_Affectors.Clear();
 }
 
-void ParticleSimulationDefinition::LoadFromFile(FileArchiveSystem& system, std::u16string_view path) {
-    const bool hasArchive = system.Load(path, [this](FileArchive& archive) {
+LoadResult ParticleSimulationDefinition::LoadFromFile(FileArchiveSystem& system, std::u16string_view path) {
+    const LoadResult result = system.Load(path, *this, [this](FileArchive& archive) {
         archive.ReadLabeledObject(u"ParticleSimulation", *this);
         return true;
     });
-    if (hasArchive)
+    if (result != LoadResult::NotOpened)
         RecordPath(path);
+    return result;
 }
 
 void ParticleSimulationDefinition::NormaliseEmitterFileNames() {
@@ -36,13 +37,14 @@ void ParticleSimulationDefinition::NormaliseEmitterFileNames() {
     }
 }
 
-bool ParticleSimulationDefinition::SaveToFile(FileArchiveSystem& system, ArchiveFormat format,
-                                              std::u16string_view path) {
-    const bool hasArchive = system.Save(
-        path, format, [this](FileArchive& archive) { archive.WriteLabeledObject(u"ParticleSimulation", *this); });
-    if (hasArchive)
+SaveResult ParticleSimulationDefinition::SaveToFile(FileArchiveSystem& system, ArchiveFormat format,
+                                                    std::u16string_view path) {
+    const SaveResult result = system.Save(path, format, *this, [this](FileArchive& archive) {
+        archive.WriteLabeledObject(u"ParticleSimulation", *this);
+    });
+    if (result == SaveResult::Saved || result == SaveResult::Failed) // it was opened
         RecordPath(path);
-    return hasArchive;
+    return result;
 }
 
 void ParticleSimulationDefinition::ResolveAttachments() {

@@ -14,7 +14,7 @@ namespace Corvid {
 
 // One particle effect: its life time, the emitters that spawn its particles and the affectors that act on them. Owns
 // both; an entry of a list is null where a file names a type without a class.
-class ParticleSimulationDefinition final : public Record<ParticleSimulationDefinition> {
+class ParticleSimulationDefinition final : public Record<ParticleSimulationDefinition>, public FileObject {
 public:
     using Emitters = FixedVector<std::unique_ptr<ParticleEmitter>, ParticleAffector::kEmitterSlots>;
     using Affectors = FixedVector<std::unique_ptr<ParticleAffector>, 30>;
@@ -44,13 +44,12 @@ public:
     const FixedString<256>& GetName() const { return m_Name; }
 
     // Appends to what is there. Leaves everything as it is when the file cannot be opened or is no archive.
-    void LoadFromFile(FileArchiveSystem& system, std::u16string_view path);
+    LoadResult LoadFromFile(FileArchiveSystem& system, std::u16string_view path);
 
     // Takes drives and folders off all file names that the emitters hold.
     void NormaliseEmitterFileNames();
 
-    // False when the file cannot be opened.
-    bool SaveToFile(FileArchiveSystem& system, ArchiveFormat format, std::u16string_view path);
+    SaveResult SaveToFile(FileArchiveSystem& system, ArchiveFormat format, std::u16string_view path);
 
 private:
     // Of every affector that is there. A new emitter has not read its name yet: it counts at the next time.

@@ -99,11 +99,11 @@ TEST_F(FileArchiveSystemTest, SourceThatCannotBeOpenedIsReportedOnce) {
         const std::string path = folder.GetName(name);
         EXPECT_EQ(m_Archives.OpenForReading(folder / name), nullptr);
         EXPECT_EQ(TakeReports(), NotOpened(path) + Undetected(path));
-        EXPECT_FALSE(m_Archives.Load(folder / name, [](FileArchive&) { return true; }));
+        EXPECT_EQ(m_Archives.Load(folder / name, [](FileArchive&) { return true; }), LoadResult::NotOpened);
         EXPECT_EQ(TakeReports(), NotOpened(path) + Undetected(path));
     }
     folder.Put("empty", "");
-    EXPECT_FALSE(m_Archives.Load(folder / "empty", [](FileArchive&) { return true; }));
+    EXPECT_EQ(m_Archives.Load(folder / "empty", [](FileArchive&) { return true; }), LoadResult::NotOpened);
     EXPECT_EQ(m_Reports.Count("desired read bytes = 1, actual read bytes = 0.\n"), 4);
     EXPECT_EQ(m_Reports.GetTexts().size(), 5u);
 }
@@ -126,12 +126,13 @@ TEST_F(FileArchiveSystemTest, SavedFileIsLoadedBack) {
     const std::string contents[] = {"\xEF\xBB\xBFTXT\r\nValue 3\r\n", "BIN\n\3\0\0\0"s};
     for (const int format : {0, 1}) {
         folder.Put("file", "a longer file than the one that replaces it");
-        EXPECT_TRUE(m_Archives.Save(folder / "file", static_cast<ArchiveFormat>(format), save));
+        EXPECT_EQ(m_Archives.Save(folder / "file", static_cast<ArchiveFormat>(format), save), SaveResult::Saved);
         EXPECT_EQ(folder.Get("file"), contents[format]);
-        EXPECT_TRUE(m_Archives.Load(folder / "file", [](FileArchive& archive) {
+        const auto load = [](FileArchive& archive) {
             EXPECT_EQ(ReadInt(archive), 3);
             return true;
-        }));
+        };
+        EXPECT_EQ(m_Archives.Load(folder / "file", load), LoadResult::Loaded);
     }
     EXPECT_EQ(TakeReports(), "");
     EXPECT_EQ(m_Archives.GetFileArchiveCount(), 0);
@@ -141,28 +142,36 @@ TEST_F(FileArchiveSystemTest, DestinationStaysWhenMemoryIsShort) {
     const TemporaryFolder folder;
     folder.Put("file", "TXT\n");
     const auto lack = [](FileArchive&) -> bool { throw std::bad_alloc(); };
-    const auto tell = [](FileArchive& archive) {
-        archive.SetMemoryShort();
-        return true;
-    };
+    const auto take = [](FileArchive&) { return true; };
     const auto write = [](FileArchive& archive) { archive.WriteBool(kValue, true); };
     const std::string report = "There is not enough memory for this conversion.\n";
-    m_Archives.Save(folder / "file", ArchiveFormat::Text, lack);
+    const std::u16string path = folder / "file";
+    EXPECT_EQ(m_Archives.Save(path, ArchiveFormat::Text, lack), SaveResult::Failed);
     EXPECT_EQ(TakeReports(), report);
-    m_Archives.Save(folder / "file", ArchiveFormat::Binary, tell);
-    EXPECT_TRUE(m_Archives.Load(folder / "file", lack)); // a loading that ended early is not saved
+
+    class Object final : public FileObject {};
+    Object partial, whole;
+    EXPECT_EQ(m_Archives.Load(path, partial, lack), LoadResult::Incomplete);
     EXPECT_EQ(TakeReports(), report);
-    m_Archives.Save(folder / "file", ArchiveFormat::Binary, write);
-    m_Archives.Load(folder / "file", tell);
-    m_Archives.Save(folder / "file", ArchiveFormat::Binary, write);
+    EXPECT_EQ(m_Archives.Load(path, whole, take), LoadResult::Loaded);
+    EXPECT_EQ(m_Archives.Load(path, partial, take), LoadResult::Loaded); // may have been appended to
+    EXPECT_EQ(m_Archives.Save(path, ArchiveFormat::Binary, partial, write), SaveResult::NotWhole);
     EXPECT_EQ(folder.Get("file"), "TXT\n");
     EXPECT_EQ(folder.List(), std::set<std::string>{"file"});
     EXPECT_EQ(m_Archives.GetFileArchiveCount(), 0);
 
-    m_Archives.Load(folder / "file", [](FileArchive&) { return true; });
-    m_Archives.Save(folder / "file", ArchiveFormat::Binary, write);
+    EXPECT_EQ(m_Archives.Save(path, ArchiveFormat::Binary, whole, write), SaveResult::Saved);
     EXPECT_EQ(folder.Get("file"), "BIN\n\1");
+    EXPECT_EQ(m_Archives.Save(folder / "none/file", ArchiveFormat::Binary, whole, write), SaveResult::NotOpened);
 }
+
+#ifdef __linux__
+TEST_F(FileArchiveSystemTest, FullDiskFailsTheSave) {
+    const auto write = [](FileArchive& archive) { archive.WriteBool(kValue, true); };
+    EXPECT_EQ(m_Archives.Save(u"/dev/full", ArchiveFormat::Text, write), SaveResult::Failed);
+    EXPECT_NE(TakeReports(), "");
+}
+#endif
 
 TEST_F(FileArchiveSystemTest, OpenArchivesAreCounted) {
     {

@@ -210,21 +210,22 @@ TEST_F(MeshDataTest, FilesLoadWithNameFlagAndChecksum) {
     folder.Put("other", Replaced(file.GetText(), "iVertex2 99", "iVertex2 98"));
     MeshData text, binary, other;
     EXPECT_EQ(text.m_IsLoaded, 0u);
-    EXPECT_TRUE(text.LoadFromFile(m_Archives, folder / "text"));
-    EXPECT_TRUE(binary.LoadFromFile(m_Archives, folder / "binary"));
-    EXPECT_TRUE(other.LoadFromFile(m_Archives, folder / "other"));
+    EXPECT_EQ(text.LoadFromFile(m_Archives, folder / "text"), LoadResult::Loaded);
+    EXPECT_EQ(binary.LoadFromFile(m_Archives, folder / "binary"), LoadResult::Loaded);
+    EXPECT_EQ(other.LoadFromFile(m_Archives, folder / "other"), LoadResult::Loaded);
     EXPECT_EQ(text.m_IsLoaded, 1u);
     EXPECT_EQ(text.m_FileName, folder / "text");
     EXPECT_NE(text.m_Checksum, 0u);
     EXPECT_EQ(text.m_Checksum, binary.m_Checksum);
     EXPECT_NE(text.m_Checksum, other.m_Checksum);
-    EXPECT_TRUE(text.LoadFromFile(m_Archives, text.m_FileName.GetView())); // its own name is no other string
+    EXPECT_EQ(text.LoadFromFile(m_Archives, text.m_FileName.GetView()),
+              LoadResult::Loaded); // its own name is no other string
     EXPECT_EQ(m_Reports.Take(), "");
 
-    EXPECT_FALSE(other.LoadFromFile(m_Archives, folder / "none"));
+    EXPECT_EQ(other.LoadFromFile(m_Archives, folder / "none"), LoadResult::NotOpened);
     EXPECT_EQ(other.m_IsLoaded, 1u); // from the begin of the attempt
-    EXPECT_FALSE(text.SaveToFile(m_Archives, ArchiveFormat::Text, folder / "none/x"));
-    EXPECT_TRUE(text.SaveToFile(m_Archives, ArchiveFormat::Steam, folder / "y")); // needs no file
+    EXPECT_EQ(text.SaveToFile(m_Archives, ArchiveFormat::Text, folder / "none/x"), SaveResult::NotOpened);
+    EXPECT_EQ(text.SaveToFile(m_Archives, ArchiveFormat::Steam, folder / "y"), SaveResult::Saved); // needs no file
     EXPECT_EQ(folder.List(), (std::set<std::string>{"binary", "other", "text"}));
 }
 

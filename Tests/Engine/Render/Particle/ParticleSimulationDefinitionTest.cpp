@@ -21,12 +21,13 @@ TEST_F(ParticleSimulationDefinitionTest, RecordsTheFileLoadedOrSavedLast) {
     EXPECT_EQ(m_Definition.GetFilePath(), m_Folder / "Smoke.Trail.particle");
     EXPECT_EQ(m_Definition.GetName(), u"Smoke.Trail");
 
-    EXPECT_TRUE(m_Definition.SaveToFile(m_Archives, ArchiveFormat::Text, m_Folder / "copy"));
+    EXPECT_EQ(m_Definition.SaveToFile(m_Archives, ArchiveFormat::Text, m_Folder / "copy"), SaveResult::Saved);
     EXPECT_EQ(m_Folder.Get("copy"), kFile);
     EXPECT_EQ(m_Definition.GetFilePath(), m_Folder / "copy");
     EXPECT_EQ(m_Definition.GetName(), u"copy");
 
-    EXPECT_TRUE(m_Definition.SaveToFile(m_Archives, ArchiveFormat::Steam, u"C:\\remote\\flare.particle"));
+    EXPECT_EQ(m_Definition.SaveToFile(m_Archives, ArchiveFormat::Steam, u"C:\\remote\\flare.particle"),
+              SaveResult::Saved);
     EXPECT_EQ(m_Definition.GetFilePath(), u"C:\\remote\\flare.particle");
     EXPECT_EQ(m_Definition.GetName(), u"flare");
     EXPECT_EQ(m_Folder.List().size(), 2u);
@@ -35,14 +36,15 @@ TEST_F(ParticleSimulationDefinitionTest, RecordsTheFileLoadedOrSavedLast) {
 
 TEST_F(ParticleSimulationDefinitionTest, FailuresLeaveItAsItWas) {
     LoadText(EffectLines({SampleEmitter()}, {SampleAffector()}), m_Definition);
-    ASSERT_TRUE(m_Definition.SaveToFile(m_Archives, ArchiveFormat::Binary, m_Folder / "first"));
+    ASSERT_EQ(m_Definition.SaveToFile(m_Archives, ArchiveFormat::Binary, m_Folder / "first"), SaveResult::Saved);
     m_Folder.Put("neither", "no archive\n");
 
     m_Definition.LoadFromFile(m_Archives, m_Folder / "missing");
     EXPECT_EQ(m_Reports.Count("Failed to Open File: '"), 1);
     m_Definition.LoadFromFile(m_Archives, m_Folder / "neither");
     EXPECT_EQ(m_Reports.Count("Could not detect if Archive File is Binary or Text: "), 2);
-    EXPECT_FALSE(m_Definition.SaveToFile(m_Archives, ArchiveFormat::Text, m_Folder / "missing/folder"));
+    EXPECT_EQ(m_Definition.SaveToFile(m_Archives, ArchiveFormat::Text, m_Folder / "missing/folder"),
+              SaveResult::NotOpened);
     EXPECT_EQ(m_Reports.Count("file != NULL"), 1);
 
     EXPECT_EQ(m_Definition.GetName(), u"first");
