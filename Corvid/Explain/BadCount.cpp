@@ -1,6 +1,6 @@
 #include "Corvid/Explain/BadCount.h"
 
-#include "Engine/Archive/ArchiveLists.h"
+#include "Engine/Archive/ElementBudget.h"
 
 namespace Corvid {
 
@@ -12,7 +12,7 @@ std::string ExplainBadCount(const LayoutNode& list, std::int64_t count, std::uin
         return number + " is negative";
     if (list.m_Capacity != 0 && count > list.m_Capacity)
         return number + ", and there is room for " + std::to_string(list.m_Capacity);
-    if (count > kFewElements && static_cast<std::uint64_t>(count) > fitting + kCountSlack)
+    if (count > ElementBudget::kFewElements && static_cast<std::uint64_t>(count) > fitting + ElementBudget::kCountSlack)
         return number + ", and the rest of the file cannot hold more than " + std::to_string(fitting);
     return {};
 }

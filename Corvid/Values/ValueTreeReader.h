@@ -31,11 +31,10 @@ public:
     void ReadLabeledObject(Label label, Archivable& object) override { ReadLabeledObject(label, object, nullptr); }
 
     std::optional<bool> IsNext(Label label) override;
-    std::uint64_t CountThatFits(const ElementSize&) const override { return m_Tree.GetSize() - m_Next; }
+    // An element takes at least one node. Counts of a tree are no claims otherwise.
+    ElementRoom GetRoom(const ElementSize&) const override { return {1, m_Tree.GetSize() - m_Next}; }
 
 private:
-    std::uint64_t GetInputSize() const override { return ~std::uint64_t{0} >> 16; } // counts of a tree are no claims
-
     const ValueNode* Take(Label label, ValueKind kind);
 
     const ValueTree& m_Tree;

@@ -4,8 +4,8 @@
 #include <utility>
 #include <vector>
 
-#include "Engine/String/ClassName.h"
 #include "Engine/Archive/Archive.h"
+#include "Engine/String/ClassName.h"
 
 namespace Corvid {
 
@@ -55,7 +55,6 @@ public:
     void WriteObject(const Archivable&) override {}
     void WriteLabeledObject(Label, const Archivable&) override {}
 
-    std::uint64_t CountThatFits(const ElementSize&) const override { return 0; }
     void SkipToLabel(Label, Label) override {}
 
 private:

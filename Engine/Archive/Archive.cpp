@@ -1,6 +1,5 @@
 #include "Engine/Archive/Archive.h"
 
-#include <algorithm>
 #include <string_view>
 
 #include "Engine/Archive/ArchiveLists.h"
@@ -22,34 +21,12 @@ void Archive::WriteEnum(Label label, std::int32_t value) {
     WriteInt(label, value);
 }
 
-std::uint64_t Archive::TakeElements(std::uint64_t count, std::uint64_t memoryOfOne) {
-    const std::uint64_t size = GetInputSize(); // may shrink, when a file turns out shorter than it was
-    const auto left = [size](std::uint64_t perByte, std::uint64_t taken) {
-        return size * perByte > taken ? size * perByte - taken : 0;
-    };
-    count = std::min(count, left(kElementsPerByte, m_ElementsTaken));
-    if (memoryOfOne > 0)
-        count = std::min(count, left(kMemoryPerByte, m_MemoryTaken) / memoryOfOne);
-    m_ElementsTaken += count;
-    m_MemoryTaken += count * memoryOfOne;
-    return count;
-}
-
-std::uint64_t Archive::TakeSlack(std::uint64_t count) {
-    count = std::min(count, kMostSlack - m_SlackTaken);
-    m_SlackTaken += count;
-    return count;
-}
-
-std::int32_t BoundCount(Archive& archive, Label countLabel, std::int32_t claimed, const ElementSize& smallest,
-                        std::size_t memoryOfOne) {
-    const auto count = static_cast<std::uint64_t>(claimed);
-    const std::uint64_t fitting = std::min(count, archive.CountThatFits(smallest));
-    std::uint64_t bound = archive.TakeElements(fitting, memoryOfOne);
-    bound += archive.TakeSlack(std::min<std::uint64_t>(count - bound, kCountSlack));
-    if (bound < count)
-        ReportMessage(Message::CountCut, {std::string_view(LabelText(countLabel)), claimed, bound});
-    return static_cast<std::int32_t>(bound);
+std::int32_t BoundCount(Archive& archive, Label countLabel, std::int32_t claimed, const ElementSize& smallest) {
+    const std::uint64_t taken =
+        archive.GetBudget().Take(static_cast<std::uint64_t>(claimed), archive.GetRoom(smallest));
+    if (taken < static_cast<std::uint64_t>(claimed))
+        ReportMessage(Message::CountCut, {std::string_view(LabelText(countLabel)), claimed, taken});
+    return static_cast<std::int32_t>(taken);
 }
 
 void CheckElementCount(std::int32_t elementCount, std::int32_t slotCount) {

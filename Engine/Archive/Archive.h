@@ -5,6 +5,7 @@
 #include <span>
 
 #include "Engine/Archive/Archivable.h"
+#include "Engine/Archive/ElementBudget.h"
 #include "Engine/Archive/Label.h"
 #include "Engine/Math/Color.h"
 #include "Engine/Math/IntPair.h"
@@ -13,12 +14,6 @@
 #include "Engine/Report/Reporter.h"
 
 namespace Corvid {
-
-// The least that one element takes in a file. See SmallestElement in MeasuringArchive.h.
-struct ElementSize {
-    std::uint64_t m_BinaryBytes = 0;
-    std::uint64_t m_LabelLetters = 0; // of all its labels together
-};
 
 // Through this interface every persistent object saves and loads itself, one typed operation a field. A read that
 // fails leaves its target as it was and has been reported; nothing is thrown. Any number of archives may be open at
@@ -82,15 +77,9 @@ public:
     virtual void Stop() { m_IsStopped = true; }
     bool IsStopped() const { return m_IsStopped; }
 
-    // How many elements of the given smallest size the rest of the input can hold.
-    virtual std::uint64_t CountThatFits(const ElementSize& smallest) const = 0;
-
-    // What all lists of a file may have together, by its size: of `count` elements that take so many bytes of memory
-    // each, as many as are left. Only files that claim the same input several times over get there.
-    std::uint64_t TakeElements(std::uint64_t count, std::uint64_t memoryOfOne);
-
-    // Of elements beyond what the input can hold, as at the end of a file that was cut short, as many as are left.
-    std::uint64_t TakeSlack(std::uint64_t count);
+    // What the input has for a list of elements of the given smallest size.
+    virtual ElementRoom GetRoom(const ElementSize& /*smallest*/) const { return {}; }
+    ElementBudget& GetBudget() { return m_Budget; }
 
     // Skips input until the next value to be read carries one of the two labels, where the encoding has labels; an
     // encoding without them cannot find its place again and is stopped.
@@ -100,16 +89,8 @@ public:
     virtual std::optional<bool> IsNext(Label /*label*/) { return std::nullopt; }
 
 private:
-    static constexpr std::uint64_t kElementsPerByte = 1;
-    static constexpr std::uint64_t kMemoryPerByte = 34; // a little more than any element claims for its smallest size
-    static constexpr std::uint64_t kMostSlack = 256 * 1024;
-
-    virtual std::uint64_t GetInputSize() const { return 0; } // bytes, whole
-
     bool m_IsStopped = false;
-    std::uint64_t m_ElementsTaken = 0;
-    std::uint64_t m_MemoryTaken = 0;
-    std::uint64_t m_SlackTaken = 0;
+    ElementBudget m_Budget;
 };
 
 } // namespace Corvid

@@ -14,14 +14,8 @@ namespace Corvid {
 
 // What the lists of records have in common while they are loaded.
 
-// A count from a file is a claim. It is taken as it stands while the rest of the input could hold that many smallest
-// elements, and for so many elements more; a larger one is cut to that, and reported. A few elements are always taken.
-inline constexpr std::int32_t kCountSlack = 4096;
-inline constexpr std::int32_t kFewElements = 64;
-
-// `claimed` is more than a few; each element takes `memoryOfOne` bytes of memory that the list does not have already.
-std::int32_t BoundCount(Archive& archive, Label countLabel, std::int32_t claimed, const ElementSize& smallest,
-                        std::size_t memoryOfOne);
+// What is taken of a count of more than a few; a cut is reported.
+std::int32_t BoundCount(Archive& archive, Label countLabel, std::int32_t claimed, const ElementSize& smallest);
 
 // The number of elements that a file states for a fixed number of slots; any other is reported.
 void CheckElementCount(std::int32_t elementCount, std::int32_t slotCount);
@@ -49,19 +43,6 @@ template <class T> T& NextElement(DynamicVector<T>& list, std::int32_t) {
 
 template <class T, int MAX_SIZE> T& NextElement(FixedVector<T, MAX_SIZE>& list, std::int32_t) {
     return list.Append();
-}
-
-// What a list takes for another element, in bytes.
-template <class T> constexpr std::size_t MemoryOfElement(const DynamicArray<T>&) {
-    return sizeof(T);
-}
-
-template <class T> constexpr std::size_t MemoryOfElement(const DynamicVector<T>&) {
-    return sizeof(T);
-}
-
-template <class T, int MAX_SIZE> constexpr std::size_t MemoryOfElement(const FixedVector<T, MAX_SIZE>&) {
-    return 0;
 }
 
 // Gives the elements that loading did not reach, however it ended, their initial value: a type without one of its own

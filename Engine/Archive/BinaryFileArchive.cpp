@@ -287,8 +287,8 @@ void BinaryFileArchive::WriteLabeledObject(Label, const Archivable& object) {
 
 // The rest of the input ----------------------------------------------------------------------------------------------
 
-std::uint64_t BinaryFileArchive::CountThatFits(const ElementSize& smallest) const {
-    return GetInput().GetBytesLeft() / std::max<std::uint64_t>(smallest.m_BinaryBytes, 1);
+ElementRoom BinaryFileArchive::GetRoom(const ElementSize& smallest) const {
+    return GetRoomFor(smallest.m_BinaryBytes);
 }
 
 void BinaryFileArchive::Stop() {

@@ -59,7 +59,7 @@ public:
     void WriteLabeledObject(Label label, const Archivable& object) override;
 
     void Stop() override;
-    std::uint64_t CountThatFits(const ElementSize& smallest) const override;
+    ElementRoom GetRoom(const ElementSize& smallest) const override;
     void SkipToLabel(Label either, Label other) override; // stops: nothing tells where a label would be
     bool ReportUnreadInput() override;
     ReportPosition GetPosition() const override; // a byte offset

@@ -1,5 +1,6 @@
 #include "Engine/Archive/FileArchive.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace Corvid {
@@ -7,6 +8,10 @@ namespace Corvid {
 FileArchive::FileArchive(std::unique_ptr<File> file) : m_File(std::move(file)) {
     if (m_File->GetAccess() == FileAccess::Read)
         GetInput().SetReader(*this);
+}
+
+ElementRoom FileArchive::GetRoomFor(std::uint64_t bytesOfOne) const {
+    return {std::max<std::uint64_t>(bytesOfOne, 1), GetInput().GetBytesLeft(), GetInput().GetSize()};
 }
 
 void FileArchive::ReportFailedCheck(const char* condition, const char* sourceFile, int sourceLine) const {

@@ -49,9 +49,9 @@ protected:
     bool m_HasCutValue = false;
     Checksum m_Checksum;
 
-private:
-    std::uint64_t GetInputSize() const override { return GetInput().GetSize(); }
+    ElementRoom GetRoomFor(std::uint64_t bytesOfOne) const;
 
+private:
     std::unique_ptr<File> m_File;
 };
 

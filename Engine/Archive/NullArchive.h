@@ -44,7 +44,6 @@ public:
     void WriteObject(const Archivable&) override {}
     void WriteLabeledObject(Label, const Archivable&) override {}
 
-    std::uint64_t CountThatFits(const ElementSize&) const override { return 0; }
     void SkipToLabel(Label, Label) override {}
 };
 

@@ -57,8 +57,8 @@ public:
         using Element = std::remove_reference_t<decltype(*list.begin())>;
         std::int32_t count = -1;
         Value(countLabel, count);
-        if (count > kFewElements)
-            count = BoundCount(m_Archive, countLabel, count, SmallestElement<Element>(label), MemoryOfElement(list));
+        if (count > ElementBudget::kFewElements)
+            count = BoundCount(m_Archive, countLabel, count, SmallestElement<Element>(label));
         BeginElements(list, count);
         std::int32_t reached = 0;
         const ElementsNotReached rest(list, reached);
@@ -73,8 +73,8 @@ public:
         std::int32_t count = MAX_SIZE;
         Value(countLabel, count);
         CheckElementCount(count, MAX_SIZE);
-        if (count > kFewElements)
-            count = BoundCount(m_Archive, countLabel, count, SmallestElement<T>(label), 0);
+        if (count > ElementBudget::kFewElements)
+            count = BoundCount(m_Archive, countLabel, count, SmallestElement<T>(label));
         for (std::int32_t i = 0; i < std::max(count, MAX_SIZE); ++i) {
             T element{};
             if (i < count)
@@ -92,8 +92,8 @@ public:
                  auto... afterAppend) {
         std::int32_t count = -1;
         Value(countLabel, count);
-        if (count > kFewElements)
-            count = BoundCount(m_Archive, countLabel, count, SmallestObject<Type>(typeLabel, contentsLabel, create), 0);
+        if (count > ElementBudget::kFewElements)
+            count = BoundCount(m_Archive, countLabel, count, SmallestObject<Type>(typeLabel, contentsLabel, create));
         for (std::int32_t i = 0; i < count && !m_Archive.IsStopped(); ++i) {
             FixedString<kWordCapacity> word(kInvalidWord);
             Value(typeLabel, word);

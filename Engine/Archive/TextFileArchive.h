@@ -74,7 +74,7 @@ public:
     void WriteLabeledObject(Label label, const Archivable& object) override;
 
     void Stop() override;
-    std::uint64_t CountThatFits(const ElementSize& smallest) const override;
+    ElementRoom GetRoom(const ElementSize& smallest) const override;
     void SkipToLabel(Label either, Label other) override;
     std::optional<bool> IsNext(Label label) override;
     bool ReportUnreadInput() override;

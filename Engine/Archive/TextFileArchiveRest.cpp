@@ -12,8 +12,9 @@ void TextFileArchive::Stop() {
     CloseFastWay();
 }
 
-std::uint64_t TextFileArchive::CountThatFits(const ElementSize& smallest) const {
-    return GetInput().GetBytesLeft() / std::max<std::uint64_t>(smallest.m_LabelLetters / 2, 1);
+// Half of the letters, since some lines of an element may be missing.
+ElementRoom TextFileArchive::GetRoom(const ElementSize& smallest) const {
+    return GetRoomFor(smallest.m_LabelLetters / 2);
 }
 
 void TextFileArchive::SkipToLabel(Label either, Label other) {

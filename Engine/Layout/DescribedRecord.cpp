@@ -158,8 +158,8 @@ private:
         const RecordPlan::List& list = m_Plan.GetList(step);
         std::int32_t count = -1;
         archive.ReadInt(step.m_Label, count);
-        if (count > kFewElements)
-            count = BoundCount(archive, step.m_Label, count, list.m_Smallest, list.m_MemoryOfOne);
+        if (count > ElementBudget::kFewElements)
+            count = BoundCount(archive, step.m_Label, count, list.m_Smallest);
         if (m_IsReporting && !archive.IsStopped())
             Check(count == 0 || (count > 0 && step.m_End > index + 1), "count == 0 || IsElementKnown( count )");
         const std::size_t place = m_Tape.m_Words.size();
@@ -378,8 +378,8 @@ void DescribedRecord::Load(Archive& archive) {
         Loader(*m_Plan, m_Tape).Load(archive, 0, m_Plan->GetSize());
     } catch (const std::bad_alloc&) {
         m_Tape = Tape();
-        StopForMemory(archive);
         LoadDefaults();
+        throw;
     }
 }
 

@@ -9,28 +9,23 @@ namespace Corvid {
 
 namespace {
 
-struct KindSize {
-    unsigned m_BinaryBytes;
-    unsigned m_TapeWords; // of 32 bits
-};
-
-// The least that a value takes, in the order of LayoutKind.
-constexpr KindSize kKindSizes[] = {
-    {1, 1},   // Bool
-    {4, 1},   // Int
-    {8, 2},   // Int64
-    {4, 1},   // Float
-    {8, 2},   // Double
-    {4, 1},   // String; on the tape its terminator
-    {4, 1},   // Word
-    {16, 4},  // Color
-    {12, 3},  // Vector3
-    {16, 4},  // Vector4
-    {8, 2},   // Pair
-    {16, 4},  // Rect
-    {36, 9},  // Matrix33
-    {64, 16}, // Matrix44
-    {4, 1},   // Count
+// The least that a value takes in binary, in bytes, in the order of LayoutKind.
+constexpr unsigned kSmallestSizes[] = {
+    1,  // Bool
+    4,  // Int
+    8,  // Int64
+    4,  // Float
+    8,  // Double
+    4,  // String
+    4,  // Word
+    16, // Color
+    12, // Vector3
+    16, // Vector4
+    8,  // Pair
+    16, // Rect
+    36, // Matrix33
+    64, // Matrix44
+    4,  // Count
 };
 
 bool HasLabel(LayoutKind kind) {
@@ -138,7 +133,6 @@ PlannedCondition RecordPlan::Plan(LayoutIndex when, const LayoutCondition& condi
 
 void RecordPlan::AddList(LayoutIndex index) {
     List list;
-    std::size_t words = 0;
     for (LayoutIndex inner = index + 1; inner < m_Layout[index].m_End;) {
         const LayoutNode& node = m_Layout[inner];
         if (node.m_Kind == LayoutKind::When) {
@@ -147,13 +141,10 @@ void RecordPlan::AddList(LayoutIndex index) {
         }
         if (HasLabel(node.m_Kind))
             list.m_Smallest.m_LabelLetters += node.m_Label.size();
-        if (node.m_Kind <= LayoutKind::Count) {
-            list.m_Smallest.m_BinaryBytes += kKindSizes[static_cast<std::size_t>(node.m_Kind)].m_BinaryBytes;
-            words += kKindSizes[static_cast<std::size_t>(node.m_Kind)].m_TapeWords;
-        }
+        if (node.m_Kind <= LayoutKind::Count)
+            list.m_Smallest.m_BinaryBytes += kSmallestSizes[static_cast<std::size_t>(node.m_Kind)];
         inner = node.m_Kind == LayoutKind::Count ? node.m_End : inner + 1;
     }
-    list.m_MemoryOfOne = words * sizeof(std::uint32_t);
     // The labels of one element, each once.
     std::vector<std::string_view> texts;
     for (LayoutIndex inner = index + 1; inner < m_Layout[index].m_End;) {

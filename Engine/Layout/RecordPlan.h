@@ -46,8 +46,7 @@ public:
     };
 
     struct List {
-        ElementSize m_Smallest;        // of an element
-        std::size_t m_MemoryOfOne = 0; // bytes of the tape
+        ElementSize m_Smallest; // of an element
         std::vector<Label> m_ElementLabels;
     };
 

@@ -8,6 +8,7 @@
 #include <tuple>
 #include <vector>
 
+#include "Engine/Archive/NullArchive.h"
 #include "Tests/Engine/Archive/TextArchiveFixture.h"
 #include "Tests/Support/SpelledFile.h"
 
@@ -72,7 +73,7 @@ public:
 class Model final : public Record<Model> {
 public:
     static void Fields(auto& self, auto& fields) {
-        fields.BeforeSave(self, [](const Model& model) { return ++model.m_TimesSaved < 3; });
+        fields.BeforeSave(self, [](const Model& model) { ++model.m_TimesSaved; });
         fields.Value(u"Name", self.m_Name);
         fields.Block(self.m_Hull);
         fields.Reserved(u"Unused", std::int32_t{5});
@@ -193,6 +194,33 @@ TEST_F(RecordTest, CountIsBoundByTheRestOfTheInput) {
         EXPECT_EQ(m_Reports.Count("claims"), holder.m_Items.GetSize() < c.claimed ? 1 : 0);
         TakeReports();
     }
+}
+
+class Note final : public Record<Note> {
+public:
+    static void Fields(auto& self, auto& fields) { fields.Value(u"Text", self.m_Text); }
+    FixedString<1024> m_Text;
+};
+
+// Whatever an element takes in memory for what it takes in a file, and wherever it comes from.
+TEST_F(RecordTest, ListOfEmptyElementsIsWhole) {
+    constexpr int kCount = 100000;
+    Holder<DynamicArray<Note>> notes;
+    notes.m_Items.SetSize(kCount);
+    for (const ArchiveFormat format : {ArchiveFormat::Text, ArchiveFormat::Binary}) {
+        Holder<DynamicArray<Note>> read;
+        Load(Save(format, notes), read);
+        EXPECT_EQ(read.m_Items.GetSize(), kCount);
+    }
+    class Countless final : public NullArchive {
+    public:
+        void ReadInt(Label, std::int32_t& value) override { value = kCount; }
+    };
+    Countless archive;
+    Holder<DynamicArray<std::int32_t>> numbers;
+    numbers.Load(archive);
+    EXPECT_EQ(numbers.m_Items.GetSize(), kCount);
+    EXPECT_EQ(TakeReports(), "");
 }
 
 TEST_F(RecordTest, SlotsAreAllFilledOrEmptied) {
