@@ -116,10 +116,12 @@ DiffOutcome DiffTwoFiles(const DiffSide& before, const DiffSide& after, const Di
         return outcome;
 
     DiffSink sink(outcome.m_Data, options, style);
-    const std::string obstacle = CompareLoaded(
-        *beforeRead.m_Loaded, isSame ? *beforeRead.m_Loaded : *afterRead.m_Loaded, options.m_Compare, sink);
+    const LoadedFile& beforeLoaded = *beforeRead.m_Loaded;
+    const LoadedFile& afterLoaded = isSame ? beforeLoaded : *afterRead.m_Loaded;
+    const std::string obstacle = CompareLoaded(beforeLoaded, afterLoaded, options.m_Compare, sink);
     if (!obstacle.empty()) {
-        outcome.m_Errors += PrintedPath(after.m_ShownPath) + ": error: " + obstacle + "\n";
+        if (beforeLoaded.m_Kind && afterLoaded.m_Kind) // else it has been told what is wrong
+            outcome.m_Errors += PrintedPath(after.m_ShownPath) + ": error: " + obstacle + "\n";
         outcome.m_Status = std::max(outcome.m_Status, style.m_IsOneOfMany ? kExitFindings : kExitCouldNotRun);
     }
     if (sink.HasDifferences())
