@@ -112,7 +112,7 @@ DiffOutcome DiffTwoFiles(const DiffSide& before, const DiffSide& after, const Di
         other.get();
     TellDiagnostics(outcome, beforeRead, before, options, style);
     TellDiagnostics(outcome, afterRead, after, options, style);
-    if (!beforeRead.m_Loaded || (!isSame && !afterRead.m_Loaded))
+    if (!beforeRead.m_Loaded || (!isSame && !afterRead.m_Loaded) || (isSame && beforeRead.m_Loaded->m_Kind))
         return outcome;
 
     DiffSink sink(outcome.m_Data, options, style);
