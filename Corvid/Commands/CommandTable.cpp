@@ -3,6 +3,7 @@
 #include "Corvid/Commands/Check.h"
 #include "Corvid/Commands/Diff.h"
 #include "Corvid/Commands/Info.h"
+#include "Corvid/Commands/LayoutInfer.h"
 
 namespace Corvid {
 
@@ -13,6 +14,7 @@ constexpr CommandRow kCommands[] = {
     RowFor<CheckOptions>("check"),
     RowFor<DiffOptions>("diff"),
     RowFor<InfoOptions>("info"),
+    RowFor<LayoutInferOptions>("layout infer"),
 };
 
 } // namespace

@@ -9,8 +9,8 @@ namespace Corvid {
 
 namespace {
 
-constexpr std::uint64_t kMostSteps = 400'000;        // values read in one search
-constexpr std::uint64_t kMostStepsOfAll = 8'000'000; // in all searches of one question
+constexpr std::uint64_t kMostSteps = 1'000'000;       // values read in one search
+constexpr std::uint64_t kMostStepsOfAll = 20'000'000; // in all searches of one question
 constexpr int kMostDepartures = 16;
 constexpr std::size_t kMostDecisions = 2'000;
 constexpr std::int32_t kMostEmptyElements = 65'536; // of elements that take no bytes

@@ -14,7 +14,8 @@ namespace {
 constexpr std::size_t kMostWords = 64;       // that an enumeration has
 constexpr std::size_t kManyWords = 12;       // of which most stand once only: names, no enumeration
 constexpr std::size_t kMostAlternatives = 8; // that a mark lists
-constexpr double kCertainBits = 14.0;        // of chance against it: a single condition is no accident
+constexpr double kCertainBitsOfTwo = 20.0;
+constexpr double kCertainBits = 14.0; // of chance against it: a single condition is no accident
 
 using Presence = std::vector<bool>; // by instance
 
@@ -192,9 +193,12 @@ bool Finder::Explain(const Candidate& candidate, const RecordDraft& record, cons
     return !(explanation.m_IsWeak && explanation.m_Words > kManyWords);
 }
 
-// One condition within another, where no single one will do.
+// One condition within another, where no single one will do. Two explain so much that they are certain only if they
+// are the only two, and far from chance.
 std::vector<Explanation> Finder::ExplainByTwo(const RecordDraft& record, const Presence& present,
                                               const std::vector<const Candidate*>& candidates) const {
+    std::vector<Explanation> explanations;
+    std::set<std::pair<const Candidate*, const Candidate*>> pairs;
     for (const Candidate* first : candidates) {
         if (std::find(first->m_Values.begin(), first->m_Values.end(), -1) != first->m_Values.end())
             continue;
@@ -211,11 +215,12 @@ std::vector<Explanation> Finder::ExplainByTwo(const RecordDraft& record, const P
             continue;
         for (const Candidate* second : candidates) {
             Explanation explanation;
-            if (second == first || !Explain(*second, record, asked, present, explanation) || explanation.m_IsWeak)
+            if (second == first || !Explain(*second, record, asked, present, explanation) || explanation.m_IsWeak ||
+                !pairs.insert(std::minmax(first, second)).second)
                 continue;
             DraftWhen around;
             around.m_Condition = {first->m_Record, first->m_Field, {}, false};
-            around.m_IsUncertain = true;
+            std::copy_n(explanation.m_Samples, 2, around.m_Samples);
             if (first->m_IsBool) {
                 around.m_Condition.m_IsNegated = isSide[0];
             } else {
@@ -223,14 +228,20 @@ std::vector<Explanation> Finder::ExplainByTwo(const RecordDraft& record, const P
                     if (isSide[word])
                         around.m_Condition.m_Words.push_back(field.m_Words[word]);
                 }
-                first->m_Record->m_Fields[first->m_Field].m_IsWord = true;
             }
             explanation.m_Around.push_back(std::move(around));
-            explanation.m_IsUncertain = true; // two conditions explain too much to be certain
-            return {explanation};
+            explanations.push_back(std::move(explanation));
         }
     }
-    return {};
+    if (explanations.empty())
+        return explanations;
+    const auto presentCount = static_cast<std::size_t>(std::count(present.begin(), present.end(), true));
+    explanations.front().m_IsUncertain =
+        explanations.size() > 1 || BitsOfChance(presentCount, present.size()) < kCertainBitsOfTwo;
+    explanations.resize(1);
+    Explanation& only = explanations.front();
+    only.m_Around.front().m_IsUncertain = only.m_IsUncertain;
+    return explanations;
 }
 
 void Finder::Explain(RecordDraft& record, std::uint32_t index, const std::vector<Candidate>& candidates) {
@@ -259,9 +270,9 @@ void Finder::Explain(RecordDraft& record, std::uint32_t index, const std::vector
     // Within the conditions of earlier fields, unless a single one is too good to be chance.
     if (explanations.empty() || BitsOfChance(field.m_PresentCount, present.size()) < kCertainBits) {
         std::vector<Presence> asked;
-        for (std::uint32_t earlier = 0; earlier < index; ++earlier) {
-            const DraftField& around = record.m_Fields[earlier];
-            if (!around.IsOptional() || around.m_Whens.empty() || around.m_PresentCount <= field.m_PresentCount ||
+        for (const DraftField& around : record.m_Fields) {
+            if (&around == &field || !around.IsOptional() || around.m_Whens.empty() ||
+                around.m_PresentCount <= field.m_PresentCount ||
                 std::any_of(around.m_Whens.begin(), around.m_Whens.end(),
                             [](const DraftWhen& when) { return when.IsUnknown(); }))
                 continue;
@@ -315,6 +326,8 @@ void Finder::Decide(RecordDraft& record, std::uint32_t index, std::vector<Explan
     };
     becomeWord(when.m_Condition);
     std::for_each(when.m_Alternatives.begin(), when.m_Alternatives.end(), becomeWord);
+    for (const DraftWhen& around : best.m_Around)
+        becomeWord(around.m_Condition);
     field.m_Whens = std::move(best.m_Around);
     field.m_Whens.push_back(std::move(when));
 }
@@ -360,10 +373,17 @@ void Finder::Visit(RecordDraft& record) {
                                          [](const DraftField& field) { return field.IsOptional(); });
     if (hasOptional) {
         const std::vector<Candidate> candidates = FindCandidates(record);
+        // The most common first: they stand around the others.
+        std::vector<std::uint32_t> optional;
         for (std::uint32_t index = 0; index < record.m_Fields.size(); ++index) {
             if (record.m_Fields[index].IsOptional())
-                Explain(record, index, candidates);
+                optional.push_back(index);
         }
+        std::stable_sort(optional.begin(), optional.end(), [&](std::uint32_t left, std::uint32_t right) {
+            return record.m_Fields[left].m_PresentCount > record.m_Fields[right].m_PresentCount;
+        });
+        for (const std::uint32_t index : optional)
+            Explain(record, index, candidates);
         MarkUnordered(record);
     }
     for (DraftField& field : record.m_Fields) {

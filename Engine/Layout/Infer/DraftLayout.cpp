@@ -43,9 +43,9 @@ struct BlockRun {
     std::uint32_t m_Size = 0;
 };
 
-BlockRun FindBlock(const RecordDraft& record, std::uint32_t first, std::span<const Layout> blocks) {
+BlockRun FindBlock(const RecordDraft& record, std::uint32_t first, const LayoutBlocks& blocks) {
     BlockRun longest;
-    for (const Layout& block : blocks) {
+    for (const auto& [name, block] : blocks) {
         const std::uint32_t size = MatchBlock(record, first, block, 0, block.GetSize());
         if (size > longest.m_Size)
             longest = {&block, size};
@@ -66,7 +66,7 @@ void FixKinds(RecordDraft& record, std::uint32_t first, const Layout& block, Lay
 
 class Maker {
 public:
-    Maker(std::span<const Layout> blocks, bool isAssumed) : m_Blocks(blocks), m_IsAssumed(isAssumed) {}
+    Maker(const LayoutBlocks& blocks, bool isAssumed) : m_Blocks(blocks), m_IsAssumed(isAssumed) {}
 
     DraftLayout Make(RecordDraft& draft, const std::string& name) {
         FindDeciders(draft);
@@ -99,7 +99,7 @@ private:
     void AddWhen(DraftWhen& when);
     bool Translate(const DraftCondition& condition, LayoutCondition& translated) const;
 
-    std::span<const Layout> m_Blocks;
+    const LayoutBlocks& m_Blocks;
     bool m_IsAssumed;
     LayoutBuilder m_Builder;
     DraftLayout m_Result;
@@ -277,7 +277,7 @@ void Maker::AddRecord(RecordDraft& record) {
 
 } // namespace
 
-void FindBlocks(RecordDraft& draft, std::span<const Layout> blocks) {
+void FindBlocks(RecordDraft& draft, const LayoutBlocks& blocks) {
     for (std::uint32_t index = 0; index < draft.m_Fields.size();) {
         const BlockRun run = FindBlock(draft, index, blocks);
         if (run.m_Block != nullptr) {
@@ -291,7 +291,7 @@ void FindBlocks(RecordDraft& draft, std::span<const Layout> blocks) {
     }
 }
 
-DraftLayout MakeLayout(RecordDraft& draft, const std::string& name, std::span<const Layout> blocks, bool isAssumed) {
+DraftLayout MakeLayout(RecordDraft& draft, const std::string& name, const LayoutBlocks& blocks, bool isAssumed) {
     return Maker(blocks, isAssumed).Make(draft, name);
 }
 

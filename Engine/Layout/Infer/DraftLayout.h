@@ -1,10 +1,10 @@
 #pragma once
 
-#include <span>
 #include <string>
 #include <vector>
 
 #include "Engine/Layout/Infer/RecordDraft.h"
+#include "Engine/Layout/LayoutBlocks.h"
 
 namespace Corvid {
 
@@ -15,11 +15,11 @@ struct DraftLayout {
     std::vector<std::vector<DraftWhen*>> m_Whens; // by node, of each field that it holds
 };
 
-// Finds runs of fields that are one of `blocks`, layouts of records that are built in, and fixes their kinds.
-void FindBlocks(RecordDraft& draft, std::span<const Layout> blocks);
+// Finds runs of fields that are one of `blocks`, and fixes their kinds.
+void FindBlocks(RecordDraft& draft, const LayoutBlocks& blocks);
 
 // `isAssumed`: no binary sample has told anything, so that decimals are taken for floats and digits for 32 bits without
 // a mark. The draft must outlive the result.
-DraftLayout MakeLayout(RecordDraft& draft, const std::string& name, std::span<const Layout> blocks, bool isAssumed);
+DraftLayout MakeLayout(RecordDraft& draft, const std::string& name, const LayoutBlocks& blocks, bool isAssumed);
 
 } // namespace Corvid

@@ -39,7 +39,7 @@ struct SamplesOfType {
 // Makes the layout of one type, step by step.
 class TypeInference {
 public:
-    TypeInference(const SamplesOfType& samples, std::span<const Layout> blocks, InferredType& result)
+    TypeInference(const SamplesOfType& samples, const LayoutBlocks& blocks, InferredType& result)
         : m_Samples(samples), m_Blocks(blocks), m_Result(result) {
         for (const TextSample& text : samples.m_Texts)
             m_Trees.push_back(text.m_Tree.get());
@@ -56,7 +56,7 @@ private:
     void Apply(const DraftLayout& made, const FitAnswer& answer);
 
     const SamplesOfType& m_Samples;
-    std::span<const Layout> m_Blocks;
+    const LayoutBlocks& m_Blocks;
     InferredType& m_Result;
     std::vector<const SampleTree*> m_Trees;
     RecordDraft m_Draft;
@@ -241,7 +241,7 @@ std::optional<std::string> TypeOfBinary(std::string_view& bytes) {
 
 } // namespace
 
-Inference InferLayouts(std::span<const Sample> samples, std::span<const Layout> blocks) {
+Inference InferLayouts(std::span<const Sample> samples, const LayoutBlocks& blocks) {
     Inference inference;
     // In an order of their own, each content once: what is concluded must not hang on how they were given.
     std::vector<const Sample*> sorted;
@@ -279,6 +279,8 @@ Inference InferLayouts(std::span<const Sample> samples, std::span<const Layout> 
     for (const auto& [word, ofType] : types) {
         InferredType& result = inference.m_Types.emplace_back();
         result.m_TypeWord = word;
+        result.m_AnySample = ofType.m_Texts.empty() ? ofType.m_Binaries.front().m_Sample->m_Name
+                                                    : ofType.m_Texts.front().m_Sample->m_Name;
         TypeInference(ofType, blocks, result).Run();
     }
     return inference;

@@ -6,6 +6,7 @@
 
 #include "Engine/Layout/Infer/Sample.h"
 #include "Engine/Layout/Layout.h"
+#include "Engine/Layout/LayoutBlocks.h"
 
 namespace Corvid {
 
@@ -31,6 +32,7 @@ struct InferredMark {
 
 struct InferredType {
     std::string m_TypeWord;
+    std::string m_AnySample; // the name of one
     bool m_HasLayout = false;
     Layout m_Layout; // of what stands behind the word of the type
     std::vector<InferredMark> m_Marks;
@@ -45,8 +47,8 @@ struct Inference {
     std::vector<InferenceProblem> m_Problems; // of samples whose type cannot be told
 };
 
-// Makes a layout of each type that samples show. `blocks`: layouts of the records that are built in, by name. Neither
-// the order of the samples nor their names matter, but that messages name one of several files that would do.
-Inference InferLayouts(std::span<const Sample> samples, std::span<const Layout> blocks);
+// Makes a layout of each type that samples show. Runs of fields that are one of `blocks` use it. Neither the order of
+// the samples nor their names matter, but that messages name one of several files that would do.
+Inference InferLayouts(std::span<const Sample> samples, const LayoutBlocks& blocks);
 
 } // namespace Corvid

@@ -14,7 +14,7 @@ namespace {
 
 // Beside what the samples show, a file may hold numbers so many times as large; with few samples much larger ones.
 constexpr std::size_t kManyValues = 8;
-constexpr double kIntSlack = 256.0;
+constexpr double kIntSlack = 8.0;
 constexpr double kFloatSlack = 1000.0;
 constexpr double kLargestInt = 65536.0;
 constexpr double kLargestIntOfFew = 268435456.0;    // 2^28; the bits of everyday floats lie above

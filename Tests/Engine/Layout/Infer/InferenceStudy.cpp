@@ -36,6 +36,7 @@ StudyResult RunStudy(const StudySetting& setting) {
                     const auto converted = isToText ? ToText(inferred.m_Layout, file.m_Binary, allowed == 1)
                                                     : ToBinary(inferred.m_Layout, file.m_Text, allowed == 1);
                     if (!converted.has_value()) {
+                        ++result.m_Refused[allowed][WhyRefused() + (isToText ? " to text" : " to binary")];
                         refused += allowed == 0 ? 1 : 0;
                         continue;
                     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <string>
 
 namespace Corvid {
@@ -22,6 +23,7 @@ struct StudyResult {
     int m_Wrong[2] = {0, 0};
     int m_WrongAssumed = 0; // of the wrong ones without: by a layout that says itself that it assumes
     std::string m_FirstWrong;
+    std::map<std::string, int> m_Refused[2]; // by reason
 };
 
 StudyResult RunStudy(const StudySetting& setting);

@@ -39,6 +39,10 @@ TEST(InferenceStudyTest, HeldOutFilesAreConvertedRightOrRefused) {
                   << result.m_Right[0] << " right, " << result.m_Wrong[0] << " wrong (" << result.m_WrongAssumed
                   << " assumed); with what is unproven " << result.m_Right[1] << " right, " << result.m_Wrong[1]
                   << " wrong\n";
+        for (const int allowed : {0, 1}) {
+            for (const auto& [why, count] : result.m_Refused[allowed])
+                std::cout << "    " << (allowed == 1 ? "allowed " : "") << why << ' ' << count << '\n';
+        }
         EXPECT_EQ(result.m_Wrong[0], result.m_WrongAssumed) << each.name << ": " << result.m_FirstWrong;
         EXPECT_GE(100 * written, each.written * result.m_Files) << each.name;
     }

@@ -18,6 +18,13 @@ namespace {
 
 constexpr std::size_t kTypeBytes = 4 + 4 + 2 * 5; // header and "Quest"
 
+std::string g_Why;
+
+bool Refuse(const char* why) {
+    g_Why = why;
+    return false;
+}
+
 template <class Value> void Append(std::string& bytes, Value value) {
     bytes.append(reinterpret_cast<const char*>(&value), sizeof(value));
 }
@@ -43,7 +50,7 @@ protected:
             else if (node.m_Kind == LayoutKind::Count)
                 isGood = WalkCount(index);
             else
-                isGood = TakeValue(index) && (!node.m_IsDoubtful || m_IsAllowed || node.m_Kind == LayoutKind::Bool);
+                isGood = TakeValue(index) && (!node.m_IsDoubtful || m_IsAllowed || node.m_Kind == LayoutKind::Bool || Refuse("number mark"));
             if (!isGood)
                 return false;
         }
@@ -56,17 +63,17 @@ protected:
         if (node.m_Condition.m_Field == kNoLayoutIndex) {
             holds = IsNext(index + 1);
             if (!holds.has_value())
-                return false;
+                return Refuse("when unknown");
         } else {
             holds = Holds(node.m_Condition);
             if (!holds.has_value())
-                return false;
+                return Refuse("when decider absent");
             if (node.m_IsDoubtful && !m_IsAllowed) {
                 if (node.m_Doubt.m_Alternatives.empty())
-                    return false;
+                    return Refuse("when uncertain");
                 for (const LayoutCondition& other : node.m_Doubt.m_Alternatives) {
                     if (Holds(other) != holds)
-                        return false;
+                        return Refuse("when rival");
                 }
             }
         }
@@ -91,10 +98,10 @@ protected:
         const LayoutNode& node = m_Layout[index];
         std::int32_t count = 0;
         if (!TakeCount(index, count) || count < 0 || count > 100'000 || (count > 0 && node.m_End == index + 1))
-            return false;
+            return Refuse("count");
         const std::vector<std::int32_t>& seen = node.m_Doubt.m_SeenNumbers;
         if (node.m_IsDoubtful && !m_IsAllowed && std::find(seen.begin(), seen.end(), count) == seen.end())
-            return false;
+            return Refuse("count mark");
         for (std::int32_t i = 0; i < count; ++i) {
             if (!Walk(index + 1, node.m_End))
                 return false;
@@ -107,11 +114,11 @@ protected:
         const LayoutNode& node = m_Layout[index];
         if (node.m_Kind == LayoutKind::Word &&
             std::find(node.m_Words.begin(), node.m_Words.end(), value) == node.m_Words.end())
-            return false;
+            return Refuse("unknown word");
         const std::vector<bool>& seen = node.m_Doubt.m_SeenBools;
         if (node.m_Kind == LayoutKind::Bool && node.m_IsDoubtful && !m_IsAllowed &&
             std::find(seen.begin(), seen.end(), value == u"1") == seen.end())
-            return false;
+            return Refuse("bool mark");
         m_Values[index] = std::move(value);
         return true;
     }
@@ -163,7 +170,7 @@ private:
     bool TakeValue(LayoutIndex index) override {
         const LayoutNode& node = m_Layout[index];
         if (!IsLine(node.m_Label))
-            return false;
+            return Refuse("missing line");
         const std::string value(m_Tree[m_Next++].m_Value);
         const auto floats = [&](std::string list, int count) {
             const char* position = list.c_str() + 1;
@@ -181,7 +188,7 @@ private:
         }
         const LayoutKind kind = node.m_Kind == LayoutKind::Word ? LayoutKind::String : node.m_Kind;
         if (!KindsOfValue(value).Has(kind))
-            return false;
+            return Refuse("value of another kind");
         switch (kind) {
         case LayoutKind::Bool:
             Append(m_Bytes, static_cast<char>(value == "TRUE"));
@@ -347,11 +354,17 @@ private:
 
 } // namespace
 
+const std::string& WhyRefused() {
+    return g_Why;
+}
+
 std::optional<std::string> ToBinary(const Layout& layout, std::string_view text, bool isUnprovenAllowed) {
+    g_Why = "other";
     return TextWalker(layout, isUnprovenAllowed).Convert(text);
 }
 
 std::optional<std::string> ToText(const Layout& layout, std::string_view binary, bool isUnprovenAllowed) {
+    g_Why = "other";
     return BinaryWalker(layout, isUnprovenAllowed).Convert(binary);
 }
 
