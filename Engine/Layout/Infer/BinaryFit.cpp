@@ -12,6 +12,15 @@ namespace {
 constexpr std::uint64_t kMostSteps = 1'000'000;       // values read in one search
 constexpr std::uint64_t kMostStepsOfAll = 20'000'000; // in all searches of one question
 constexpr int kMostDepartures = 16;
+
+// One file alone can be read in many ways: the fewer there are, the fewer departures are believed, and the more costly
+// rivals must have been ruled out.
+constexpr int MostDepartures(std::size_t files) {
+    return files == 1 ? 1 : files == 2 ? 3 : files == 3 ? 6 : kMostDepartures;
+}
+constexpr int RivalMargin(std::size_t files) {
+    return files == 1 ? 3 : files == 2 ? 2 : 1;
+}
 constexpr std::size_t kMostDecisions = 2'000;
 constexpr std::int32_t kMostEmptyElements = 65'536; // of elements that take no bytes
 
@@ -440,6 +449,8 @@ FitAnswer FitBinaries(const FitQuestion& question, std::span<const std::string_v
     if (outcome != Outcome::Found)
         return answer;
     answer.m_Fits = true;
+    if (departures > MostDepartures(files.size()))
+        return answer;
     answer.m_IsCertain = true;
     const State best = search.GetFound();
     search.Note(answer);
@@ -454,8 +465,9 @@ FitAnswer FitBinaries(const FitQuestion& question, std::span<const std::string_v
             if (choice == best.m_Choices[node] || !answer.m_Choices[node].m_IsSettled)
                 continue;
             search.Forget();
-            const Outcome other = search.GetStepsOfAll() < kMostStepsOfAll ? search.Find(departures + 1, node, choice)
-                                                                           : Outcome::OutOfSteps;
+            const Outcome other = search.GetStepsOfAll() < kMostStepsOfAll
+                                      ? search.Find(departures + RivalMargin(files.size()), node, choice)
+                                      : Outcome::OutOfSteps;
             if (other == Outcome::NotFound)
                 continue;
             answer.m_IsCertain = false;

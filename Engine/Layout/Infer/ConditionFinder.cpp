@@ -357,7 +357,12 @@ void MarkUnordered(RecordDraft& record) {
     for (const auto& [first, second] : FindUnorderedFields(record)) {
         DraftField& left = record.m_Fields[first];
         DraftField& right = record.m_Fields[second];
-        if (ExcludeEachOther(left, right))
+        // A text shows the order itself, and from binary what nobody knows about is refused anyway.
+        const auto isUnknown = [](const DraftField& field) {
+            return std::any_of(field.m_Whens.begin(), field.m_Whens.end(),
+                               [](const DraftWhen& when) { return when.IsUnknown(); });
+        };
+        if (isUnknown(left) || isUnknown(right) || ExcludeEachOther(left, right))
             continue;
         for (DraftField* field : {&left, &right}) {
             if (field->m_Whens.empty())

@@ -166,7 +166,7 @@ bool TypeInference::FitSideBySide(std::span<const BinarySample* const> files, bo
     for (const BinarySample* file : files)
         values.push_back(file->m_Values);
     const FitAnswer answer = FitBinaries(question, values);
-    if (answer.m_Fits && isTakenOver) {
+    if (answer.m_Fits && isTakenOver && !answer.m_SeenBools.empty()) {
         Apply(made, answer);
         m_HasBytes = true;
     }

@@ -40,7 +40,7 @@ struct RandomLayout::Writing {
 
 RandomLayout::RandomLayout(std::uint32_t seed) : m_Random(seed) {
     m_Deciders.emplace_back();
-    AddFields(0, Draw(5, 14));
+    AddFields(0, Draw(4, 10));
     m_Truth = m_Builder.Finish("Quest");
     m_Habits.resize(m_Truth.GetSize());
 }
@@ -124,8 +124,8 @@ bool RandomLayout::AddWhen(int depth) {
 
 void RandomLayout::AddValue() {
     static constexpr std::pair<LayoutKind, int> kShares[] = {
-        {LayoutKind::Bool, 16},    {LayoutKind::Int, 20},     {LayoutKind::Int64, 4}, {LayoutKind::Float, 24},
-        {LayoutKind::Double, 5},   {LayoutKind::String, 10},  {LayoutKind::Word, 8},  {LayoutKind::Color, 5},
+        {LayoutKind::Bool, 16},    {LayoutKind::Int, 20},     {LayoutKind::Int64, 2}, {LayoutKind::Float, 28},
+        {LayoutKind::Double, 3},   {LayoutKind::String, 10},  {LayoutKind::Word, 8},  {LayoutKind::Color, 5},
         {LayoutKind::Vector3, 3},  {LayoutKind::Vector4, 1},  {LayoutKind::Pair, 1},  {LayoutKind::Rect, 1},
         {LayoutKind::Matrix33, 1}, {LayoutKind::Matrix44, 1},
     };

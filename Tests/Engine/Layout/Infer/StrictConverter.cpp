@@ -50,7 +50,8 @@ protected:
             else if (node.m_Kind == LayoutKind::Count)
                 isGood = WalkCount(index);
             else
-                isGood = TakeValue(index) && (!node.m_IsDoubtful || m_IsAllowed || node.m_Kind == LayoutKind::Bool || Refuse("number mark"));
+                isGood = TakeValue(index) && (!node.m_IsDoubtful || m_IsAllowed || node.m_Kind == LayoutKind::Bool ||
+                                              Refuse("number mark"));
             if (!isGood)
                 return false;
         }
