@@ -1,6 +1,8 @@
 #include "Corvid/Commands/CommandTable.h"
 
+#include "Corvid/Commands/Cat.h"
 #include "Corvid/Commands/Check.h"
+#include "Corvid/Commands/Convert.h"
 #include "Corvid/Commands/Diff.h"
 #include "Corvid/Commands/Info.h"
 #include "Corvid/Commands/LayoutInfer.h"
@@ -11,7 +13,9 @@ namespace {
 
 // A new command is a pair of files beside this one and a row.
 constexpr CommandRow kCommands[] = {
+    RowFor<ConvertOptions>("convert"),
     RowFor<CheckOptions>("check"),
+    RowFor<CatOptions>("cat"),
     RowFor<DiffOptions>("diff"),
     RowFor<InfoOptions>("info"),
     RowFor<LayoutInferOptions>("layout infer"),

@@ -1,16 +1,10 @@
 #include "Corvid/Diagnostics/DiagnosticRendering.h"
 
-#include <nlohmann/json.hpp>
+#include "Corvid/Json/Json.h"
 
 namespace Corvid {
 
 namespace {
-
-using Json = nlohmann::ordered_json;
-
-std::string LineOf(const Json& json) {
-    return json.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n"; // ill-formed UTF-8 as U+FFFD
-}
 
 std::string MoreText(const ShownDiagnostic& shown) {
     return "... and " + std::to_string(shown.m_More) + " more";
@@ -59,7 +53,7 @@ void AppendJson(std::string& out, std::string_view file, const ShownDiagnostic& 
     if (shown.m_IsClosing) {
         json["severity"] = WordOf(Severity::Note);
         json["more"] = shown.m_More;
-        out += LineOf(json);
+        out += JsonLine(json);
         return;
     }
     if (diagnostic.m_Place.m_Kind == DiagnosticPlace::Kind::Line) {
@@ -76,7 +70,7 @@ void AppendJson(std::string& out, std::string_view file, const ShownDiagnostic& 
         json["more"] = shown.m_More;
     else
         json["message"] = diagnostic.m_Message;
-    out += LineOf(json);
+    out += JsonLine(json);
 }
 
 // Workflow commands escape the ends of lines and their own marks; values of properties a few more.
@@ -144,7 +138,7 @@ std::string SummaryJson(std::uint64_t files, std::uint64_t errors, std::uint64_t
     json["summary"]["files"] = files;
     json["summary"]["errors"] = errors;
     json["summary"]["warnings"] = warnings;
-    return LineOf(json);
+    return JsonLine(json);
 }
 
 } // namespace Corvid

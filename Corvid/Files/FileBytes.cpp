@@ -1,15 +1,32 @@
 #include "Corvid/Files/FileBytes.h"
 
+#include <algorithm>
+
 #include "Corvid/Files/FileStatus.h"
 #include "Corvid/Files/SystemError.h"
 #include "Engine/File/DestinationFile.h"
 
 namespace Corvid {
 
-std::string WriteFileBytes(const std::string& path, std::string_view bytes) {
+namespace {
+
+// The folder that a path stands in; empty: the working folder.
+std::string FolderOf(const std::string& path) {
+    const auto separator = std::find_if(path.rbegin(), path.rend(), IsPathSeparator);
+    return separator == path.rend() ? std::string() : std::string(path.begin(), separator.base() - 1);
+}
+
+} // namespace
+
+std::string WriteFileBytes(const std::string& path, std::string_view bytes, bool makesFolders) {
     DestinationFile destination;
-    if (!destination.Open(EnginePath(path)))
-        return LastSystemError();
+    if (!destination.Open(EnginePath(path))) {
+        const std::string folder = FolderOf(path);
+        if (!makesFolders || folder.empty() || GetFileStatus(folder))
+            return LastSystemError();
+        if (!MakeFolders(folder) || !destination.Open(EnginePath(path)))
+            return LastSystemError();
+    }
     if (destination.Write(bytes.data(), bytes.size()) != bytes.size())
         return LastSystemError();
     return destination.Close() == 0 ? std::string() : LastSystemError();

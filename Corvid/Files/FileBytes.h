@@ -19,7 +19,7 @@ ReadResult ReadStandardInput();
 // Whether the file holds just these bytes.
 bool HoldsBytes(const std::string& path, std::string_view bytes);
 
-// All or nothing, keeping mode and links; empty, or what the system says.
-std::string WriteFileBytes(const std::string& path, std::string_view bytes);
+// All or nothing, keeping mode and links; empty, or what the system says. `makesFolders`: those above it, if need be.
+std::string WriteFileBytes(const std::string& path, std::string_view bytes, bool makesFolders);
 
 } // namespace Corvid

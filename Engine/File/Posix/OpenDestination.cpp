@@ -51,8 +51,11 @@ std::unique_ptr<DestinationTarget> OpenDestination(std::u16string_view path, int
         return MakeTemporaryTarget(FollowLinks(name), nullptr, patienceMilliseconds);
 
     const bool isShared = !existing.IsOpen();
-    if (isShared)
+    if (isShared) {
+        const int error = errno;
         existing = DuplicateDescriptor(named, O_WRONLY);
+        errno = error; // why the path does not open
+    }
     struct stat status;
     if (!existing.IsOpen() || fstat(existing.Get(), &status) != 0)
         return nullptr;

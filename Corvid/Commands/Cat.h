@@ -1,0 +1,21 @@
+#pragma once
+
+#include "Corvid/Commands/CommonOptions.h"
+
+namespace Corvid {
+
+struct CatOptions {
+    std::vector<std::string> m_Paths; // one
+    std::optional<Kind> m_Kind;
+    bool m_IsJson = false;
+    bool m_IsLenient = false;
+    DiagnosticOptions m_Diagnostics;
+    Look m_Color = Look::Auto;
+    bool m_IsQuiet = false;
+};
+
+// Prints a file as text, whatever its encoding.
+void DeclareCommand(CommandDeclaration& declaration, CatOptions& options);
+int RunCommand(const CatOptions& options, Console& console);
+
+} // namespace Corvid

@@ -1,0 +1,208 @@
+#include "Corvid/Commands/Convert.h"
+
+#include <array>
+
+#include "Corvid/Commands/FileRun.h"
+#include "Corvid/Files/Destinations.h"
+#include "Corvid/Files/FileStatus.h"
+#include "Corvid/Files/PrintedPath.h"
+#include "Corvid/Values/ValueComparison.h"
+#include "Corvid/Values/ValueTreeWriter.h"
+
+namespace Corvid {
+
+namespace {
+
+enum class Tally { Converted, Unchanged, Refused, Failed };
+constexpr std::size_t kTallyCount = 4;
+
+struct Conversion {
+    const ConvertOptions& m_Options;
+    const DestinationPlan& m_Plan;
+    const std::string& m_Destination;
+    const ListedFile& m_File;
+
+    FileOutcome Run() const;
+
+private:
+    Tally Convert(FileOutcome& outcome) const;
+    Tally Deliver(const std::string& bytes, FileOutcome& outcome) const;
+    std::string FindVerifyError(const LoadedFile& loaded, const std::string& bytes) const;
+    bool IsDestinationNewer() const;
+};
+
+FileOutcome Conversion::Run() const {
+    FileOutcome outcome;
+    outcome.m_Tally = static_cast<int>(Convert(outcome));
+    return outcome;
+}
+
+Tally Conversion::Convert(FileOutcome& outcome) const {
+    if (m_Options.m_IsUpdate && IsDestinationNewer())
+        return Tally::Unchanged;
+    LoadOptions load;
+    load.m_Kind = m_Options.m_Kind;
+    load.m_IsForText = m_Options.m_Format == ArchiveFormat::Text;
+    const std::optional<LoadedFile> loaded = LoadListedFile(m_File, load, outcome);
+    if (!loaded)
+        return Tally::Failed;
+    if (loaded->m_Object == nullptr || (outcome.m_Log.HasErrors() && !m_Options.m_IsLossAllowed)) {
+        outcome.m_Status = kExitFindings;
+        return Tally::Refused;
+    }
+    outcome.m_Log.DemoteErrors();
+    const std::optional<std::string> bytes = SaveToBytes(*loaded->m_Object, m_Options.m_Format, m_Options.m_Floats);
+    if (!bytes) {
+        AddFailure(outcome, DiagnosticCode::CannotWrite, "there is not enough memory");
+        return Tally::Failed;
+    }
+    if (m_Options.m_IsVerified) {
+        if (std::string error = FindVerifyError(*loaded, *bytes); !error.empty()) {
+            outcome.m_Log.Add(DiagnosticCode::Refused, {}, {}, std::move(error));
+            return Tally::Refused;
+        }
+    }
+    return Deliver(*bytes, outcome);
+}
+
+Tally Conversion::Deliver(const std::string& bytes, FileOutcome& outcome) const {
+    if (m_Plan.m_IsStandardOutput) {
+        if (!m_Options.m_IsCheck && !m_Options.m_IsDryRun)
+            outcome.m_Data = bytes;
+        return Tally::Converted;
+    }
+    if (HoldsBytes(m_Destination, bytes))
+        return Tally::Unchanged;
+    if (m_Options.m_IsCheck) {
+        outcome.m_Data = PrintedPath(m_File.m_Path) + "\n";
+        outcome.m_Status = kExitFindings;
+        return Tally::Converted;
+    }
+    if (m_Options.m_IsDryRun) {
+        outcome.m_Data = "convert " + PrintedPath(m_File.m_Path);
+        outcome.m_Data += m_Destination == m_File.m_Path ? "\n" : " -> " + PrintedPath(m_Destination) + "\n";
+        return Tally::Converted;
+    }
+    const std::string error = WriteFileBytes(m_Destination, bytes, m_Plan.m_IsFolder);
+    if (error.empty())
+        return Tally::Converted;
+    AddFailure(outcome, DiagnosticCode::CannotWrite,
+               m_Destination == m_File.m_Path ? error : PrintedPath(m_Destination) + ": " + error);
+    return Tally::Failed;
+}
+
+// Why the result may not take the destination's place; empty: it holds the same values.
+std::string Conversion::FindVerifyError(const LoadedFile& loaded, const std::string& bytes) const {
+    LoadOptions load;
+    load.m_Kind = loaded.m_Kind;
+    const LoadedFile again = LoadFromBytes(bytes, EnginePath(m_File.m_Path), load);
+    if (again.m_IsMemoryShort)
+        return "there is not enough memory to verify the result";
+    if (again.m_Object == nullptr || again.m_Log.HasErrors())
+        return "the result does not load again";
+    const bool isText = m_Options.m_Format == ArchiveFormat::Text || loaded.m_Encoding == ArchiveFormat::Text;
+    const std::vector<FieldDifference> differences =
+        CompareValues(ValuesOf(*loaded.m_Object), ValuesOf(*again.m_Object),
+                      isText ? ColorPrecision::EightBits : ColorPrecision::Floats);
+    if (differences.empty())
+        return {};
+    return differences.front().m_Path + " would not come back the same" +
+           (m_Options.m_Floats == FloatPrecision::SixDecimals ? "; --floats exact keeps every float" : "");
+}
+
+bool Conversion::IsDestinationNewer() const {
+    if (m_Plan.m_IsStandardOutput || m_File.IsStandardInput() || !m_File.m_Error.empty())
+        return false;
+    const std::optional<FileStatus> status = GetFileStatus(m_Destination);
+    return status && status->m_Type == FileType::File && status->m_Modified > m_File.m_Modified;
+}
+
+// What is wrong with the options together; empty: nothing.
+std::string FindConflict(const ConvertOptions& options) {
+    if (options.m_Output && options.m_IsInPlace)
+        return "-o and -i exclude each other";
+    if (!options.m_Output && !options.m_IsInPlace && !options.m_IsCheck)
+        return "where the results go is missing: -o OUT, -i (in place) or --check";
+    return {};
+}
+
+std::string ClosingLine(const std::array<std::uint64_t, kTallyCount>& tally) {
+    constexpr std::string_view kWords[kTallyCount] = {"converted", "unchanged", "refused", "failed"};
+    std::string line;
+    for (std::size_t i = 0; i < kTallyCount; ++i)
+        line.append(i > 0 ? ", " : "").append(std::to_string(tally[i])).append(" ").append(kWords[i]);
+    return line + "\n";
+}
+
+} // namespace
+
+void DeclareCommand(CommandDeclaration& declaration, ConvertOptions& options) {
+    declaration.Describe("Converts files between the text and the binary encoding.",
+                         "--to txt|bin (-o OUT | -i | --check) [OPTION]... PATH...");
+    declaration.Explain("A file with errors is refused: nothing is written for it. A result that equals what the "
+                        "destination holds is not written. Until a result is whole, its destination stays as it was.");
+    declaration.OneOf("--to", options.m_Format,
+                      std::vector<std::pair<std::string, ArchiveFormat>>{{"txt", ArchiveFormat::Text},
+                                                                         {"bin", ArchiveFormat::Binary}},
+                      "the encoding to write");
+    declaration.Require();
+    declaration.Text("-o,--output", "OUT", options.m_Output,
+                     "write to the file OUT ('-': standard output); with several files, a folder given or a slash at "
+                     "its end, OUT is a folder, which gets the tree below each folder given",
+                     ValueRole::File);
+    declaration.Flag("-i,--in-place", options.m_IsInPlace, "write each result over its source");
+    declaration.Flag("--check", options.m_IsCheck,
+                     "write nothing, print the paths that would change; status 1 if there are any");
+    declaration.Flag("-n,--dry-run", options.m_IsDryRun, "write nothing, print what would be done");
+    declaration.Flag("--update", options.m_IsUpdate, "leave out files whose destination is newer");
+    declaration.Flag("--verify", options.m_IsVerified,
+                     "load each result again and compare every value before it takes the destination's place");
+    declaration.Flag("--allow-loss", options.m_IsLossAllowed,
+                     "write files with errors as far as they could be read, with the errors as warnings");
+    declaration.OneOf("--floats", options.m_Floats,
+                      std::vector<std::pair<std::string, FloatPrecision>>{{"exact", FloatPrecision::Exact},
+                                                                          {"six", FloatPrecision::SixDecimals}},
+                      "decimals in text: as many as bring back every float (default), or always six, as recast");
+    DeclareKind(declaration, options.m_Kind);
+    DeclareFiles(declaration, options.m_Batch.m_Files);
+    DeclareJobs(declaration, options.m_Batch.m_Jobs);
+    DeclareDiagnostics(declaration, options.m_Diagnostics);
+    DeclareLook(declaration, options.m_Look);
+    declaration.Example("corvid convert --to txt -o cube.txt Examples/Mesh/cube-binary.mesh", "one file");
+    declaration.Example("corvid convert --to bin -o binary Examples",
+                        "a whole folder; the tree below it appears in the folder binary");
+    declaration.Example("corvid convert --to txt --check Examples/Mesh",
+                        "for CI: which files are not in the text form yet?");
+    declaration.Example("corvid convert --to bin -o - Examples/Brushes/Portraits.brushes | corvid check -",
+                        "through a pipe");
+}
+
+int RunCommand(const ConvertOptions& options, Console& console) {
+    if (const std::string conflict = FindConflict(options); !conflict.empty())
+        return console.PrintUsageError("convert", conflict);
+    const FileList list = FindFiles(options.m_Batch.m_Files, options.m_Output.value_or(""));
+    if (const int status = CheckFileList(list, "convert", console); status != kExitDone)
+        return status;
+    const DestinationPlan plan = options.m_Output ? PlanOutput(list, *options.m_Output) : PlanInPlace(list);
+    if (!plan.m_UsageError.empty())
+        return console.PrintUsageError("convert", plan.m_UsageError);
+
+    DiagnosticPrinting printing;
+    printing.m_Style = {options.m_Diagnostics.m_Format, console.HasColor(options.m_Look.m_Color, true)};
+    printing.m_Limits.m_MostLines = options.m_Diagnostics.m_MostLines;
+    if (options.m_Look.m_IsQuiet)
+        printing.m_Limits.m_Least = Severity::Error;
+    std::array<std::uint64_t, kTallyCount> tally{};
+    const FileRunResult result = RunOverFiles(
+        list, options.m_Batch.m_Jobs, options.m_Look, printing, console,
+        [&](const ListedFile& file) {
+            const std::string& destination = plan.m_Paths[static_cast<std::size_t>(&file - list.m_Files.data())];
+            return Conversion{options, plan, destination, file}.Run();
+        },
+        [&](const ListedFile&, const FileOutcome& outcome) { ++tally[static_cast<std::size_t>(outcome.m_Tally)]; });
+    if (!options.m_Look.m_IsQuiet && options.m_Diagnostics.m_Format == DiagnosticFormat::Text)
+        console.PrintError(InterruptionText(result) + ClosingLine(tally));
+    return result.m_Status;
+}
+
+} // namespace Corvid
