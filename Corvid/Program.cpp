@@ -4,7 +4,9 @@
 #include <new>
 
 #include "Corvid/CommandLine/ArgumentParser.h"
+#include "Corvid/CommandLine/Completions.h"
 #include "Corvid/CommandLine/HelpText.h"
+#include "Corvid/CommandLine/Manual.h"
 #include "Corvid/Commands/CommandTable.h"
 #include "Corvid/Version.h"
 
@@ -36,6 +38,23 @@ int RunRow(const CommandRow& row, std::vector<std::string> arguments, Console& c
     return command->Run(console);
 }
 
+// Documents that are made from the declarations of the commands, so that they cannot drift.
+int PrintGenerated(const std::string& what, Console& console) {
+    struct Document {
+        std::string_view m_Name;
+        std::string (*m_Make)(std::span<const CommandRow>);
+    };
+    constexpr Document kDocuments[] = {
+        {"man", ManualOf}, {"bash", BashCompletionsOf}, {"zsh", ZshCompletionsOf}, {"fish", FishCompletionsOf}};
+    for (const Document& document : kDocuments) {
+        if (document.m_Name == what) {
+            console.Print(document.m_Make(GetCommands()));
+            return kExitDone;
+        }
+    }
+    return console.PrintUsageError("", "--generate: '" + what + "' is none of man|bash|zsh|fish");
+}
+
 int RunWithoutCommand(const std::vector<std::string>& arguments, Console& console) {
     const std::string& first = arguments[0];
     if (first == "-h" || first == "--help") {
@@ -46,6 +65,8 @@ int RunWithoutCommand(const std::vector<std::string>& arguments, Console& consol
         console.Print("corvid " CORVID_VERSION "\n");
         return kExitDone;
     }
+    if (first == "--generate" && arguments.size() == 2)
+        return PrintGenerated(arguments[1], console);
     if (first.starts_with("-"))
         return console.PrintUsageError("", "there is no option '" + first + "'");
     for (const CommandRow& row : GetCommands()) {

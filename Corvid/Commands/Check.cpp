@@ -5,6 +5,8 @@
 #include "Corvid/Commands/FileRun.h"
 #include "Corvid/Content/ContentChecks.h"
 #include "Corvid/Content/ReferenceIndex.h"
+#include "Corvid/Content/Loss.h"
+#include "Corvid/Files/FileStatus.h"
 #include "Corvid/Files/PrintedPath.h"
 
 namespace Corvid {
@@ -17,11 +19,16 @@ FileOutcome CheckFile(const ListedFile& file, const CheckOptions& options, const
     LoadOptions load;
     load.m_Kind = options.m_Kind;
     load.m_IsForText = options.m_IsLossWanted;
-    const std::optional<LoadedFile> loaded = LoadListedFile(file, load, outcome);
-    if (loaded && loaded->m_Object != nullptr && !outcome.m_Log.HasErrors())
+    std::string bytes;
+    const std::optional<LoadedFile> loaded =
+        LoadListedFile(file, load, outcome, options.m_IsLossWanted ? &bytes : nullptr);
+    if (loaded && loaded->m_Object != nullptr && !outcome.m_Log.HasErrors()) {
         CheckContent(*loaded->m_Object, outcome.m_Log);
     if (loaded && loaded->m_Object != nullptr && !outcome.m_Log.HasErrors() && index != nullptr)
         CheckReferences(*loaded->m_Object, *index, outcome.m_Log);
+        if (options.m_IsLossWanted)
+            NoteLoss(bytes, EnginePath(file.m_Path), *loaded, outcome.m_Log);
+    }
     if (options.m_IsStrict)
         outcome.m_Log.PromoteWarnings();
     if (options.m_IsList) {

@@ -56,12 +56,15 @@ std::optional<std::string> ReadListedFile(const ListedFile& file, FileOutcome& o
     return std::move(read.m_Bytes);
 }
 
-std::optional<LoadedFile> LoadListedFile(const ListedFile& file, const LoadOptions& options, FileOutcome& outcome) {
-    std::optional<std::string> bytes = ReadListedFile(file, outcome);
-    if (!bytes)
+std::optional<LoadedFile> LoadListedFile(const ListedFile& file, const LoadOptions& options, FileOutcome& outcome,
+                                         std::string* bytes) {
+    std::optional<std::string> read = ReadListedFile(file, outcome);
+    if (!read)
         return std::nullopt;
+    if (bytes != nullptr)
+        *bytes = *read;
     LoadedFile loaded =
-        LoadFromBytes(std::move(*bytes), file.IsStandardInput() ? u"" : EnginePath(file.m_Path), options);
+        LoadFromBytes(std::move(*read), file.IsStandardInput() ? u"" : EnginePath(file.m_Path), options);
     if (loaded.m_IsMemoryShort) {
         AddFailure(outcome, DiagnosticCode::CannotRead, "there is not enough memory");
         return std::nullopt;

@@ -23,8 +23,9 @@ struct FileOutcome {
 // Reads the bytes of a file of the list; what goes wrong stands in the outcome. Nothing: it cannot be read.
 std::optional<std::string> ReadListedFile(const ListedFile& file, FileOutcome& outcome);
 
-// The same, loaded. Nothing: it cannot be read, or there is too little memory.
-std::optional<LoadedFile> LoadListedFile(const ListedFile& file, const LoadOptions& options, FileOutcome& outcome);
+// The same, loaded; `bytes` takes a copy of what was read. Nothing: it cannot be read, or there is too little memory.
+std::optional<LoadedFile> LoadListedFile(const ListedFile& file, const LoadOptions& options, FileOutcome& outcome,
+                                         std::string* bytes = nullptr);
 
 // Adds what ends with status 2: reading, writing, memory.
 void AddFailure(FileOutcome& outcome, DiagnosticCode code, std::string message);
