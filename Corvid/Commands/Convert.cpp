@@ -6,7 +6,7 @@
 #include "Corvid/Files/Destinations.h"
 #include "Corvid/Files/FileStatus.h"
 #include "Corvid/Files/PrintedPath.h"
-#include "Corvid/Values/ValueComparison.h"
+#include "Corvid/Values/ValueDifferences.h"
 #include "Corvid/Values/ValueTreeWriter.h"
 
 namespace Corvid {

@@ -3,7 +3,7 @@
 #include <cstdio>
 
 #include "Corvid/Load/RawValues.h"
-#include "Corvid/Values/ValueComparison.h"
+#include "Corvid/Values/ValueDifferences.h"
 #include "Corvid/Values/ValueTreeWriter.h"
 
 namespace Corvid {

@@ -33,7 +33,8 @@ void Console::PrintError(std::string_view text) {
     const std::lock_guard lock(m_Mutex);
     Flush();
     HideProgress();
-    m_Errors.Write(text); // nobody is left to be told of a failure
+    if (!m_HasLostReader)     // the run ends quietly
+        m_Errors.Write(text); // nobody is left to be told of a failure
 }
 
 int Console::PrintUsageError(std::string_view command, std::string_view message) {

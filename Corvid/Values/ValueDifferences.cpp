@@ -1,4 +1,4 @@
-#include "Corvid/Values/ValueComparison.h"
+#include "Corvid/Values/ValueDifferences.h"
 
 #include <algorithm>
 #include <bit>

@@ -1,0 +1,147 @@
+#!/usr/bin/env python3
+"""Runs the program as people do: on a terminal, in pipes, on a full disk, killed in the middle.
+
+    shell.py --corvid PROGRAM --examples FOLDER
+"""
+import argparse
+import os
+import pty
+import random
+import re
+import select
+import shutil
+import signal
+import subprocess
+import sys
+import tempfile
+import time
+
+FAILED = []
+
+
+def expect(holds, what, got=""):
+    if not holds:
+        FAILED.append(what)
+        print("FAIL %s: %r" % (what, got))
+
+
+class Shell:
+    def __init__(self, corvid, examples, folder):
+        self.corvid, self.examples, self.folder = corvid, examples, folder
+        with open(os.path.join(examples, "Particle", "ReactorBlast.particle"), "rb") as file:
+            self.effect = file.read()
+
+    def fill(self, name, count):
+        os.makedirs(os.path.join(self.folder, name))
+        for i in range(count):
+            with open(os.path.join(self.folder, name, "f%05d.particle" % i), "wb") as file:
+                file.write(self.effect)
+
+    def run(self, *arguments, **more):
+        return subprocess.run([self.corvid, *arguments], cwd=self.folder, capture_output=True, timeout=120, **more)
+
+    def on_terminal(self, *arguments, term="xterm"):
+        """Standard output and error of a run on a pseudo-terminal."""
+        process, terminal = pty.fork()
+        if process == 0:
+            os.chdir(self.folder)
+            os.environ.pop("NO_COLOR", None)
+            os.environ["TERM"] = term
+            os.execv(self.corvid, [self.corvid, *arguments])
+        seen = b""
+        while select.select([terminal], [], [], 60)[0]:
+            try:
+                piece = os.read(terminal, 65536)
+            except OSError:
+                break
+            if not piece:
+                break
+            seen += piece
+        status = os.waitstatus_to_exitcode(os.waitpid(process, 0)[1])
+        os.close(terminal)
+        return status, seen
+
+    def look(self):
+        with open(os.path.join(self.folder, "bad.mesh"), "wb") as file:
+            file.write(b"TXT\r\nMeshData\r\n")
+        status, seen = self.on_terminal("check", "bad.mesh")
+        expect(status == 1 and b"\x1b[1;31merror:" in seen, "a terminal shows colours", seen)
+        expect(b"\x1b" not in self.on_terminal("check", "bad.mesh", term="dumb")[1], "a dumb one does not")
+        expect(b"\x1b" not in self.run("check", "bad.mesh").stdout, "nor does a pipe")
+        status, seen = self.on_terminal("check", "--progress=always", "many", "-j", "1")
+        lines = re.findall(rb"(\d+) of (\d+) files, [\d.]+ [KMG]?B/s", seen)
+        if lines:  # a fast machine may be done before the first half second
+            expect(seen.rfind(b"\r\x1b[K") > seen.rfind(lines[-1][0] + b" of"), "progress is gone at the end", seen[-300:])
+        else:
+            print("no progress was shown within half a second")
+        expect(b" files, 0 with errors" in seen, "the closing line comes", seen[-200:])
+
+    def pipes(self):
+        process = subprocess.Popen([self.corvid, "check", "--list", "many"], cwd=self.folder, stdout=subprocess.PIPE,
+                                   stderr=subprocess.PIPE)
+        process.stdout.close()
+        errors = process.stderr.read()
+        expect(process.wait() in (0, 1) and errors == b"", "a closed pipe ends the run quietly", errors)
+        if os.path.exists("/dev/full"):
+            with open("/dev/full", "wb") as full:
+                run = subprocess.run([self.corvid, "check", "--list", "many"], cwd=self.folder, stdout=full,
+                                     stderr=subprocess.PIPE, timeout=120)
+            expect(run.returncode == 2 and b"No space left" in run.stderr, "full standard output is status 2", run.stderr)
+        run = self.run("convert", "--to", "bin", "-o", "-", "-", input=self.effect)
+        again = self.run("convert", "--to", "txt", "-o", "-", "-", input=run.stdout)
+        expect(run.stdout[:4] == b"BIN\n" and again.stdout == self.effect, "there and back through pipes", again.stderr)
+
+    def kills(self):
+        """Each destination is old or whole, and no temporary stays, whenever the run is killed."""
+        for signal_number in (signal.SIGKILL, signal.SIGINT, signal.SIGTERM):
+            for _ in range(4):
+                shutil.rmtree(os.path.join(self.folder, "out"), ignore_errors=True)
+                process = subprocess.Popen([self.corvid, "convert", "--to", "bin", "-o", "out", "many"],
+                                           cwd=self.folder, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+                time.sleep(random.uniform(0.0, 0.3))
+                process.send_signal(signal_number)
+                errors = process.communicate(timeout=60)[1]
+                sizes = set()
+                for root, _folders, names in os.walk(os.path.join(self.folder, "out")):
+                    for name in names:
+                        sizes.add(os.path.getsize(os.path.join(root, name)))
+                        expect(name.endswith(".particle"), "no temporary stays", name)
+                expect(len(sizes) <= 1 and 0 not in sizes, "every destination is whole", sizes)
+                if process.returncode not in (0, 2) and signal_number != signal.SIGKILL:
+                    expect(process.returncode == -signal_number, "the run ends by the signal", process.returncode)
+                    expect(not errors or b"interrupted, " in errors, "the closing line tells of it", errors)
+
+    def full_disk(self):
+        """A file system that fills in the middle of a batch: in a mount namespace of its own, where that may be had."""
+        script = ("mount -t tmpfs -o size=256k none small && cd . && \"$0\" convert --to bin -o small many; "
+                  "echo $?; find small -type f -name '.*'; find small -type f | wc -l")
+        os.makedirs(os.path.join(self.folder, "small"))
+        try:
+            run = subprocess.run(["unshare", "-m", "sh", "-c", script, self.corvid], cwd=self.folder,
+                                 capture_output=True, text=True, timeout=120)
+        except FileNotFoundError:
+            run = None
+        if run is None or "only root" in run.stderr or "permission" in run.stderr.lower() or "unshare" in run.stderr:
+            print("skipped: no mount namespace for a small file system here")
+            return
+        lines = run.stdout.split()
+        expect(lines[:1] == ["2"] and len(lines) == 2 and int(lines[-1]) > 0, "a full disk is status 2, nothing half-written",
+               run.stdout[-300:])
+        expect("No space left on device [cannot-write]" in run.stderr, "and says so", run.stderr[-300:])
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("--corvid", required=True, type=os.path.abspath)
+    parser.add_argument("--examples", required=True, type=os.path.abspath)
+    options = parser.parse_args()
+    with tempfile.TemporaryDirectory(prefix="shell-") as folder:
+        shell = Shell(options.corvid, options.examples, folder)
+        shell.fill("many", 1500)
+        for step in (shell.look, shell.pipes, shell.kills, shell.full_disk):
+            step()
+    sys.exit(1 if FAILED else 0)
+
+
+if __name__ == "__main__":
+    main()
