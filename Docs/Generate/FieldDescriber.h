@@ -2,6 +2,7 @@
 
 #include <concepts>
 #include <cstddef>
+#include <initializer_list>
 #include <iterator>
 #include <set>
 #include <string>
@@ -79,8 +80,8 @@ public:
     }
 
     template <class Type>
-    void Objects(Label countLabel, Label typeLabel, Label contentsLabel, Label, const auto& list, auto create,
-                 auto...) {
+    void Objects(Label countLabel, Label typeLabel, Label contentsLabel, std::initializer_list<Label>, const auto& list,
+                 auto create, auto...) {
         Add(countLabel, "count" + CapacityOf(list));
         Add(typeLabel, "each: " + NoteKind(typeLabel, Type::Invalid));
         Add(contentsLabel, "each: the record of that type");

@@ -55,7 +55,7 @@ public:
     void WriteObject(const Archivable&) override {}
     void WriteLabeledObject(Label, const Archivable&) override {}
 
-    void SkipToLabel(Label, Label) override {}
+    void SkipEntry(Label, Label, std::span<const Label>) override {}
 
 private:
     void Take(std::string kind, bool isRecord = false) {

@@ -81,9 +81,10 @@ public:
     virtual ElementRoom GetRoom(const ElementSize& /*smallest*/) const { return {}; }
     ElementBudget& GetBudget() { return m_Budget; }
 
-    // Skips input until the next value to be read carries one of the two labels, where the encoding has labels; an
-    // encoding without them cannot find its place again and is stopped.
-    virtual void SkipToLabel(Label either, Label other) = 0;
+    // Skips an entry that nobody can read, up to the first value that carries `nextEntry` or one of `behindList`, where
+    // the encoding has labels. What goes that way without being nested in the entry, under `contents`, is reported as
+    // unread. An encoding without labels cannot find its place again and is stopped.
+    virtual void SkipEntry(Label contents, Label nextEntry, std::span<const Label> behindList) = 0;
 
     // Whether the next value to be read carries the label; nothing where the encoding has no labels.
     virtual std::optional<bool> IsNext(Label /*label*/) { return std::nullopt; }

@@ -33,6 +33,14 @@ template <class T> void BeginElements(DynamicVector<T>& list, std::int32_t count
 
 template <class T, int MAX_SIZE> void BeginElements(FixedVector<T, MAX_SIZE>&, std::int32_t) {}
 
+// Whether a fixed capacity is used up: what a file holds beyond it is read before that is reported, and dropped.
+constexpr bool IsFull(const auto&) {
+    return false;
+}
+template <class T, int MAX_SIZE> bool IsFull(const FixedVector<T, MAX_SIZE>& list) {
+    return list.GetSize() == MAX_SIZE;
+}
+
 template <class T> T& NextElement(DynamicArray<T>& list, std::int32_t index) {
     return list[index];
 }

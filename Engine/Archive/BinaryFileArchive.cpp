@@ -296,7 +296,7 @@ void BinaryFileArchive::Stop() {
     GetInput().Seal();
 }
 
-void BinaryFileArchive::SkipToLabel(Label, Label) {
+void BinaryFileArchive::SkipEntry(Label, Label, std::span<const Label>) {
     Stop();
 }
 

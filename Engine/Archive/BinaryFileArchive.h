@@ -60,7 +60,7 @@ public:
 
     void Stop() override;
     ElementRoom GetRoom(const ElementSize& smallest) const override;
-    void SkipToLabel(Label either, Label other) override; // stops: nothing tells where a label would be
+    void SkipEntry(Label contents, Label nextEntry, std::span<const Label> behindList) override; // stops
     bool ReportUnreadInput() override;
     ReportPosition GetPosition() const override; // a byte offset
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <concepts>
+#include <initializer_list>
 #include <string>
 #include <type_traits>
 #include <typeinfo>
@@ -76,8 +77,8 @@ public:
 
     // Words without a class are none that a file may hold.
     template <class Type>
-    void Objects(Label countLabel, Label typeLabel, Label contentsLabel, Label, const auto& list, auto create,
-                 auto...) {
+    void Objects(Label countLabel, Label typeLabel, Label contentsLabel, std::initializer_list<Label>, const auto& list,
+                 auto create, auto...) {
         FieldShape shape;
         std::vector<EnumWord> words;
         shape.m_Kind = FieldKind::Word;

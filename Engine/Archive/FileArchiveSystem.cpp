@@ -101,6 +101,8 @@ std::unique_ptr<FileArchive> FileArchiveSystem::OpenForWriting(std::unique_ptr<F
         output.Write(kTextHeader.data(), kTextHeader.size());
     } else if (format == ArchiveFormat::Binary) {
         output.Write(kBinaryHeader.data(), kBinaryHeader.size());
+    } else {
+        Check(format == ArchiveFormat::Steam, "false");
     }
     return CreateArchive(std::move(file), format, floatForm);
 }

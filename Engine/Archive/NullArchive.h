@@ -44,7 +44,7 @@ public:
     void WriteObject(const Archivable&) override {}
     void WriteLabeledObject(Label, const Archivable&) override {}
 
-    void SkipToLabel(Label, Label) override {}
+    void SkipEntry(Label, Label, std::span<const Label>) override {}
 };
 
 } // namespace Corvid

@@ -62,8 +62,15 @@ public:
         BeginElements(list, count);
         std::int32_t reached = 0;
         const ElementsNotReached rest(list, reached);
-        for (; reached < count && !m_Archive.IsStopped(); ++reached)
-            Value(label, NextElement(list, reached));
+        for (; reached < count && !m_Archive.IsStopped(); ++reached) {
+            if (IsFull(list)) {
+                Element dropped{};
+                Value(label, dropped);
+                NextElement(list, reached);
+            } else {
+                Value(label, NextElement(list, reached));
+            }
+        }
     }
 
     // A count that is always the number of slots, then an element for each. Elements beyond the slots are dropped,
@@ -86,10 +93,10 @@ public:
 
     // A count, then for each owned object the word of its type and its record. `create` makes the object of a type, or
     // null where the type has no class: that entry stays empty and its record is skipped, up to the next type word or
-    // to `nextLabel`, which follows the list. `afterAppend` runs when an object is in the list, before it is read.
+    // to one of the labels that follow the list. `afterAppend` runs when an object is in the list, before it is read.
     template <class Type>
-    void Objects(Label countLabel, Label typeLabel, Label contentsLabel, Label nextLabel, auto& list, auto create,
-                 auto... afterAppend) {
+    void Objects(Label countLabel, Label typeLabel, Label contentsLabel, std::initializer_list<Label> nextLabels,
+                 auto& list, auto create, auto... afterAppend) {
         std::int32_t count = -1;
         Value(countLabel, count);
         if (count > ElementBudget::kFewElements)
@@ -104,7 +111,7 @@ public:
                 Value(contentsLabel, *object);
             } else if (!m_Archive.IsStopped()) {
                 ReportEntryWithoutClass(word.GetText(), countLabel, i);
-                m_Archive.SkipToLabel(typeLabel, nextLabel);
+                m_Archive.SkipEntry(contentsLabel, typeLabel, nextLabels);
             }
         }
     }
@@ -169,7 +176,8 @@ public:
 
     // Empty entries are left out, of the count too.
     template <class Type>
-    void Objects(Label countLabel, Label typeLabel, Label contentsLabel, Label, const auto& list, auto...) {
+    void Objects(Label countLabel, Label typeLabel, Label contentsLabel, std::initializer_list<Label>, const auto& list,
+                 auto...) {
         const auto isThere = [](const auto& object) { return object != nullptr; };
         Value(countLabel, static_cast<std::int32_t>(std::count_if(list.begin(), list.end(), isThere)));
         BeginList(countLabel, {typeLabel, contentsLabel});

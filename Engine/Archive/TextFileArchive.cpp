@@ -26,11 +26,11 @@ TextFileArchive::TextFileArchive(std::unique_ptr<File> file, FloatForm floatForm
     : FileArchive(std::move(file)),
       m_FloatForm(floatForm),
       m_BitsRule(floatForm == FloatForm::Bits ? BitsRule::Required : BitsRule::Ignored) {
+    m_Lines.emplace(GetInput()); // an empty one when writing, so that a read finds nothing
     if (GetFile().GetAccess() == FileAccess::Write) {
         UpdateQuickWriting();
         return;
     }
-    m_Lines.emplace(GetInput());
     if (m_BitsRule == BitsRule::Required)
         m_Lines->CloseAhead(); // it knows plain decimals only
     UpdateQuick();
@@ -39,13 +39,14 @@ TextFileArchive::TextFileArchive(std::unique_ptr<File> file, FloatForm floatForm
 // Finding a label ----------------------------------------------------------------------------------------------------
 
 void TextFileArchive::UpdateQuick() {
+    if (GetFile().GetAccess() == FileAccess::Write)
+        return UpdateQuickWriting();
     m_IsQuick = m_Lines->IsAheadAllowed() && !m_IsChecksumEnabled;
 }
 
 void TextFileArchive::EnableChecksum(bool isEnabled) {
     FileArchive::EnableChecksum(isEnabled);
-    if (m_Lines)
-        UpdateQuick();
+    UpdateQuick();
 }
 
 void TextFileArchive::TakeBits() {
@@ -353,13 +354,17 @@ void TextFileArchive::CopyString(std::string_view text, char16_t* buffer, int ca
     };
 
     bool isFitting = true;
+    char16_t firstUnit = 0; // what is left of a character that the quote's place splits
     Check(!text.empty() && text.front() == '"', "*stringSrc == _T('\"')");
     if (position != end) {
         const char32_t first = DecodeUtf8(position, end);
-        if (first >= 0x10000)
-            isFitting = append(LowSurrogate(first));
+        if (first >= 0x10000) {
+            firstUnit = LowSurrogate(first);
+            isFitting = append(firstUnit);
+        }
     }
-    const TextLine behindQuote{{position, static_cast<std::size_t>(end - position)}, 0, m_CurrentLine.m_LastUnit};
+    const TextLine behindQuote{
+        {position, static_cast<std::size_t>(end - position)}, false, firstUnit, m_CurrentLine.m_LastUnit};
     if (position != end && end[-1] == '\n') {
         --end;
         if (position != end && end[-1] == '\r')

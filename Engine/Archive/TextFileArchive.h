@@ -75,7 +75,7 @@ public:
 
     void Stop() override;
     ElementRoom GetRoom(const ElementSize& smallest) const override;
-    void SkipToLabel(Label either, Label other) override;
+    void SkipEntry(Label contents, Label nextEntry, std::span<const Label> behindList) override;
     std::optional<bool> IsNext(Label label) override;
     bool ReportUnreadInput() override;
     ReportPosition GetPosition() const override; // a physical line; the header is line 1
@@ -105,6 +105,8 @@ private:
     void ReadVector3Generally(Label label, Vector3& value);
     void ReadColorGenerally(Label label, Color& value);
     bool TakeLabelLineGenerally(Label label);
+
+    class UnreadLines;
 
     // The value text of the current line if it has the label; else the miss is reported.
     std::optional<std::string_view> FindLabel(Label label);

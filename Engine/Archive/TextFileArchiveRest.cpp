@@ -17,15 +17,63 @@ ElementRoom TextFileArchive::GetRoom(const ElementSize& smallest) const {
     return GetRoomFor(smallest.m_LabelLetters / 2);
 }
 
-void TextFileArchive::SkipToLabel(Label either, Label other) {
+// The lines that nobody asked for: how many, and the first of them. Blank ones do not count, and of a long line all
+// pieces are one.
+class TextFileArchive::UnreadLines {
+public:
+    void Add(const TextLine& line, std::uint64_t number) {
+        const bool isBlank = line.m_FirstUnit == 0 && !line.m_HasNul &&
+                             std::all_of(line.m_Text.begin(), line.m_Text.end(), IsWhiteSpace);
+        if (isBlank || number == m_LastNumber)
+            return;
+        m_LastNumber = number;
+        if (m_Count++ > 0)
+            return;
+        m_FirstNumber = number;
+        std::string storage;
+        m_First = SkipWhiteSpace(TextForReport(line, storage));
+        m_First.erase(std::min(m_First.find_first_of("\r\n"), m_First.size()));
+    }
+
+    // Whether there were any.
+    bool Report(const TextFileArchive& archive) const {
+        if (m_Count > 0)
+            archive.ReportMessage(Message::UnreadLines,
+                                  {archive.GetPath(), m_Count, m_FirstNumber, std::string_view(m_First)});
+        return m_Count > 0;
+    }
+
+private:
+    std::uint64_t m_Count = 0;
+    std::uint64_t m_FirstNumber = 0;
+    std::uint64_t m_LastNumber = 0;
+    std::string m_First;
+};
+
+void TextFileArchive::SkipEntry(Label contents, Label nextEntry, std::span<const Label> behindList) {
     m_CurrentLineUnread = false;
-    while (!m_Lines->IsAtEnd()) {
-        const std::string_view text = TextWithLabel(m_Lines->Peek());
-        if (ValueBehindLabel(text, either) || ValueBehindLabel(text, other))
+    UnreadLines unread;
+    std::size_t ownTabs = 0; // of the line that the entry's contents are nested in
+    bool isFirst = true, isWithinEntry = false;
+    for (; !m_Lines->IsAtEnd(); isFirst = false) {
+        const TextLine line = m_Lines->Peek();
+        const std::string_view text = TextWithLabel(line);
+        const auto isAt = [text](Label label) { return ValueBehindLabel(text, label).has_value(); };
+        if (isAt(nextEntry) || std::any_of(behindList.begin(), behindList.end(), isAt))
             break;
+        const std::size_t tabs = std::min(line.m_Text.find_first_not_of('\t'), line.m_Text.size());
+        if (isFirst && isAt(contents)) {
+            ownTabs = tabs;
+            isWithinEntry = true;
+        } else if (!m_Lines->IsInsideLine()) {
+            isWithinEntry = isWithinEntry && tabs > ownTabs;
+        }
+        if (!isWithinEntry)
+            unread.Add(line, GetPhysicalLinesTaken() + 1);
         m_Lines->Take();
     }
     UpdateQuick();
+    unread.Report(*this);
 }
 
 std::optional<bool> TextFileArchive::IsNext(Label label) {
@@ -36,29 +84,10 @@ std::optional<bool> TextFileArchive::IsNext(Label label) {
 }
 
 bool TextFileArchive::ReportUnreadInput() {
-    std::uint64_t lineCount = 0;
-    std::uint64_t firstNumber = 0;
-    std::uint64_t lastNumber = 0;
-    std::string first;
-    while (!m_Lines->IsAtEnd()) {
-        const TextLine line = m_Lines->Peek();
-        const std::uint64_t number = GetPhysicalLinesTaken() + 1;
-        const bool isBlank = line.m_FirstUnit == 0 && std::all_of(line.m_Text.begin(), line.m_Text.end(), IsWhiteSpace);
-        if (!isBlank && number != lastNumber) {
-            if (lineCount++ == 0) {
-                firstNumber = number;
-                std::string storage;
-                first = SkipWhiteSpace(TextForReport(line, storage));
-                first.erase(std::find_if(first.begin(), first.end(), [](char c) { return c == '\r' || c == '\n'; }),
-                            first.end());
-            }
-            lastNumber = number;
-        }
-        m_Lines->Take();
-    }
-    if (lineCount > 0)
-        ReportMessage(Message::UnreadLines, {GetPath(), lineCount, firstNumber, std::string_view(first)});
-    return lineCount > 0;
+    UnreadLines unread;
+    for (; !m_Lines->IsAtEnd(); m_Lines->Take())
+        unread.Add(m_Lines->Peek(), GetPhysicalLinesTaken() + 1);
+    return unread.Report(*this);
 }
 
 std::uint64_t TextFileArchive::GetPhysicalLinesTaken() const {
@@ -66,7 +95,7 @@ std::uint64_t TextFileArchive::GetPhysicalLinesTaken() const {
 }
 
 ReportPosition TextFileArchive::GetPosition() const {
-    if (!m_Lines)
+    if (GetFile().GetAccess() == FileAccess::Write)
         return {};
     const std::uint64_t taken = GetPhysicalLinesTaken();
     return {ReportPosition::Kind::Line, m_CurrentLineUnread || m_Lines->IsInsideLine() ? taken + 1 : taken};

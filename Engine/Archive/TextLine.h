@@ -18,6 +18,7 @@ std::string_view SkipWhiteSpace(std::string_view text);
 // One line of a text archive as the line buffer holds it.
 struct TextLine {
     std::string_view m_Text;  // UTF-8 up to the line's first NUL; the line end, LF or CR LF, is included
+    bool m_HasNul = false;    // there is one, and something may follow it
     char16_t m_FirstUnit = 0; // the second half of a character that the line buffer's end had split, or 0
     char16_t m_LastUnit = 0;  // the first half of a character that the line buffer's end splits, or 0
 };

@@ -24,6 +24,7 @@ TextLine TextLineReader::Peek() {
         line.m_Text.remove_suffix(kMaxUtf8Bytes);
     if (const std::size_t nul = line.m_Text.find('\0'); nul != line.m_Text.npos) {
         line.m_Text = line.m_Text.substr(0, nul);
+        line.m_HasNul = true;
         line.m_LastUnit = 0;
     }
     return line;

@@ -31,9 +31,9 @@ public:
     File& operator=(const File&) = delete;
 
     std::u16string_view GetPath() const { return m_Path; } // whole, as it was opened
-    FileAccess GetAccess() const { return m_Output ? FileAccess::Write : FileAccess::Read; }
+    FileAccess GetAccess() const { return m_Access; }
 
-    // The first is there when reading, the second when writing.
+    // The first is empty when writing; what the second is given when reading is lost, and reported.
     InputStream& GetInput() { return *m_Input; }
     OutputStream& GetOutput() { return *m_Output; }
 
@@ -52,10 +52,13 @@ public:
 
 private:
     explicit File(std::u16string_view path) : m_Path(path) {}
+    void BeginReading();
+    void BeginWriting();
     void WriteBlock(const char* bytes, std::size_t count) override;
     std::size_t TakeBlock(const char* bytes, std::size_t count);
 
     std::u16string m_Path;
+    FileAccess m_Access = FileAccess::Read;
     bool m_IsOnDisk = false;
     SourceFile m_Source;
     DestinationFile m_Destination;

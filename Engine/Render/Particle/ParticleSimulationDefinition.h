@@ -28,9 +28,10 @@ public:
         fields.Value(u"HasInfiniteLifeTime", self.m_HasInfiniteLifeTime);
         fields.Value(u"TotalLifeTime", self.m_TotalLifeTime);
         fields.template Objects<EmitterType>(
-            u"NumEmitters", u"EmitterType", u"EmitterContents", u"NumAffectors", self.m_Emitters, CreateEmitter,
+            u"NumEmitters", u"EmitterType", u"EmitterContents", {u"NumAffectors", u"AffectorType", u"length"},
+            self.m_Emitters, CreateEmitter,
             [&] { fields.AfterLoad(self, [](auto& definition) { definition.ResolveAttachments(); }); });
-        fields.template Objects<AffectorType>(u"NumAffectors", u"AffectorType", u"AffectorContents", u"length",
+        fields.template Objects<AffectorType>(u"NumAffectors", u"AffectorType", u"AffectorContents", {u"length"},
                                               self.m_Affectors,
                                               [&](AffectorType type) { return CreateAffector(type, self); });
         fields.Value(u"length", self.m_Length);

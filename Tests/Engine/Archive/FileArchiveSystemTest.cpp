@@ -191,7 +191,7 @@ TEST_F(FileArchiveSystemTest, OpenArchivesAreCounted) {
         auto archive =
             m_Archives.OpenForWriting(File::WriteToMemory(u"memory", bytes), static_cast<ArchiveFormat>(format));
         EXPECT_EQ(archive, nullptr);
-        EXPECT_EQ(TakeReports(), FailedHere("false"));
+        EXPECT_EQ(TakeReports(), FailedHere("false") + FailedHere("false")); // no header, no archive
         EXPECT_EQ(m_Archives.GetFileArchiveCount(), 1);
         m_Archives.Release(std::move(archive));
         EXPECT_EQ(TakeReports(), "");
@@ -238,6 +238,37 @@ TEST_F(FileArchiveSystemTest, GrowingMemoryTakesWhatAFileTakes) {
         EXPECT_TRUE(std::string_view(bytes.GetBytes(), bytes.GetSize()) == SaveWith(format, write));
     }
     EXPECT_EQ(TakeReports(), "");
+}
+
+TEST_F(FileArchiveSystemTest, WrongDirectionFindsNothing) {
+    std::string bytes;
+    const auto write = [&](ArchiveFormat format) {
+        return format == ArchiveFormat::Steam
+                   ? m_Archives.OpenForWriting(u"", format)
+                   : m_Archives.OpenForWriting(File::WriteToMemory(u"memory", bytes), format);
+    };
+    for (const ArchiveFormat format : {ArchiveFormat::Text, ArchiveFormat::Binary, ArchiveFormat::Steam}) {
+        auto archive = write(format);
+        const bool isText = format == ArchiveFormat::Text;
+        archive->WriteInt(kValue, std::int32_t{3});
+        EXPECT_EQ(ReadInt(*archive), 0);
+        EXPECT_EQ(TakeReports().starts_with(isText ? Missing("Value", 1, "") : "Failed to Read File"), true);
+        char16_t text[10] = u"kept";
+        archive->ReadString(kValue, text, 10);
+        archive->ReportUnreadInput();
+        archive->WriteInt(kValue, std::int32_t{4});
+        m_Archives.Release(std::move(archive));
+        EXPECT_EQ(std::u16string_view(text), u"kept");
+        TakeReports();
+        EXPECT_TRUE(!isText || bytes == std::string(kTextHeader) + "Value 3\r\nValue 4\r\n");
+    }
+    for (const std::string& file : {"TXT\nValue 3\n"s, "BIN\n\3\0\0\0"s}) {
+        auto archive = m_Archives.OpenForReading(File::ReadFromMemory(u"memory", file));
+        archive->WriteInt(kValue, std::int32_t{4});
+        EXPECT_EQ(ReadInt(*archive), 3);
+        m_Archives.Release(std::move(archive));
+        EXPECT_EQ(TakeReports(), Failed("fileWriteResult == count", "Engine/File/File"));
+    }
 }
 
 TEST_F(FileArchiveSystemTest, ReportsCarryTheirPosition) {
@@ -316,6 +347,8 @@ TEST_F(FileArchiveSystemTest, UnreadInputIsReported) {
     expect("TXT\nValue 3\n" + longLine + "\nC\n",
            unread + "2 lines, the first is line 3: " + longLine.substr(0, 1023) + '\n');
     expect("TXT\nValue 3" + std::string(1020, ' ') + "x\n", unread + "1 lines, the first is line 2: x\n");
+    expect("TXT\nValue 3\n\0\n"s, unread + "1 lines, the first is line 3: \n");
+    expect("TXT\nValue 3\n \0 B 2"s, unread + "1 lines, the first is line 3: \n");
     expect("TXT\nB 2\n", Missing("Value", 1, "B 2\n") + unread + "1 lines, the first is line 2: B 2\n");
     expect("BIN\n\3\0\0\0"s, "");
     expect("BIN\n\3\0\0\0\0\0\0"s, unread + "3 bytes, the first at offset 8\n");

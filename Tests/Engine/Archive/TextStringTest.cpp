@@ -49,6 +49,8 @@ TEST_F(TextStringTest, ValueStandsBetweenQuotes) {
         {"UnterminatedCrCrLf", "\"ab\r\r\n", kRoomy, u"ab\r", Unterminated("ab\r\n", 1, "Name \"ab\r\n")},
         {"UnterminatedLastLine", "\"ab", kRoomy, u"ab", Unterminated("ab", 1, "Name \"ab")},
         {"QuoteAlone", "\"\n", kRoomy, u"", Unterminated("\n", 1, "Name \"\n")},
+        {"UnquotedPair", "\xF0\x9F\x98\x80 b\n", kRoomy, u"\xDE00 b",
+         unquoted + Unterminated("\xEF\xBF\xBD b\n", 1, "Name \xF0\x9F\x98\x80 b\n")},
         {"Nul", "\"ab\0cd\"\n"s, kRoomy, u"ab", Unterminated("ab", 1, "Name \"ab")},
         {"NulBehindQuote", "\"ab\"\0\"\n"s, kRoomy, u"ab", ""},
 
