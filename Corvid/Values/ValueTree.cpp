@@ -75,12 +75,15 @@ void ValueTree::AddInts(ValueKind kind, std::string_view label, std::span<const 
 }
 
 void ValueTree::EndRecord() {
-    NameLists(m_Open.back() + 1, GetSize());
+    const ValueIndex record = m_Open.back();
+    NameLists(record + 1, GetSize());
     End();
+    m_NextLabel = m_Nodes[record].m_Label; // of the next element, if this is one
 }
 
 void ValueTree::BeginList(std::span<const std::string_view> elementLabels) {
     const ValueIndex index = GetSize() - 1;
+    m_LastList = index;
     m_Nodes[index].m_Kind = ValueKind::List;
     m_Nodes[index].m_Bits =
         static_cast<std::uint32_t>(m_Nodes[index].m_Bits) | static_cast<std::uint64_t>(m_ElementLabels.size()) << 32;
@@ -118,6 +121,8 @@ void ValueTree::End() {
 
 // Marks the lists among the fields from `first` to `end` that share an element label with another one.
 void ValueTree::NameLists(ValueIndex first, ValueIndex end) {
+    if (m_LastList < first)
+        return; // most records have none
     std::vector<ValueIndex> lists;
     for (ValueIndex index = first; index < end; index = m_Nodes[index].m_End) {
         if (m_Nodes[index].m_Kind == ValueKind::List)

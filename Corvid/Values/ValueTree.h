@@ -63,6 +63,9 @@ public:
     std::string_view GetLabel(std::uint32_t label) const { return m_Labels[label]; }
     std::uint32_t GetLabelCount() const { return static_cast<std::uint32_t>(m_Labels.size()); }
 
+    // Room for so many nodes, when that is known beforehand.
+    void Reserve(std::size_t nodes) { m_Nodes.reserve(nodes); }
+
     // Building, front to back
     // -------------------------------------------------------------------------------------------
 
@@ -107,6 +110,7 @@ private:
     std::vector<std::string> m_Labels;
     std::unordered_map<std::string, std::uint32_t, LabelHash, std::equal_to<>> m_LabelIndices;
     std::uint32_t m_NextLabel = 0; // a guess
+    ValueIndex m_LastList = 0;     // that was begun
     std::vector<float> m_Floats;
     std::vector<std::int32_t> m_Ints;
     std::u16string m_Units;                     // of strings, each ended by a zero

@@ -45,9 +45,10 @@ template <class Saved> ValueTree ValuesOf(const Saved& saved) {
     return tree;
 }
 
-// The same, but with the lists that the file held that it was loaded from.
-template <class Saved> ValueTree StoredValuesOf(const Saved& saved) {
+// The same, but with the lists that the file held that it was loaded from. `nodes`: about how many values these are.
+template <class Saved> ValueTree StoredValuesOf(const Saved& saved, std::size_t nodes = 0) {
     ValueTree tree;
+    tree.Reserve(nodes);
     ValueTreeWriter writer(tree, true);
     saved.Save(writer);
     tree.Finish();
