@@ -27,7 +27,7 @@ while [ $# -gt 0 ]; do
     shift
 done
 [ -n "$targets" ] || targets="MeshText MeshBinary ParticleText ParticleBinary BrushesText BrushesBinary
-    EntityText EntityBinary RoundTrip Scanners"
+    EntityText EntityBinary RoundTrip Scanners LayoutText Described"
 
 RequireTools cmake clang
 HasFuzzer() {
@@ -68,6 +68,16 @@ for kind in Mesh:m:mesh Particle:p:particle Brushes:b:brushes Entity:e:entity; d
 done
 for number in 0 -1 2147483648 1.5 -0.000001 123456.789 1e38 1e-45 .5e3 inf -nan '[ 1 , 2 ]' ffffffff 0x1F; do
     printf %s "$number" >"$work/Seeds/Scanners/$number"
+done
+
+# Layouts as texts; for described files one in front of each example of a type without a built-in layout.
+mkdir -p "$work/Seeds/LayoutText" "$work/Seeds/Described"
+for layout in Fuzz/Layouts/*.layout; do
+    cp "$layout" "$work/Seeds/LayoutText/"
+    for file in $(find Examples/Entity -mindepth 2 -name "*.entity"); do
+        # behind the type word, which is no part of a layout
+        { cat "$layout"; printf '\000'; grep -av -e '^entityType' "$file"; } >"$work/Seeds/Described/$(basename "$layout" .layout)-$(basename "$file")"
+    done
 done
 
 status=0

@@ -19,6 +19,7 @@ FileOutcome CheckFile(const ListedFile& file, const CheckOptions& options, const
     LoadOptions load;
     load.m_Kind = options.m_Kind;
     load.m_IsForText = options.m_IsLossWanted;
+    options.m_Layouts.ApplyTo(load);
     std::string bytes;
     const std::optional<LoadedFile> loaded =
         LoadListedFile(file, load, outcome, options.m_IsLossWanted ? &bytes : nullptr);
@@ -54,6 +55,7 @@ void DeclareCommand(CommandDeclaration& declaration, CheckOptions& options) {
                      "look for the files that fields name among those below DIR, by file name in any case",
                      ValueRole::Folder);
     DeclareKind(declaration, options.m_Kind);
+    DeclareLayouts(declaration, options.m_Layouts);
     DeclareDiagnostics(declaration, options.m_Diagnostics);
     DeclareJobs(declaration, options.m_Batch.m_Jobs);
     DeclareLook(declaration, options.m_Look);

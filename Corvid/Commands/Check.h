@@ -1,12 +1,14 @@
 #pragma once
 
 #include "Corvid/Commands/CommonOptions.h"
+#include "Corvid/Commands/LayoutOptions.h"
 
 namespace Corvid {
 
 struct CheckOptions {
     BatchOptions m_Batch;
     std::optional<Kind> m_Kind;
+    LayoutOptions m_Layouts;
     DiagnosticOptions m_Diagnostics;
     LookOptions m_Look;
     bool m_IsStrict = false;

@@ -6,6 +6,8 @@
 #include "Corvid/Commands/Diff.h"
 #include "Corvid/Commands/Info.h"
 #include "Corvid/Commands/LayoutInfer.h"
+#include "Corvid/Commands/LayoutCheck.h"
+#include "Corvid/Commands/LayoutShow.h"
 
 namespace Corvid {
 
@@ -19,6 +21,8 @@ constexpr CommandRow kCommands[] = {
     RowFor<DiffOptions>("diff"),
     RowFor<InfoOptions>("info"),
     RowFor<LayoutInferOptions>("layout infer"),
+    RowFor<LayoutCheckOptions>("layout check"),
+    RowFor<LayoutShowOptions>("layout show"),
 };
 
 } // namespace

@@ -61,6 +61,7 @@ void DeclareCommand(CommandDeclaration& declaration, DiffOptions& options) {
         std::vector<std::pair<std::string, DiffFormat>>{{"text", DiffFormat::Text}, {"json", DiffFormat::Json}},
         "how differences are written: for people, or as a JSON object a line");
     DeclareKind(declaration, options.m_Kind);
+    DeclareLayouts(declaration, options.m_Layouts);
     DeclareJobs(declaration, options.m_Jobs);
     declaration.Flag("-q,--quiet", options.m_Look.m_IsQuiet, "tell by the exit status alone whether anything differs");
     DeclareColor(declaration, options.m_Look.m_Color);

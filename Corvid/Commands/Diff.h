@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "Corvid/Commands/CommonOptions.h"
+#include "Corvid/Commands/LayoutOptions.h"
 #include "Corvid/Compare/CompareOptions.h"
 
 namespace Corvid {
@@ -13,6 +14,7 @@ enum class DiffFormat { Text, Json };
 struct DiffOptions {
     std::vector<std::string> m_Paths;
     std::optional<Kind> m_Kind;
+    LayoutOptions m_Layouts;
     CompareOptions m_Compare;
     DiffFormat m_Format = DiffFormat::Text;
     int m_Jobs = DefaultJobs();

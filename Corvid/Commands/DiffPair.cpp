@@ -65,6 +65,7 @@ struct ReadSide {
 void Load(ReadSide& read, const DiffSide& side, const DiffOptions& options) {
     LoadOptions load;
     load.m_Kind = options.m_Kind;
+    options.m_Layouts.ApplyTo(load);
     const bool isNamed = !side.m_File.IsStandardInput();
     LoadedFile loaded =
         LoadFromBytes(std::move(*read.m_Bytes), isNamed ? EnginePath(side.m_ShownPath) : std::u16string(), load);

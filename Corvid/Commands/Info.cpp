@@ -27,6 +27,7 @@ FileOutcome DescribeListedFile(const ListedFile& file, const InfoOptions& option
     FileOutcome outcome;
     LoadOptions load;
     load.m_Kind = options.m_Kind;
+    options.m_Layouts.ApplyTo(load);
     const std::optional<LoadedFile> loaded = LoadListedFile(file, load, outcome);
     if (!loaded)
         return outcome;
@@ -49,6 +50,7 @@ void DeclareCommand(CommandDeclaration& declaration, InfoOptions& options) {
     DeclareFiles(declaration, options.m_Batch.m_Files);
     declaration.Flag("--json", options.m_IsJson, "print an object a file, for scripts");
     DeclareKind(declaration, options.m_Kind);
+    DeclareLayouts(declaration, options.m_Layouts);
     DeclareJobs(declaration, options.m_Batch.m_Jobs);
     DeclareLook(declaration, options.m_Look);
     declaration.Example("corvid info Examples/Mesh/cube.mesh", "counts, bounds, textures of a mesh");

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "Corvid/Commands/CommonOptions.h"
+#include "Corvid/Commands/LayoutOptions.h"
 
 namespace Corvid {
 
 struct InfoOptions {
     BatchOptions m_Batch;
     std::optional<Kind> m_Kind;
+    LayoutOptions m_Layouts;
     bool m_IsJson = false;
     LookOptions m_Look;
 };

@@ -72,6 +72,7 @@ struct Diagnostic {
     DiagnosticPlace m_Place;
     std::string m_Field;   // path of the field; empty: none
     std::string m_Message; // a lower-case clause in UTF-8, without a full stop
+    bool m_StaysWarning = false; // where warnings are errors, too
 };
 
 } // namespace Corvid

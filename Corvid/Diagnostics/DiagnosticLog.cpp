@@ -34,7 +34,7 @@ void DiagnosticLog::DemoteErrors() {
 
 void DiagnosticLog::PromoteWarnings() {
     for (Diagnostic& diagnostic : m_Diagnostics) {
-        if (diagnostic.m_Severity == Severity::Warning)
+        if (diagnostic.m_Severity == Severity::Warning && !diagnostic.m_StaysWarning)
             diagnostic.m_Severity = Severity::Error;
     }
 }

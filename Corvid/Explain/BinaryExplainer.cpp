@@ -6,6 +6,7 @@
 #include <type_traits>
 
 #include "Corvid/Explain/BadCount.h"
+#include "Corvid/Explain/Implausible.h"
 #include "Corvid/Explain/NotInText.h"
 #include "Engine/String/Unicode.h"
 
@@ -105,8 +106,10 @@ void BinaryExplainer::ReadFields(LayoutIndex first, LayoutIndex end, const Eleme
             ReadFields(index + 1, node.m_End, element);
             break;
         case LayoutKind::When:
-            if (m_Conditions.Holds(node.m_Condition).value_or(false))
+            if (m_Conditions.Holds(index).value_or(false))
                 ReadFields(index + 1, node.m_End, element);
+            else
+                m_Conditions.Skip(index);
             break;
         case LayoutKind::Record: {
             const std::size_t path = m_Path.Enter(m_Layout, node, element);
@@ -133,10 +136,14 @@ void BinaryExplainer::ReadValue(LayoutIndex index, const ElementPlace* element) 
     TextValue value;
     const std::size_t offset = m_Offset;
     switch (node.m_Kind) {
-    case LayoutKind::Bool:
+    case LayoutKind::Bool: {
+        const auto byte = Take<std::uint8_t>();
         value.m_Kind = ValueKind::Bool;
-        value.m_Bool = Take<std::uint8_t>() != 0;
+        value.m_Bool = byte != 0;
+        if (m_IsStrict && byte > 1)
+            Report(DiagnosticCode::BadValue, offset, index, element, std::to_string(byte) + " is neither TRUE nor FALSE");
         break;
+    }
     case LayoutKind::Int:
         value.m_Kind = ValueKind::Int;
         value.m_Integer = Take<std::int32_t>();
@@ -176,6 +183,10 @@ void BinaryExplainer::ReadValue(LayoutIndex index, const ElementPlace* element) 
     }
     if (m_HasStopped && value.m_String.empty())
         return;
+    if (m_IsStrict) {
+        if (const std::string why = ExplainImplausible(value); !why.empty())
+            Report(DiagnosticCode::BadValue, offset, index, element, why);
+    }
     value.AddTo(m_Tree, node.m_Label);
     m_Conditions.Set(index, value);
 }

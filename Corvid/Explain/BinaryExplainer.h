@@ -22,6 +22,9 @@ public:
     // hold are errors.
     BinaryExplainer(const Layout& layout, std::string_view bytes, bool isForText, DiagnosticLog& log, ValueTree& tree);
 
+    // Values that nobody can have meant are errors, too.
+    void SetStrict() { m_IsStrict = true; }
+
     void Run();
 
 private:
@@ -42,6 +45,7 @@ private:
     const Layout& m_Layout;
     std::string_view m_Bytes;
     bool m_IsForText;
+    bool m_IsStrict = false;
     DiagnosticLog& m_Log;
     ValueTree& m_Tree;
     Conditions m_Conditions;

@@ -53,15 +53,13 @@ void TextExplainer::ReadFields(LayoutIndex first, LayoutIndex end, Record& recor
 // belongs to none that could be told, and goes without a word: its cause has been reported.
 void TextExplainer::ReadWhen(LayoutIndex when, LayoutIndex end, Record& record, const ElementPlace* element) {
     const LayoutNode& node = m_Layout[when];
-    const std::optional<bool> holds = m_Conditions.Holds(node.m_Condition);
-    if (holds) {
-        if (*holds)
-            ReadFields(when + 1, node.m_End, record, element);
+    const std::optional<bool> holds = m_Conditions.Holds(when);
+    if (holds ? !*holds : !StandsHere(when + 1, node.m_End)) {
+        m_Conditions.Skip(when);
         return;
     }
-    if (!StandsHere(when + 1, node.m_End))
-        return;
-    for (LayoutIndex other = node.m_End; other < end; other = m_Layout[other].m_End) {
+    const bool isUnknown = node.m_Condition.m_Field == kNoLayoutIndex; // what stands there is all that tells
+    for (LayoutIndex other = holds || isUnknown ? end : node.m_End; other < end; other = m_Layout[other].m_End) {
         const LayoutNode& otherNode = m_Layout[other];
         if (otherNode.m_Kind == LayoutKind::When && otherNode.m_Condition.m_Field == node.m_Condition.m_Field &&
             StandsHere(other + 1, otherNode.m_End)) {
@@ -212,6 +210,10 @@ void TextExplainer::ReadList(LayoutIndex index, Record& record, const ElementPla
     const Place place = Find(index, record, outer);
     const std::optional<std::int32_t> count = ReadCount(index, place, outer, isBad);
     if (index + 1 == node.m_End) { // only 0 is known
+        if (count && *count != 0 && !isBad)
+            Report(DiagnosticCode::BadCount, place.m_Line, m_Lines[place.m_Line].m_LabelStart,
+                   m_Path.Of(m_Layout, node, outer),
+                   std::to_string(*count) + ", and nobody knows what an element is");
         m_Tree.AddInt(node.m_Label, 0);
         m_Tree.BeginList({});
         m_Tree.EndList();
@@ -297,10 +299,10 @@ void TextExplainer::ReadElement(LayoutIndex list, const Place& first, Record& re
             if (node.m_Kind == LayoutKind::Use) {
                 self(self, index + 1, node.m_End);
             } else if (node.m_Kind == LayoutKind::When) {
-                const std::optional<bool> holds = m_Conditions.Holds(node.m_Condition);
+                const std::optional<bool> holds = m_Conditions.Holds(index);
                 if (holds && *holds)
                     self(self, index + 1, node.m_End);
-                else if (!holds)
+                else
                     ReadWhen(index, end, record, &element);
             } else if (isFirst) {
                 isFirst = false;

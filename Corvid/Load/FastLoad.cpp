@@ -3,7 +3,7 @@
 #include <new>
 #include <utility>
 
-#include "Corvid/Load/NotingReportSink.h"
+#include "Corvid/Diagnostics/NotingReportSink.h"
 #include "Engine/Archive/BinaryFileArchive.h"
 #include "Engine/Archive/FileArchiveSystem.h"
 #include "Engine/Archive/TextFileArchive.h"
@@ -34,11 +34,21 @@ void Load(FastLoad& load, const PaddedView& bytes, std::u16string_view path) {
 } // namespace
 
 FastLoad LoadFast(Kind kind, const PaddedView& bytes, std::u16string_view path) {
+    try {
+        return LoadFast(CreateKindObject(kind, path), bytes, path);
+    } catch (const std::bad_alloc&) {
+        FastLoad load;
+        load.m_IsMemoryShort = true;
+        return load;
+    }
+}
+
+FastLoad LoadFast(std::unique_ptr<KindObject> object, const PaddedView& bytes, std::u16string_view path) {
     FastLoad load;
     NotingReportSink reports;
     const Reporter reporter(reports);
+    load.m_Object = std::move(object);
     try {
-        load.m_Object = CreateKindObject(kind, path);
         Load(load, bytes, path);
     } catch (const std::bad_alloc&) {
         load.m_IsMemoryShort = true;

@@ -21,4 +21,7 @@ struct FastLoad {
 // The bytes outlive the call alone.
 FastLoad LoadFast(Kind kind, const PaddedView& bytes, std::u16string_view path);
 
+// Into an object that is there already, in its initial state.
+FastLoad LoadFast(std::unique_ptr<KindObject> object, const PaddedView& bytes, std::u16string_view path);
+
 } // namespace Corvid

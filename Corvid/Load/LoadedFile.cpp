@@ -5,13 +5,15 @@
 #include <utility>
 #include <vector>
 
+#include "Corvid/Diagnostics/NotingReportSink.h"
 #include "Corvid/Explain/BadText.h"
 #include "Corvid/Explain/BinaryExplainer.h"
 #include "Corvid/Explain/TextExplainer.h"
+#include "Corvid/Layouts/DescribedEntity.h"
+#include "Corvid/Layouts/DescribedFile.h"
 #include "Corvid/Load/Encoding.h"
 #include "Corvid/Load/FastLoad.h"
 #include "Corvid/Load/KindLayouts.h"
-#include "Corvid/Load/NotingReportSink.h"
 #include "Corvid/Values/ValueTreeReader.h"
 #include "Engine/File/PathParts.h"
 #include "Engine/String/NearWord.h"
@@ -62,7 +64,10 @@ private:
     bool FindBinaryKind();
     bool FindTypeOfEntity();
     std::string FindTypeWord(DiagnosticPlace& place);
+    bool FindLayout(std::string_view typeWord, DiagnosticPlace place);
+    std::unique_ptr<KindObject> CreateObject() const;
     void Explain(const FastLoad& load);
+    void JudgeDescribed(FastLoad& load);
 
     std::string_view GetBytes() const { return {m_Bytes.data(), m_File.m_Size}; }
     PaddedView GetPadded() const { return {m_Bytes.data(), m_File.m_Size}; }
@@ -78,18 +83,21 @@ private:
     std::string m_TextStorage;
     std::string_view m_Text; // of a text archive
     Layout m_EntityLayout;
+    std::shared_ptr<const LibraryLayout> m_DescribedBy; // of an entity whose layout is a file
 };
 
 LoadedFile Loading::Run() {
     if (!FindEncoding() || !FindKind() || (m_File.m_Kind == Kind::Entity && !FindTypeOfEntity()))
         return std::move(m_File);
-    FastLoad load = LoadFast(*m_File.m_Kind, GetPadded(), m_Path);
+    FastLoad load = LoadFast(CreateObject(), GetPadded(), m_Path);
     m_File.m_IsMemoryShort = load.m_IsMemoryShort;
     if (m_File.m_IsMemoryShort)
         return std::move(m_File);
     const bool isBeyondText = m_Options.m_IsForText && load.m_HasStringBeyondText;
-    if (!load.m_IsClean || isBeyondText || (IsText() && HasBadText(m_Text)))
+    if (!load.m_IsClean || isBeyondText || m_DescribedBy != nullptr || (IsText() && HasBadText(m_Text)))
         Explain(load);
+    if (m_DescribedBy != nullptr)
+        JudgeDescribed(load);
     m_File.m_Object = std::move(load.m_Object);
     return std::move(m_File);
 }
@@ -164,16 +172,38 @@ bool Loading::FindTypeOfEntity() {
         Fail(DiagnosticCode::UnknownType, place, kTypeLabel, ExplainUnknownType(word, row != nullptr));
         return false;
     }
-    if (!row->m_IsLayoutSettled) {
+    if (!row->m_IsLayoutSettled)
+        return FindLayout(word, place);
+    m_File.m_LayoutOrigin = "built-in";
+    m_EntityLayout = LayoutOfEntityType(*type);
+    return true;
+}
+
+bool Loading::FindLayout(std::string_view typeWord, DiagnosticPlace place) {
+    m_DescribedBy = m_Options.m_Layouts != nullptr ? m_Options.m_Layouts->Find(typeWord) : nullptr;
+    if (m_DescribedBy == nullptr) {
         Fail(DiagnosticCode::NoLayout, place, kTypeLabel,
-             "nobody has described the fields of '" + word +
+             "nobody has described the fields of '" + std::string(typeWord) +
                  "'; corvid layout infer SAMPLE... -o DIR makes a layout from " +
                  "sample files, and --layouts DIR uses it");
         return false;
     }
-    m_File.m_LayoutOrigin = "built-in";
-    m_EntityLayout = LayoutOfEntityType(*type);
+    m_File.m_LayoutOrigin = ToUtf8(m_DescribedBy->m_Path);
+    if (m_DescribedBy->m_Plan == nullptr) {
+        const LayoutError& error = m_DescribedBy->m_Errors.front();
+        Fail(DiagnosticCode::BadLayout, place, kTypeLabel,
+             m_File.m_LayoutOrigin + ':' + std::to_string(error.m_Line) + ':' + std::to_string(error.m_Column) + ": " +
+                 error.m_Message);
+        return false;
+    }
+    m_EntityLayout = WithTypeWord(m_DescribedBy->m_Plan->GetLayout());
     return true;
+}
+
+std::unique_ptr<KindObject> Loading::CreateObject() const {
+    if (m_DescribedBy != nullptr)
+        return std::make_unique<DescribedEntity>(m_DescribedBy->m_Plan);
+    return CreateKindObject(*m_File.m_Kind, m_Path);
 }
 
 // The type word, wherever it stands; empty: it cannot be read.
@@ -213,7 +243,10 @@ void Loading::Explain(const FastLoad& load) {
         ReportBadText(lines, log);
         TextExplainer(layout, lines, log, tree).Run(kind != Kind::Entity || &layout == &m_EntityLayout);
     } else {
-        BinaryExplainer(layout, GetBytes(), m_Options.m_IsForText, log, tree).Run();
+        BinaryExplainer explainer(layout, GetBytes(), m_Options.m_IsForText, log, tree);
+        if (m_DescribedBy != nullptr)
+            explainer.SetStrict();
+        explainer.Run();
     }
     log.SortByPlace();
     if (!log.HasErrors() && !load.m_IsClean && load.m_Object == nullptr) // known to the engine alone
@@ -224,11 +257,29 @@ void Loading::Explain(const FastLoad& load) {
         return;
     NotingReportSink ignored;
     const Reporter reporter(ignored);
-    m_File.m_Readable = CreateKindObject(kind, m_Path);
+    m_File.m_Readable = CreateObject();
     ValueTreeReader reader(tree);
     m_File.m_Readable->Load(reader);
     if (!m_File.m_Readable->IsThere())
         m_File.m_Readable.reset();
+}
+
+// A described file has to come back from a conversion, and may not touch what its layout leaves open.
+void Loading::JudgeDescribed(FastLoad& load) {
+    if (load.m_Object == nullptr)
+        return;
+    const auto& entity = static_cast<const DescribedEntity&>(*load.m_Object);
+    if (!m_File.m_Log.HasErrors()) {
+        const std::string why = ExplainNoReturn(entity, GetBytes(), *m_File.m_Encoding);
+        if (!why.empty())
+            Fail(DiagnosticCode::Refused, {}, {}, why);
+    }
+    const bool isAllowed =
+        CheckDoubts(entity, m_File.m_LayoutOrigin, !IsText(), m_Options.m_IsUnprovenAllowed, m_File.m_Log);
+    if (!isAllowed && m_File.m_Readable == nullptr)
+        m_File.m_Readable = std::move(load.m_Object);
+    if (!isAllowed)
+        load.m_Object.reset();
 }
 
 } // namespace

@@ -8,14 +8,16 @@
 
 #include "Corvid/Diagnostics/DiagnosticLog.h"
 #include "Engine/Archive/FileArchiveSystem.h"
+#include "Engine/Layout/LayoutLibrary.h"
 #include "Kinds/KindObject.h"
 
 namespace Corvid {
 
 struct LoadOptions {
-    std::optional<Kind> m_Kind;       // given by the user: comes before extension and content
-    bool m_IsForText = false;         // strings that text cannot hold are errors
-    bool m_IsUnprovenAllowed = false; // a doubt of a layout that the file touches is a warning
+    std::optional<Kind> m_Kind;              // given by the user: comes before extension and content
+    bool m_IsForText = false;                // strings that text cannot hold are errors
+    bool m_IsUnprovenAllowed = false;        // a doubt of a layout that the file touches is a warning
+    const LayoutSource* m_Layouts = nullptr; // for entity types that are not built in; null: there are none
 };
 
 // What became of the bytes of one file. What is wrong with them stands in the log; reading the file is the caller's

@@ -13,16 +13,16 @@ namespace Corvid {
 // A layout as text looks like the file that it describes, with kinds in place of values:
 //
 //     layout 1 assumed
-//     record StageCost
-//     	credits float
-//     entity ResearchSubject
-//     	use IHUDDefinition
+//     record Meeting
+//     	position vector3
+//     entity Quest
+//     	titleID string
 //     	stageCount count
 //     		stage
-//     			cost record StageCost
-//     	isUnique bool ? FALSE
-//     	when isUnique
-//     		owner word "Nobody" "Player"
+//     			meeting record Meeting
+//     	isRepeatable bool ? FALSE
+//     	when isRepeatable
+//     		pause float
 //
 // UTF-8, with LF or CR LF; a tab is one level; a '#' at the start of a word begins a comment. A '?' marks a doubt;
 // behind it stand the facts that limit it. Any text can be parsed, within these bounds:

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 
 namespace Corvid {
@@ -47,11 +46,11 @@ bool PlannedCondition::Holds(std::span<const ConditionSlot> slots, const std::u1
 }
 
 RecordPlan::RecordPlan(Layout layout) : m_Layout(std::move(layout)) {
-    FindHidden();
+    const ConditionFields fields(m_Layout);
     const LayoutIndex size = m_Layout.GetSize();
     std::vector<bool> isAskedFor(size, false);
     const auto ask = [&](LayoutIndex when, const LayoutCondition& condition) {
-        for (const LayoutIndex candidate : CandidatesOf(when, condition.m_Field))
+        for (const LayoutIndex candidate : fields.CandidatesOf(when, condition.m_Field))
             isAskedFor[candidate] = true;
     };
     for (LayoutIndex index = 0; index < size; ++index) {
@@ -76,57 +75,14 @@ RecordPlan::RecordPlan(Layout layout) : m_Layout(std::move(layout)) {
         if (m_Steps[index].m_Kind == LayoutKind::Count)
             AddList(index);
         else if (m_Steps[index].m_Kind == LayoutKind::When)
-            AddWhen(index);
+            AddWhen(index, fields);
     }
 }
 
-// For each value the one in front of it that a condition would have found under the same label.
-void RecordPlan::FindHidden() {
-    m_Hidden.assign(m_Layout.GetSize(), kNoLayoutIndex);
-    std::unordered_map<std::string_view, std::vector<LayoutIndex>> inSightByLabel;
-    std::vector<LayoutIndex> inSight;
-    std::vector<LayoutIndex> scopes; // records and elements around the node
-    for (LayoutIndex index = 0; index < m_Layout.GetSize(); ++index) {
-        const LayoutNode& node = m_Layout[index];
-        for (; !scopes.empty() && m_Layout[scopes.back()].m_End <= index; scopes.pop_back()) {
-            for (; !inSight.empty() && inSight.back() > scopes.back(); inSight.pop_back())
-                inSightByLabel[m_Layout[inSight.back()].m_Label].pop_back();
-        }
-        if (node.m_Kind == LayoutKind::Record || node.m_Kind == LayoutKind::Count)
-            scopes.push_back(index);
-        if (!IsValueKind(node.m_Kind))
-            continue;
-        auto& earlier = inSightByLabel[node.m_Label];
-        if (!earlier.empty())
-            m_Hidden[index] = earlier.back();
-        earlier.push_back(index);
-        inSight.push_back(index);
-    }
-}
-
-// The fields that a condition at the node `when` may refer to: the one that it names and, as long as that one need not
-// be there, the one that it hides.
-std::vector<LayoutIndex> RecordPlan::CandidatesOf(LayoutIndex when, LayoutIndex field) const {
-    constexpr std::size_t kMostCandidates = 64; // more would only serve to keep a machine busy
-    std::vector<LayoutIndex> candidates;
-    const auto isAround = [this, when](LayoutIndex outer) {
-        return outer == kNoLayoutIndex || (outer <= when && when < m_Layout[outer].m_End);
-    };
-    for (LayoutIndex index = field; index != kNoLayoutIndex && candidates.size() < kMostCandidates;
-         index = m_Hidden[index]) {
-        candidates.push_back(index);
-        bool isAlwaysThere = true;
-        for (LayoutIndex outer = m_Layout[index].m_Parent; !isAround(outer); outer = m_Layout[outer].m_Parent)
-            isAlwaysThere &= m_Layout[outer].m_Kind != LayoutKind::When;
-        if (isAlwaysThere)
-            break;
-    }
-    return candidates;
-}
-
-PlannedCondition RecordPlan::Plan(LayoutIndex when, const LayoutCondition& condition) const {
+PlannedCondition RecordPlan::Plan(LayoutIndex when, const LayoutCondition& condition,
+                                  const ConditionFields& fields) const {
     PlannedCondition planned{{}, condition.m_Words, condition.m_IsNegated};
-    for (const LayoutIndex candidate : CandidatesOf(when, condition.m_Field))
+    for (const LayoutIndex candidate : fields.CandidatesOf(when, condition.m_Field))
         planned.m_Slots.push_back(m_Steps[candidate].m_Slot);
     return planned;
 }
@@ -163,9 +119,9 @@ void RecordPlan::AddList(LayoutIndex index) {
     m_Lists.push_back(std::move(list));
 }
 
-void RecordPlan::AddWhen(LayoutIndex index) {
+void RecordPlan::AddWhen(LayoutIndex index, const ConditionFields& fields) {
     const LayoutNode& node = m_Layout[index];
-    When when{Plan(index, node.m_Condition), node.m_Condition.m_Field == kNoLayoutIndex, u"-", 0, 0};
+    When when{Plan(index, node.m_Condition, fields), node.m_Condition.m_Field == kNoLayoutIndex, u"-", 0, 0};
     bool isFirst = true;
     bool isFirstSlot = true;
     for (LayoutIndex inner = index + 1; inner < node.m_End; ++inner) {

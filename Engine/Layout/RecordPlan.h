@@ -7,6 +7,7 @@
 
 #include "Engine/Archive/Archive.h"
 #include "Engine/Archive/OwnedLabel.h"
+#include "Engine/Layout/ConditionFields.h"
 #include "Engine/Layout/Layout.h"
 
 namespace Corvid {
@@ -68,17 +69,12 @@ public:
     std::uint32_t GetSlotCount() const { return m_SlotCount; }
     int GetBufferSize() const { return m_BufferSize; } // units that the longest string takes
 
-    // A condition of the layout that stands at the node `when`.
-    PlannedCondition Plan(LayoutIndex when, const LayoutCondition& condition) const;
-
 private:
-    void FindHidden();
-    std::vector<LayoutIndex> CandidatesOf(LayoutIndex when, LayoutIndex field) const;
+    PlannedCondition Plan(LayoutIndex when, const LayoutCondition& condition, const ConditionFields& fields) const;
     void AddList(LayoutIndex index);
-    void AddWhen(LayoutIndex index);
+    void AddWhen(LayoutIndex index, const ConditionFields& fields);
 
     Layout m_Layout;
-    std::vector<LayoutIndex> m_Hidden; // see FindHidden()
     std::vector<Step> m_Steps;
     std::vector<List> m_Lists;
     std::vector<When> m_Whens;

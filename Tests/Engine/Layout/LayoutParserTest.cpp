@@ -25,7 +25,7 @@ TEST(LayoutParser, EverythingComesBackAsItWas) {
                                        "\tisFree bool ? FALSE\n"
                                        "record Stage\n"
                                        "\tcost record StageCost\n"
-                                       "\tduration double\n"
+                                       "\tduration double ?\n"
                                        "entity ResearchSubject\n"
                                        "\tuse IHUDDefinition\n"
                                        "\t\"use\" string\n"
