@@ -68,6 +68,7 @@ void DeclareCommand(CommandDeclaration& declaration, CatOptions& options) {
                      "for git: what is wrong comes first, as lines that begin with '# ', then what could be read; "
                      "always status 0");
     DeclareKind(declaration, options.m_Kind);
+    DeclareLayouts(declaration, options.m_Layouts);
     DeclareDiagnostics(declaration, options.m_Diagnostics);
     declaration.Flag("-q,--quiet", options.m_IsQuiet, "print errors and data only");
     DeclareColor(declaration, options.m_Color);
@@ -82,6 +83,7 @@ int RunCommand(const CatOptions& options, Console& console) {
     file.m_Path = options.m_Paths[0];
     LoadOptions load;
     load.m_Kind = options.m_Kind;
+    options.m_Layouts.ApplyTo(load);
     load.m_IsForText = !options.m_IsJson;
     FileOutcome outcome;
     const std::optional<LoadedFile> loaded = LoadListedFile(file, load, outcome);

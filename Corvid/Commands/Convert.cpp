@@ -42,6 +42,7 @@ Tally Conversion::Convert(FileOutcome& outcome) const {
         return Tally::Unchanged;
     LoadOptions load;
     load.m_Kind = m_Options.m_Kind;
+    m_Options.m_Layouts.ApplyTo(load);
     load.m_IsForText = m_Options.m_Format == ArchiveFormat::Text;
     const std::optional<LoadedFile> loaded = LoadListedFile(m_File, load, outcome);
     if (!loaded)
@@ -95,6 +96,8 @@ Tally Conversion::Deliver(const std::string& bytes, FileOutcome& outcome) const 
 std::string Conversion::FindVerifyError(const LoadedFile& loaded, const std::string& bytes) const {
     LoadOptions load;
     load.m_Kind = loaded.m_Kind;
+    m_Options.m_Layouts.ApplyTo(load);
+    load.m_IsUnprovenAllowed = true; // what the source touches, so does the result
     const LoadedFile again = LoadFromBytes(bytes, EnginePath(m_File.m_Path), load);
     if (again.m_IsMemoryShort)
         return "there is not enough memory to verify the result";
@@ -164,6 +167,7 @@ void DeclareCommand(CommandDeclaration& declaration, ConvertOptions& options) {
                                                                           {"six", FloatPrecision::SixDecimals}},
                       "decimals in text: as many as bring back every float (default), or always six, as recast");
     DeclareKind(declaration, options.m_Kind);
+    DeclareLayouts(declaration, options.m_Layouts);
     DeclareFiles(declaration, options.m_Batch.m_Files);
     DeclareJobs(declaration, options.m_Batch.m_Jobs);
     DeclareDiagnostics(declaration, options.m_Diagnostics);

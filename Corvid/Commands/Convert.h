@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Corvid/Commands/CommonOptions.h"
+#include "Corvid/Commands/LayoutOptions.h"
 #include "Corvid/Load/LoadedFile.h"
 
 namespace Corvid {
@@ -8,6 +9,7 @@ namespace Corvid {
 struct ConvertOptions {
     BatchOptions m_Batch;
     std::optional<Kind> m_Kind;
+    LayoutOptions m_Layouts;
     ArchiveFormat m_Format = ArchiveFormat::Text;
     std::optional<std::string> m_Output;
     bool m_IsInPlace = false;
