@@ -25,8 +25,8 @@ FileOutcome CheckFile(const ListedFile& file, const CheckOptions& options, const
         LoadListedFile(file, load, outcome, options.m_IsLossWanted ? &bytes : nullptr);
     if (loaded && loaded->m_Object != nullptr && !outcome.m_Log.HasErrors()) {
         CheckContent(*loaded->m_Object, outcome.m_Log);
-    if (loaded && loaded->m_Object != nullptr && !outcome.m_Log.HasErrors() && index != nullptr)
-        CheckReferences(*loaded->m_Object, *index, outcome.m_Log);
+        if (index != nullptr)
+            CheckReferences(*loaded->m_Object, *index, outcome.m_Log);
         if (options.m_IsLossWanted)
             NoteLoss(bytes, EnginePath(file.m_Path), *loaded, outcome.m_Log);
     }
