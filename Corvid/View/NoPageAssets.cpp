@@ -1,0 +1,9 @@
+#include "Corvid/View/PageAssets.h"
+
+namespace Corvid {
+
+const PageAssets* GetPageAssets() {
+    return nullptr;
+}
+
+} // namespace Corvid
