@@ -8,6 +8,8 @@
 #include "Corvid/Commands/LayoutInfer.h"
 #include "Corvid/Commands/LayoutCheck.h"
 #include "Corvid/Commands/LayoutShow.h"
+#include "Corvid/Commands/View.h"
+#include "Corvid/Commands/Convert.h"
 
 namespace Corvid {
 
@@ -23,6 +25,8 @@ constexpr CommandRow kCommands[] = {
     RowFor<LayoutInferOptions>("layout infer"),
     RowFor<LayoutCheckOptions>("layout check"),
     RowFor<LayoutShowOptions>("layout show"),
+    RowFor<ViewOptions>("view"),
+    RowFor<CatOptions>("cat"),
 };
 
 } // namespace

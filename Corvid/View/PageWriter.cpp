@@ -2,8 +2,8 @@
 
 #include <utility>
 
+#include "Corvid/Json/Json.h"
 #include "Corvid/View/Base64.h"
-#include "Corvid/View/PageJson.h"
 
 namespace Corvid {
 
@@ -34,23 +34,42 @@ std::string PlaceText(const DiagnosticPlace& place) {
     return {};
 }
 
-std::string Member(std::string_view name, std::string_view text) {
-    return "\"" + std::string(name) + "\":" + PageString(text);
+// In JSON a '<' stands in strings only, where an escape can take its place: nothing ends the element or begins a comment.
+std::string WithoutMarkup(std::string_view json) {
+    std::string result;
+    result.reserve(json.size());
+    for (const char c : json) {
+        if (c == '<')
+            result += "\\u003c";
+        else
+            result += c;
+    }
+    return result;
 }
 
-std::string DiagnosticJson(const Diagnostic& diagnostic) {
-    return "{" + Member("severity", WordOf(diagnostic.m_Severity)) + "," + Member("code", WordOf(diagnostic.m_Code)) +
-           "," + Member("place", PlaceText(diagnostic.m_Place)) + "," + Member("field", diagnostic.m_Field) + "," +
-           Member("message", diagnostic.m_Message) + "}";
+Json DiagnosticJson(const ShownDiagnostic& shown) {
+    const Diagnostic& diagnostic = shown.m_Diagnostic;
+    if (shown.m_IsClosing)
+        return {{"leftOut", shown.m_More}};
+    return {{"severity", WordOf(diagnostic.m_Severity)},
+            {"code", WordOf(diagnostic.m_Code)},
+            {"place", PlaceText(diagnostic.m_Place)},
+            {"field", diagnostic.m_Field},
+            {"message", shown.m_More > 0 ? "... and " + std::to_string(shown.m_More) + " more" : diagnostic.m_Message}};
 }
 
 std::string EntryJson(const ViewEntry& entry) {
-    std::string json = "{" + Member("file", entry.m_Path) + "," + Member("kind", entry.m_Kind) + "," +
-                       Member("encoding", entry.m_Encoding) + "," + Member("entityType", entry.m_EntityType) +
-                       ",\"bytes\":" + std::to_string(entry.m_Size) + ",\"diagnostics\":[";
-    for (const Diagnostic& diagnostic : entry.m_Diagnostics)
-        json += (&diagnostic == entry.m_Diagnostics.data() ? "" : ",") + DiagnosticJson(diagnostic);
-    return json + "],\"leftOut\":" + std::to_string(entry.m_LeftOutCount) + "}";
+    Json json = {{"file", entry.m_Path},
+                 {"kind", entry.m_Kind},
+                 {"encoding", entry.m_Encoding},
+                 {"entityType", entry.m_EntityType},
+                 {"bytes", entry.m_Size},
+                 {"errors", entry.m_ErrorCount},
+                 {"warnings", entry.m_WarningCount},
+                 {"diagnostics", Json::array()}};
+    for (const ShownDiagnostic& shown : entry.m_Diagnostics)
+        json["diagnostics"].push_back(DiagnosticJson(shown));
+    return WithoutMarkup(JsonText(json));
 }
 
 } // namespace

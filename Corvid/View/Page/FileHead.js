@@ -9,14 +9,18 @@ function fileHead(file) {
     const made = element("div", {}, element("h2", {}, shown(file.file)));
     made.append(factList([["Kind", file.kind || "unknown"], ["Encoding", file.encoding],
         ["Size", formatBytes(file.bytes)], ["Entity type", file.entityType && shown(file.entityType)]]));
-    if (file.diagnostics.length > 0 || file.leftOut > 0)
+    if (file.diagnostics.length > 0)
         made.append(element("h3", {}, "Diagnostics"), diagnosticsList(file));
     return made;
 }
 
 function diagnosticsList(file) {
     const made = element("ul", { class: "diagnostics" });
-    for (const { severity, code, place, field, message } of file.diagnostics) {
+    for (const { severity, code, place, field, message, leftOut } of file.diagnostics) {
+        if (leftOut !== undefined) {
+            made.append(element("li", {}, element("span", {}, `${plural(leftOut, "diagnostic")} left out`)));
+            continue;
+        }
         const line = element("li", { class: severity }, element("strong", {}, severity), " ");
         if (place !== "")
             line.append(element("span", { class: "place" }, place), " ");
@@ -25,7 +29,5 @@ function diagnosticsList(file) {
         line.append(element("span", {}, shown(message)), " ", element("span", { class: "place" }, `[${code}]`));
         made.append(line);
     }
-    if (file.leftOut > 0)
-        made.append(element("li", {}, element("span", {}, `${plural(file.leftOut, "diagnostic")} left out`)));
     return made;
 }

@@ -1,16 +1,12 @@
 // The list of the files, with its search and its keys.
 
-function countOf(file, severity) {
-    return file.diagnostics.filter((diagnostic) => diagnostic.severity === severity).length;
-}
-
 function findingsOf(file) {
-    return ["error", "warning", "note"].map((severity) => [severity, countOf(file, severity)]).filter(([, n]) => n > 0);
+    return [["error", file.errors], ["warning", file.warnings]].filter(([, count]) => count > 0);
 }
 
 // Every word must be found in the file's path, its kind, or in what was found about it.
 function searchTextOf(file) {
-    const findings = file.diagnostics.map(({ severity, code, field, message }) => `${severity} ${code} ${field} ${message}`);
+    const findings = file.diagnostics.map(({ severity, code, field, message }) => [severity, code, field, message].join(" "));
     return [file.file, file.kind, file.encoding, file.entityType, ...findings].join("\n").toLowerCase();
 }
 

@@ -38,7 +38,7 @@ function showChosen() {
         showFile(0);
 }
 
-const broken = index.files.filter((file) => countOf(file, "error") > 0).length;
+const broken = index.files.filter((file) => file.errors > 0).length;
 document.getElementById("page-facts").textContent = `${plural(index.files.length, "file")}`
     + `${broken > 0 ? `, ${formatCount(broken)} with errors` : ""}. This page is ${formatBytes(index.pageBytes)} long.`;
 if (index.files.length === 0)
