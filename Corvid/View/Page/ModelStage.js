@@ -4,7 +4,7 @@
 const kTurn = Math.PI / 24; // of one press of an arrow key
 const kZoom = 1.15;
 const kStart = [-0.9, 0.6, 1.7]; // where the camera stands first: above the front, at the model's right
-const kDistance = 2.6;           // in radii of the model
+const kDistance = 3.1;           // in radii of the model
 const kMaxLabels = 100;
 
 class ModelStage {
