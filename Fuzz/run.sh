@@ -27,7 +27,7 @@ while [ $# -gt 0 ]; do
     shift
 done
 [ -n "$targets" ] || targets="MeshText MeshBinary ParticleText ParticleBinary BrushesText BrushesBinary
-    EntityText EntityBinary RoundTrip Scanners LayoutText Described"
+    EntityText EntityBinary RoundTrip Scanners Explain LayoutText Described Gltf"
 
 RequireTools cmake clang
 HasFuzzer() {

@@ -10,6 +10,8 @@
 #include "Corvid/Commands/LayoutShow.h"
 #include "Corvid/Commands/View.h"
 #include "Corvid/Commands/Convert.h"
+#include "Corvid/Commands/Export.h"
+#include "Corvid/Commands/Import.h"
 
 namespace Corvid {
 
@@ -27,6 +29,8 @@ constexpr CommandRow kCommands[] = {
     RowFor<LayoutShowOptions>("layout show"),
     RowFor<ViewOptions>("view"),
     RowFor<CatOptions>("cat"),
+    RowFor<ExportOptions>("export"),
+    RowFor<ImportOptions>("import"),
 };
 
 } // namespace

@@ -25,6 +25,11 @@ public:
 
         bool AreZero() const { return m_Left == 0 && m_Right == 0 && m_Top == 0 && m_Bottom == 0; }
 
+        std::int32_t GetLeft() const { return m_Left; }
+        std::int32_t GetRight() const { return m_Right; }
+        std::int32_t GetTop() const { return m_Top; }
+        std::int32_t GetBottom() const { return m_Bottom; }
+
     private:
         std::int32_t m_Left = 0;
         std::int32_t m_Right = 0;
@@ -41,6 +46,7 @@ public:
         }
 
         const TextureReference& GetTexture() const { return m_Texture; }
+        const PixelBox& GetPixelBox() const { return m_PixelBox; }
         void ReturnTexture() { m_Texture.Return(); }
 
         bool LooksLike(const StateInfo& other) const {
@@ -74,7 +80,10 @@ public:
         });
     }
 
+    const FixedString<128>& GetName() const { return m_Name; }
     const FixedArray<StateInfo, kStateCount>& GetStates() const { return m_States; }
+    const Margins& GetStretchMargins() const { return m_StretchMargins; }
+    const Margins& GetContentMargins() const { return m_ContentMargins; }
 
     // Returns the texture reference of each state that holds one.
     void ReturnTextures();

@@ -7,8 +7,6 @@
 #include <random>
 #include <string>
 
-#include <gtest/gtest.h>
-
 #include "Engine/Render/Mesh/MeshData.h"
 
 namespace Corvid {
