@@ -49,7 +49,7 @@ int RunOnSingleFile(std::string_view command, const std::string& path, const std
 }
 
 void DeliverSingleFile(const std::string& output, std::string_view bytes, FileOutcome& outcome) {
-    const std::string error = WriteFileBytes(output, bytes);
+    const std::string error = WriteFileBytes(output, bytes, false);
     if (!error.empty())
         AddFailure(outcome, DiagnosticCode::CannotWrite, PrintedPath(output) + ": " + error);
 }
