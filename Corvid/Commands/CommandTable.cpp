@@ -12,6 +12,9 @@
 #include "Corvid/Commands/Convert.h"
 #include "Corvid/Commands/Export.h"
 #include "Corvid/Commands/Import.h"
+#include "Corvid/Commands/Export.h"
+#include "Corvid/Commands/Import.h"
+#include "Corvid/Commands/Info.h"
 
 namespace Corvid {
 
