@@ -27,7 +27,7 @@ while [ $# -gt 0 ]; do
     shift
 done
 [ -n "$targets" ] || targets="MeshText MeshBinary ParticleText ParticleBinary BrushesText BrushesBinary
-    EntityText EntityBinary RoundTrip Scanners Explain LayoutText Described Gltf"
+    EntityText EntityBinary RoundTrip Scanners Explain LayoutText Described LayoutSamples Gltf"
 
 RequireTools cmake clang
 HasFuzzer() {

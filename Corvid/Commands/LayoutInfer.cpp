@@ -182,7 +182,8 @@ int RunCommand(const LayoutInferOptions& options, Console& console) {
         AddProblems(type.m_Problems, DiagnosticCode::BadLayout, findings);
         if (!type.m_HasLayout)
             continue;
-        const std::string path = options.m_Folder + '/' + type.m_TypeWord + ".layout";
+        const bool isClosed = IsPathSeparator(options.m_Folder.empty() ? ' ' : options.m_Folder.back());
+        const std::string path = options.m_Folder + (isClosed ? "" : "/") + type.m_TypeWord + ".layout";
         const std::string text = WriteLayoutText(type.m_Layout, BuiltInBlocks());
         const std::string error =
             MakeFolders(options.m_Folder) ? WriteFileBytes(path, text) : "the folder cannot be made";

@@ -9,8 +9,8 @@ namespace Corvid {
 
 namespace {
 
-constexpr std::uint64_t kMostSteps = 1'000'000;       // values read in one search
-constexpr std::uint64_t kMostStepsOfAll = 20'000'000; // in all searches of one question
+constexpr std::uint64_t kMostSteps = 1'000'000; // values read in one search
+constexpr std::uint64_t kBytesOfStep = 64;      // of a long string
 constexpr int kMostDepartures = 16;
 
 // One file alone can be read in many ways: the fewer there are, the fewer departures are believed, and the more costly
@@ -62,7 +62,6 @@ public:
     void Forget() { m_Failed.clear(); }
 
     const State& GetFound() const { return m_Found; }
-    std::uint64_t GetStepsOfAll() const { return m_StepsOfAll; }
     bool IsOpen(LayoutIndex node) const;
     std::vector<int> ChoicesAt(LayoutIndex node) const;
 
@@ -90,7 +89,7 @@ private:
 
     int m_MostDepartures = 0;
     std::uint64_t m_Steps = 0;
-    std::uint64_t m_StepsOfAll = 0;
+    std::uint64_t m_MostSteps = kMostSteps;
     std::unordered_map<std::uint64_t, int> m_Failed; // departures that were left and did not suffice
     State m_Found;
     FitAnswer* m_Notes = nullptr;
@@ -145,6 +144,7 @@ Outcome Search::Find(int departures, LayoutIndex node, int choice) {
     state.m_Deciders.assign(m_DeciderCount, std::vector<std::int32_t>(m_Files.size(), kNotThere));
     m_MostDepartures = departures;
     m_Steps = 0;
+    m_MostSteps = std::min(kMostSteps, m_Question.m_StepsLeft);
     if (node != kNoLayoutIndex) {
         state.m_Choices[node] = static_cast<std::int8_t>(choice);
         state.m_Departures = choice == UsualChoice(node) ? 0 : 1;
@@ -152,10 +152,10 @@ Outcome Search::Find(int departures, LayoutIndex node, int choice) {
             return Outcome::NotFound;
     }
     const bool isFound = Run(state);
-    m_StepsOfAll += m_Steps;
+    m_Question.m_StepsLeft -= std::min(m_Steps, m_Question.m_StepsLeft);
     if (isFound)
         return Outcome::Found;
-    return m_Steps >= kMostSteps ? Outcome::OutOfSteps : Outcome::NotFound;
+    return m_Steps >= m_MostSteps ? Outcome::OutOfSteps : Outcome::NotFound;
 }
 
 void Search::Note(FitAnswer& answer) {
@@ -170,6 +170,7 @@ void Search::Note(FitAnswer& answer) {
     state.m_Choices = m_Found.m_Choices;
     state.m_Deciders.assign(m_DeciderCount, std::vector<std::int32_t>(m_Files.size(), kNotThere));
     m_Steps = 0;
+    m_MostSteps = kMostSteps;
     m_Notes = &answer;
     Run(state);
     m_Notes = nullptr;
@@ -222,6 +223,7 @@ bool Search::ReadValue(State& state, LayoutKind kind) {
         if (decider >= 0)
             state.m_Deciders[static_cast<std::size_t>(decider)][file] = value;
         state.m_Offsets[file] += *size;
+        m_Steps += *size / kBytesOfStep;
     }
     state.m_Node = m_Layout[node].m_End;
     return true;
@@ -365,7 +367,7 @@ bool Search::Branch(const State& state) {
         next.m_Departures += choice == usual ? 0 : 1;
         if (Run(next))
             return true;
-        if (m_Steps >= kMostSteps)
+        if (m_Steps >= m_MostSteps)
             return false;
     }
     int& failed = m_Failed.try_emplace(hash, left).first->second;
@@ -374,7 +376,7 @@ bool Search::Branch(const State& state) {
 }
 
 bool Search::Run(State& state) {
-    while (m_Steps < kMostSteps) {
+    while (m_Steps < m_MostSteps) {
         if (Leave(state))
             continue;
         if (state.m_Node == m_Layout.GetSize()) {
@@ -446,9 +448,11 @@ FitAnswer FitBinaries(const FitQuestion& question, std::span<const std::string_v
         if (outcome != Outcome::NotFound)
             break;
     }
+    if (outcome == Outcome::NotFound)
+        answer.m_Verdict = FitAnswer::Verdict::FitsNot;
     if (outcome != Outcome::Found)
         return answer;
-    answer.m_Fits = true;
+    answer.m_Verdict = FitAnswer::Verdict::Fits;
     if (departures > MostDepartures(files.size()))
         return answer;
     answer.m_IsCertain = true;
@@ -465,9 +469,7 @@ FitAnswer FitBinaries(const FitQuestion& question, std::span<const std::string_v
             if (choice == best.m_Choices[node] || !answer.m_Choices[node].m_IsSettled)
                 continue;
             search.Forget();
-            const Outcome other = search.GetStepsOfAll() < kMostStepsOfAll
-                                      ? search.Find(departures + RivalMargin(files.size()), node, choice)
-                                      : Outcome::OutOfSteps;
+            const Outcome other = search.Find(departures + RivalMargin(files.size()), node, choice);
             if (other == Outcome::NotFound)
                 continue;
             answer.m_IsCertain = false;

@@ -16,10 +16,13 @@ struct FitQuestion {
     const Layout& m_Layout;
     std::vector<KindSet> m_Kinds;      // by node; empty: the kind of the node is certain
     std::vector<NumberRange> m_Ranges; // by node
+    std::uint64_t& m_StepsLeft;        // values to be read, at the most
 };
 
 struct FitAnswer {
-    bool m_Fits = false;
+    enum class Verdict { Undecided, Fits, FitsNot };
+
+    Verdict m_Verdict = Verdict::Undecided;
     bool m_IsCertain = false; // all that was read could be read in one way only
     // By node; the choice is the index of a kind in the layout's enumeration, or 0 for a condition and 1 and so on for
     // its alternatives. Settled: no other choice that departs as little from what is usual reads all samples.
@@ -32,6 +35,8 @@ struct FitAnswer {
     std::vector<std::vector<std::int32_t>> m_SeenNumbers; // by node, of integers and counts; sorted
     std::vector<std::uint32_t> m_Sides[2];                // by node of a condition, samples where it is false, true
 };
+
+inline constexpr std::uint64_t kMostStepsOfType = 40'000'000; // in all questions about one type
 
 inline constexpr std::size_t kMostFiles = 32; // that are read side by side
 

@@ -12,10 +12,9 @@ namespace Corvid {
 
 namespace {
 
-constexpr std::size_t kMostFields = 10'000;           // of a layout
-constexpr std::size_t kMostTokens = 64 * 1024 * 1024; // fields times instances of one record
-constexpr std::size_t kMostWords = 64;                // of an enumeration
-constexpr std::size_t kMostNumbers = 16;              // that are remembered of an integer
+constexpr std::size_t kMostFields = 10'000; // of a layout
+constexpr std::size_t kMostWords = 64;      // of an enumeration
+constexpr std::size_t kMostNumbers = 16;    // that are remembered of an integer
 
 template <class Value> void Remember(std::vector<Value>& values, const Value& value, std::size_t most) {
     const auto place = std::lower_bound(values.begin(), values.end(), value);
@@ -155,7 +154,7 @@ std::optional<SampleConflict> Builder::Build(RecordDraft& record) {
     if (auto conflict = OrderFields(record, m_Trees))
         return conflict;
     m_FieldCount += record.m_Fields.size();
-    if (m_FieldCount > kMostFields || record.m_Fields.size() * record.m_Instances.size() > kMostTokens)
+    if (m_FieldCount > kMostFields)
         return SampleConflict{"the samples have more fields than a layout can hold", {}, {}};
     for (std::uint32_t index = 0; index < record.m_Fields.size(); ++index) {
         DraftField& field = record.m_Fields[index];

@@ -10,6 +10,10 @@ namespace Corvid {
 
 namespace {
 
+constexpr std::size_t kMostFields = 2'000;            // of one record
+constexpr std::size_t kMostTokens = 64 * 1024 * 1024; // fields times instances of one record
+constexpr std::size_t kMostCompared = 300;            // fields that wait for each other
+
 using Key = std::pair<std::string_view, std::uint32_t>; // a label and how often it stood before
 
 struct FieldPlaces {
@@ -27,7 +31,7 @@ public:
     std::optional<SampleConflict> Run();
 
 private:
-    void FindFields();
+    bool FindFields();
     std::optional<SampleConflict> DescribeConflict() const;
     void Place(std::uint32_t field);
 
@@ -37,7 +41,8 @@ private:
     std::vector<bool> m_IsPlaced;
 };
 
-void Orderer::FindFields() {
+// False where there are too many.
+bool Orderer::FindFields() {
     std::map<Key, std::uint32_t> known;
     std::vector<std::uint32_t> seen; // by field, the instance that has it last
     for (std::uint32_t i = 0; i < m_Record.m_Instances.size(); ++i) {
@@ -49,6 +54,8 @@ void Orderer::FindFields() {
             const Key key{label, occurrences[label]++};
             const auto [entry, isNew] = known.try_emplace(key, static_cast<std::uint32_t>(m_Fields.size()));
             if (isNew) {
+                if (m_Fields.size() == kMostFields || (m_Fields.size() + 1) * m_Record.m_Instances.size() > kMostTokens)
+                    return false;
                 m_Fields.emplace_back().m_Key = key;
                 m_Fields.back().m_Tokens.assign(m_Record.m_Instances.size(), kNone);
             }
@@ -60,6 +67,7 @@ void Orderer::FindFields() {
             previous = entry->second;
         }
     }
+    return true;
 }
 
 void Orderer::Place(std::uint32_t index) {
@@ -85,6 +93,7 @@ std::optional<SampleConflict> Orderer::DescribeConflict() const {
                 standing.emplace_back(m_Fields[field].m_Tokens[i], field);
         }
         std::sort(standing.begin(), standing.end());
+        standing.resize(std::min(standing.size(), kMostCompared));
         for (std::size_t first = 0; first < standing.size(); ++first) {
             for (std::size_t second = first + 1; second < standing.size(); ++second) {
                 const std::uint32_t a = standing[first].second;
@@ -98,7 +107,7 @@ std::optional<SampleConflict> Orderer::DescribeConflict() const {
                 const auto placeOf = [&](std::uint32_t instance, std::uint32_t field) {
                     const DraftInstance& holder = m_Record.m_Instances[instance];
                     const std::uint32_t token = m_Fields[field].m_Tokens[instance];
-                    return SamplePlace{holder.m_Sample, holder.m_Tokens[token == kNone ? 0 : token].m_Line};
+                    return SamplePlace{holder.m_Sample, token == kNone ? 0 : holder.m_Tokens[token].m_Line};
                 };
                 return SampleConflict{"'" + std::string(m_Fields[b].m_Key.first) + "' stands behind '" +
                                           std::string(m_Fields[a].m_Key.first) + "' here, and in front of it there",
@@ -110,7 +119,8 @@ std::optional<SampleConflict> Orderer::DescribeConflict() const {
 }
 
 std::optional<SampleConflict> Orderer::Run() {
-    FindFields();
+    if (!FindFields())
+        return SampleConflict{"a record has more different labels than a layout can hold", {}, {}};
     m_IsPlaced.assign(m_Fields.size(), false);
     std::uint32_t last = kNone;
     const auto isPresentAlike = [this](std::uint32_t left, const std::vector<std::uint32_t>& right) {

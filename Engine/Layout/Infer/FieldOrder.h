@@ -3,7 +3,7 @@
 #include <optional>
 #include <span>
 
-#include "Engine/Layout/Infer/InferenceFault.h"
+#include "Engine/Layout/Infer/SampleConflict.h"
 #include "Engine/Layout/Infer/RecordDraft.h"
 
 namespace Corvid {

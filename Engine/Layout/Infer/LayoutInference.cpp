@@ -52,7 +52,7 @@ private:
     void FitTwins();
     bool Narrow(const std::vector<std::pair<DraftField*, KindSet>>& kinds);
     void FitOthers();
-    bool FitSideBySide(std::span<const BinarySample* const> files, bool isTakenOver);
+    FitAnswer::Verdict FitSideBySide(std::span<const BinarySample* const> files, bool isTakenOver);
     void Apply(const DraftLayout& made, const FitAnswer& answer);
 
     const SamplesOfType& m_Samples;
@@ -62,6 +62,7 @@ private:
     RecordDraft m_Draft;
     std::vector<const BinarySample*> m_Others; // binary samples without a twin
     bool m_HasBytes = false;
+    std::uint64_t m_StepsLeft = kMostStepsOfType;
 };
 
 void TypeInference::Report(const SampleConflict& conflict) {
@@ -148,10 +149,10 @@ void TypeInference::Apply(const DraftLayout& made, const FitAnswer& answer) {
     }
 }
 
-// Whether there is a way to read these files; if so, and if wanted, what it shows is taken over.
-bool TypeInference::FitSideBySide(std::span<const BinarySample* const> files, bool isTakenOver) {
+// Whether there is a way to read these files; if there is, what it shows is taken over if wanted.
+FitAnswer::Verdict TypeInference::FitSideBySide(std::span<const BinarySample* const> files, bool isTakenOver) {
     const DraftLayout made = MakeLayout(m_Draft, m_Result.m_TypeWord, m_Blocks, true);
-    FitQuestion question{made.m_Layout, {}, {}};
+    FitQuestion question{made.m_Layout, {}, {}, m_StepsLeft};
     for (LayoutIndex node = 0; node < made.m_Layout.GetSize(); ++node) {
         const DraftField* const field = made.m_Fields[node];
         KindSet& kinds = question.m_Kinds.emplace_back();
@@ -166,11 +167,11 @@ bool TypeInference::FitSideBySide(std::span<const BinarySample* const> files, bo
     for (const BinarySample* file : files)
         values.push_back(file->m_Values);
     const FitAnswer answer = FitBinaries(question, values);
-    if (answer.m_Fits && isTakenOver && !answer.m_SeenBools.empty()) {
+    if (answer.m_Verdict == FitAnswer::Verdict::Fits && isTakenOver && !answer.m_SeenBools.empty()) {
         Apply(made, answer);
         m_HasBytes = true;
     }
-    return answer.m_Fits;
+    return answer.m_Verdict;
 }
 
 // Binary samples without a twin, so many at a time as can be read side by side, small ones first.
@@ -182,11 +183,11 @@ void TypeInference::FitOthers() {
         std::vector<const BinarySample*> files(
             m_Others.begin() + static_cast<std::ptrdiff_t>(first),
             m_Others.begin() + static_cast<std::ptrdiff_t>(std::min(first + kMostFiles, m_Others.size())));
-        if (FitSideBySide(files, true))
+        if (FitSideBySide(files, true) != FitAnswer::Verdict::FitsNot)
             continue;
         // One that nothing fits would hide what the others show.
         std::erase_if(files, [this](const BinarySample* file) {
-            const bool fits = FitSideBySide({&file, 1}, false);
+            const bool fits = FitSideBySide({&file, 1}, false) != FitAnswer::Verdict::FitsNot;
             if (!fits)
                 m_Result.m_Problems.push_back({"no layout that goes with the text samples reads this file whole",
                                                {file->m_Sample->m_Name, 0},

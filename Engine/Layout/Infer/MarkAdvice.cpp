@@ -36,9 +36,9 @@ std::string AdviceOnNumber(const LayoutNode& node, const DraftField& field) {
     const std::string seen = Numbers(field.m_Numbers) + " in " + Plural(field.m_PresentCount);
     switch (node.m_Kind) {
     case LayoutKind::Count:
-        return node.m_End == 0 || field.m_Numbers.size() != 1 || field.m_Numbers[0] != 0
-                   ? seen + "; a sample with two elements, or with a number that counts nothing, decides"
-                   : seen + "; it may count what nobody has seen; a sample with another number decides";
+        return field.m_Numbers == std::vector<std::int32_t>{0}
+                   ? seen + "; it may count what nobody has seen; a sample with another number decides"
+                   : seen + "; a sample with two elements, or with a number that counts nothing, decides";
     case LayoutKind::Int:
     case LayoutKind::Color:
         return field.m_Kinds.Has(LayoutKind::Color) ? seen + "; a binary file, or a value with a letter, decides"
