@@ -4,17 +4,13 @@
 #include "Corvid/Commands/Check.h"
 #include "Corvid/Commands/Convert.h"
 #include "Corvid/Commands/Diff.h"
+#include "Corvid/Commands/Export.h"
+#include "Corvid/Commands/Import.h"
 #include "Corvid/Commands/Info.h"
-#include "Corvid/Commands/LayoutInfer.h"
 #include "Corvid/Commands/LayoutCheck.h"
+#include "Corvid/Commands/LayoutInfer.h"
 #include "Corvid/Commands/LayoutShow.h"
 #include "Corvid/Commands/View.h"
-#include "Corvid/Commands/Convert.h"
-#include "Corvid/Commands/Export.h"
-#include "Corvid/Commands/Import.h"
-#include "Corvid/Commands/Export.h"
-#include "Corvid/Commands/Import.h"
-#include "Corvid/Commands/Info.h"
 
 namespace Corvid {
 
@@ -30,10 +26,9 @@ constexpr CommandRow kCommands[] = {
     RowFor<LayoutInferOptions>("layout infer"),
     RowFor<LayoutCheckOptions>("layout check"),
     RowFor<LayoutShowOptions>("layout show"),
-    RowFor<ViewOptions>("view"),
-    RowFor<CatOptions>("cat"),
     RowFor<ExportOptions>("export"),
     RowFor<ImportOptions>("import"),
+    RowFor<ViewOptions>("view"),
 };
 
 } // namespace

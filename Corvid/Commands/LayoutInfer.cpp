@@ -185,8 +185,7 @@ int RunCommand(const LayoutInferOptions& options, Console& console) {
         const bool isClosed = IsPathSeparator(options.m_Folder.empty() ? ' ' : options.m_Folder.back());
         const std::string path = options.m_Folder + (isClosed ? "" : "/") + type.m_TypeWord + ".layout";
         const std::string text = WriteLayoutText(type.m_Layout, BuiltInBlocks());
-        const std::string error =
-            MakeFolders(options.m_Folder) ? WriteFileBytes(path, text) : "the folder cannot be made";
+        const std::string error = WriteFileBytes(path, text, true);
         if (!error.empty()) {
             findings.Of(path).Add(DiagnosticCode::CannotWrite, {}, {}, error);
             status = kExitCouldNotRun;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "Corvid/Terminal/Console.h"
 #include "Engine/Layout/LayoutText.h"
 #include "Engine/String/NearWord.h"
 #include "Engine/String/Unicode.h"

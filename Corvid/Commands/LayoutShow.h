@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "Corvid/CommandLine/Command.h"
 #include "Corvid/Commands/LayoutOptions.h"
 
 namespace Corvid {

@@ -156,7 +156,7 @@ void MeshChecks::CheckIndex(int value, int count, std::string_view what, const s
 
 void MeshChecks::CheckLists() {
     CachedVertexIndices computed;
-    const bool isComputed = ComputeCachedVertexIndices(m_Mesh.m_Vertices, m_Mesh.m_BoundingRadius, computed);
+    ComputeCachedVertexIndices(m_Mesh.m_Vertices, m_Mesh.m_BoundingRadius, computed);
     for (int direction = 0; direction < kDirectionCount; ++direction) {
         const VertexIndexVector& stored = m_Mesh.GetCachedVertexIndices()[direction];
         const LabelText label(kCachedIndexCountLabels[static_cast<std::size_t>(direction)]);
@@ -167,7 +167,7 @@ void MeshChecks::CheckLists() {
             areInRange = false;
             CheckIndex(stored[i], m_Mesh.m_Vertices.GetSize(), "vertex", Element(label, i));
         }
-        if (!isComputed || !areInRange)
+        if (!areInRange)
             continue;
         const VertexIndexVector& wanted = computed[direction];
         bool isSame = stored.GetSize() == wanted.GetSize();

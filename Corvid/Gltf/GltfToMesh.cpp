@@ -38,10 +38,7 @@ public:
                 return false;
         }
         TakeTangents(surface, record);
-        if (!TakeSurface(surface, record)) {
-            error = "too little memory";
-            return false;
-        }
+        TakeSurface(surface, record);
         if (record == nullptr && m_Mesh.m_Vertices.GetSize() == 0 && m_Mesh.m_Points.GetSize() == 0) {
             error = "holds neither a mesh nor an empty node";
             return false;
@@ -72,7 +69,7 @@ private:
             surface.HasTangents() || (areWanted && (record != nullptr || surface.HasCoordinates()));
     }
 
-    bool TakeSurface(GltfSurface& surface, const GltfNotes* record) {
+    void TakeSurface(GltfSurface& surface, const GltfNotes* record) {
         m_Mesh.m_MaxDiffuseMipLevel = FindInteger(record, GltfRecord::kMaxDiffuseMipLevel, 0);
         const std::vector<MeshVertex>& vertices = surface.GetVertices();
         std::vector<MeshTriangle>& triangles = surface.GetTriangles();
@@ -80,16 +77,15 @@ private:
         const bool isSameShape = record != nullptr && shape->second == ShapeOf(vertices, triangles);
         if (isSameShape)
             InsertOtherTriangles(*record, triangles);
-        if (!m_Mesh.m_Vertices.SetSize(static_cast<int>(vertices.size())) ||
-            !m_Mesh.m_Triangles.SetSize(static_cast<int>(triangles.size())) ||
-            !TakeMaterials(surface.UsesPlainMaterial()) || !TakePoints())
-            return false;
+        m_Mesh.m_Vertices.SetSize(static_cast<int>(vertices.size()));
+        m_Mesh.m_Triangles.SetSize(static_cast<int>(triangles.size()));
+        TakeMaterials(surface.UsesPlainMaterial());
+        TakePoints();
         std::copy(vertices.begin(), vertices.end(), m_Mesh.m_Vertices.begin());
         std::copy(triangles.begin(), triangles.end(), m_Mesh.m_Triangles.begin());
         ComputeBounds();
         if (isSameShape)
             TakeBounds(*record);
-        return true;
     }
 
     // Each in front of the triangle that has its place now; a place beyond the end is no place.
@@ -115,31 +111,27 @@ private:
         triangles = std::move(all);
     }
 
-    bool TakeMaterials(bool usesPlain) {
+    void TakeMaterials(bool usesPlain) {
         const std::size_t count = m_Document.m_Materials.size();
-        if (!m_Mesh.m_Materials.SetSize(static_cast<int>(count) + (usesPlain ? 1 : 0)))
-            return false;
+        m_Mesh.m_Materials.SetSize(static_cast<int>(count) + (usesPlain ? 1 : 0));
         for (std::size_t i = 0; i < count; ++i)
             m_AreNamesWhole =
                 TakeGltfMaterial(m_Document.m_Materials[i], m_Document.m_Images, m_Mesh.m_Materials.begin()[i]) &&
                 m_AreNamesWhole;
         if (usesPlain)
             MakePlainMaterial(m_Mesh.m_Materials.begin()[count]);
-        return true;
     }
 
-    bool TakePoints() {
+    void TakePoints() {
         const auto isPoint = [](const GltfPlacedNode& placed) {
             return !placed.m_HoldsObject && !placed.m_Node->m_Notes.contains(GltfRecord::kShape);
         };
-        if (!m_Mesh.m_Points.SetSize(static_cast<int>(std::count_if(m_Nodes.begin(), m_Nodes.end(), isPoint))))
-            return false;
+        m_Mesh.m_Points.SetSize(static_cast<int>(std::count_if(m_Nodes.begin(), m_Nodes.end(), isPoint)));
         MeshPoint* point = m_Mesh.m_Points.begin();
         for (const GltfPlacedNode& placed : m_Nodes) {
             if (isPoint(placed))
                 m_AreNamesWhole = TakeGltfPoint(*placed.m_Node, placed.m_World, *point++) && m_AreNamesWhole;
         }
-        return true;
     }
 
     // A vertex without a finite place is nowhere; without vertices everything is at the origin.
