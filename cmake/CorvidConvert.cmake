@@ -40,7 +40,9 @@ function(corvid_convert)
             message(FATAL_ERROR "corvid_convert: two files become ${result}")
         endif()
         # A result that is the same already is not written: its time would stay behind the source's for good.
+        get_filename_component(result_folder "${result}" DIRECTORY)
         add_custom_command(OUTPUT "${result}"
+            COMMAND "${CMAKE_COMMAND}" -E make_directory "${result_folder}"
             COMMAND "${CORVID_EXECUTABLE}" convert -q --to ${arg_TO} ${arg_OPTIONS} -o "${result}" -- "${source}"
             COMMAND "${CMAKE_COMMAND}" -E touch_nocreate "${result}"
             DEPENDS "${source}" "${CORVID_EXECUTABLE}"

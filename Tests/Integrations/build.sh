@@ -11,7 +11,7 @@ cp "$root/Examples/Mesh/cube.mesh" "project/data/a cube.mesh"
 cp "$root/Examples/Mesh/cube.mesh" project/data/deep/b.mesh
 cp "$root/Examples/Entity/HullFragments.entity" project/data/
 cmake -S project -B build -DCORVID_CONVERT_MODULE="$root/cmake/CorvidConvert.cmake" >log 2>&1 || { cat log; Fail "configure"; }
-Build() { cmake --build build -j 2 2>&1 | grep -c Converting; }
+Build() { cmake --build build -j 2 >log 2>&1 || { cat log; Fail "the build"; }; grep -c Converting log; }
 [ "$(Build)" -eq 3 ] || Fail "the first build converts all"
 cmp "build/assets/data/a cube.mesh" "$root/Examples/Mesh/cube-binary.mesh" || Fail "the result is wrong"
 [ "$(Build)" -eq 0 ] || Fail "nothing has changed, and something is converted"

@@ -50,13 +50,13 @@ ViewEntry BrushEntry(std::string values) {
 } // namespace
 
 TEST(PageWriterTest, NothingOfAFileIsMarkup) {
-    ViewEntry entry = BrushEntry(R"({"brush":[{"name":"</script><!-- <script>alert(1)"}]})");
+    ViewEntry entry = BrushEntry(R"json({"brush":[{"name":"</script><!-- <script>alert(1)"}]})json");
     entry.m_Path = "</script><img src=x>\xFF.brushes";
     DiagnosticLog log;
     log.Add(DiagnosticCode::BadValue, DiagnosticPlace::AtLine(3, 4), "<b>", "<!-- here");
     AddDiagnostics(entry, log);
     const std::string page = WritePage({entry}).m_Bytes;
-    EXPECT_THAT(page, HasSubstr(R"("name":"\u003c/script>\u003c!-- \u003cscript>alert(1)")"));
+    EXPECT_THAT(page, HasSubstr(R"json("name":"\u003c/script>\u003c!-- \u003cscript>alert(1)")json"));
     EXPECT_THAT(page, HasSubstr("\"file\":\"\\u003c/script>\\u003cimg src=x>\xEF\xBF\xBD.brushes\""));
     EXPECT_THAT(page, HasSubstr(R"("place":"3:4","field":"\u003cb>","message":"\u003c!-- here")"));
     for (const char* markup : {"<img", "<b>", "<!--", "<script>alert"})

@@ -34,7 +34,9 @@ function makePage() {
     const cube = readFileSync(join(source, "Examples/Mesh/cube.mesh"), "utf8");
     writeFileSync(join(folder, "broken.mesh"), cube.replace("NumVertices", "NumVertexes"));
     const page = join(folder, "page.html");
-    const run = spawnSync(corvid, ["view", join(source, "Examples"), join(folder, "hostile.brushes"),
+    const examples = ["Brushes", "Mesh", "Particle", "Entity/HullFragments.entity", "Entity/IceShards.entity",
+        "Entity/OutpostRaid.entity", "Entity/PatrolWing.entity"].map((name) => join(source, "Examples", name));
+    const run = spawnSync(corvid, ["view", ...examples, join(folder, "hostile.brushes"),
         join(folder, "broken.mesh"), "-o", page], { encoding: "utf8" });
     if (/libjs-three/.test(run.stderr))
         return undefined;
