@@ -4,8 +4,8 @@
 
 #include "Corvid/Commands/FileRun.h"
 #include "Corvid/Content/ContentChecks.h"
-#include "Corvid/Content/ReferenceIndex.h"
 #include "Corvid/Content/Loss.h"
+#include "Corvid/Content/ReferenceIndex.h"
 #include "Corvid/Files/FileStatus.h"
 #include "Corvid/Files/PrintedPath.h"
 

@@ -98,8 +98,9 @@ void DeclareCommand(CommandDeclaration& declaration, ViewOptions& options) {
     declaration.Describe("Writes one HTML page on which meshes turn in 3D, brushes are drawn to scale, and effects and "
                          "definitions are tables.",
                          "[OPTION]... PATH... -o PAGE.html");
-    declaration.Explain("The page stands for itself: it needs no network and no other file, and opens in a browser by a "
-                        "double click. It tells what is wrong with the files, and shows what could be read of them.");
+    declaration.Explain(
+        "The page stands for itself: it needs no network and no other file, and opens in a browser by a "
+        "double click. It tells what is wrong with the files, and shows what could be read of them.");
     DeclareFiles(declaration, options.m_Batch.m_Files);
     declaration.Text("-o,--output", "PAGE.html", options.m_Page, "the page; '-' is standard output", ValueRole::File);
     declaration.Require();
@@ -108,7 +109,8 @@ void DeclareCommand(CommandDeclaration& declaration, ViewOptions& options) {
         [&options](const std::string& text) {
             const std::optional<std::uint64_t> size = SizeFromText(text);
             options.m_MaxSize = size.value_or(options.m_MaxSize);
-            return size ? std::string() : "'" + text + "' is no size: a number of bytes, or one with K or M, such as 50M";
+            return size ? std::string()
+                        : "'" + text + "' is no size: a number of bytes, or one with K or M, such as 50M";
         },
         "write no page that is larger (default: 200M; K and M are 1,024 and its square)");
     DeclareKind(declaration, options.m_Kind);

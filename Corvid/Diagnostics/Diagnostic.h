@@ -70,8 +70,8 @@ struct Diagnostic {
     DiagnosticCode m_Code = DiagnosticCode::BadValue;
     Severity m_Severity = Severity::Error;
     DiagnosticPlace m_Place;
-    std::string m_Field;   // path of the field; empty: none
-    std::string m_Message; // a lower-case clause in UTF-8, without a full stop
+    std::string m_Field;         // path of the field; empty: none
+    std::string m_Message;       // a lower-case clause in UTF-8, without a full stop
     bool m_StaysWarning = false; // where warnings are errors, too
 };
 

@@ -141,7 +141,8 @@ void BinaryExplainer::ReadValue(LayoutIndex index, const ElementPlace* element) 
         value.m_Kind = ValueKind::Bool;
         value.m_Bool = byte != 0;
         if (m_IsStrict && byte > 1)
-            Report(DiagnosticCode::BadValue, offset, index, element, std::to_string(byte) + " is neither TRUE nor FALSE");
+            Report(DiagnosticCode::BadValue, offset, index, element,
+                   std::to_string(byte) + " is neither TRUE nor FALSE");
         break;
     }
     case LayoutKind::Int:

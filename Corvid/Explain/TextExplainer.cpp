@@ -212,8 +212,7 @@ void TextExplainer::ReadList(LayoutIndex index, Record& record, const ElementPla
     if (index + 1 == node.m_End) { // only 0 is known
         if (count && *count != 0 && !isBad)
             Report(DiagnosticCode::BadCount, place.m_Line, m_Lines[place.m_Line].m_LabelStart,
-                   m_Path.Of(m_Layout, node, outer),
-                   std::to_string(*count) + ", and nobody knows what an element is");
+                   m_Path.Of(m_Layout, node, outer), std::to_string(*count) + ", and nobody knows what an element is");
         m_Tree.AddInt(node.m_Label, 0);
         m_Tree.BeginList({});
         m_Tree.EndList();

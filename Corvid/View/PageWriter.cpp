@@ -34,7 +34,8 @@ std::string PlaceText(const DiagnosticPlace& place) {
     return {};
 }
 
-// In JSON a '<' stands in strings only, where an escape can take its place: nothing ends the element or begins a comment.
+// In JSON a '<' stands in strings only, where an escape can take its place: nothing ends the element or begins a
+// comment.
 std::string WithoutMarkup(std::string_view json) {
     std::string result;
     result.reserve(json.size());
@@ -110,10 +111,11 @@ void PageWriter::Finish() {
     // The page tells its own size.
     static constexpr std::string_view kBegin = "<script id=\"index\" type=\"application/json\">{\"pageBytes\":";
     static constexpr std::string_view kMiddle = ",\"files\":[";
-    std::string size = std::to_string(m_Size + kBegin.size() + kSizeWidth + kMiddle.size() + m_Files.size() + end.size());
+    std::string size =
+        std::to_string(m_Size + kBegin.size() + kSizeWidth + kMiddle.size() + m_Files.size() + end.size());
     size.insert(0, kSizeWidth - size.size(), ' ');
-    for (const std::string_view part : {kBegin, std::string_view(size), kMiddle, std::string_view(m_Files),
-                                        std::string_view(end)})
+    for (const std::string_view part :
+         {kBegin, std::string_view(size), kMiddle, std::string_view(m_Files), std::string_view(end)})
         Write(part);
 }
 

@@ -4,8 +4,8 @@
 #include <optional>
 #include <span>
 
-#include "Engine/Layout/Infer/SampleConflict.h"
 #include "Engine/Layout/Infer/RecordDraft.h"
+#include "Engine/Layout/Infer/SampleConflict.h"
 
 namespace Corvid {
 

@@ -3,8 +3,8 @@
 #include <optional>
 #include <span>
 
-#include "Engine/Layout/Infer/SampleConflict.h"
 #include "Engine/Layout/Infer/RecordDraft.h"
+#include "Engine/Layout/Infer/SampleConflict.h"
 
 namespace Corvid {
 

@@ -13,11 +13,12 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 
-constexpr PageAssets kAssets = {{"<head><!-- @policy@ --><!-- @style@ --></head><!-- @licence@ --><!-- @data@ --><!-- @scripts@ -->end", "00"},
-                                {"STYLE", "01"},
-                                {"SCRIPT", "02"},
-                                {"LIBRARY", "03"},
-                                {"LICENCE", "04"}};
+constexpr PageAssets kAssets = {
+    {"<head><!-- @policy@ --><!-- @style@ --></head><!-- @licence@ --><!-- @data@ --><!-- @scripts@ -->end", "00"},
+    {"STYLE", "01"},
+    {"SCRIPT", "02"},
+    {"LIBRARY", "03"},
+    {"LICENCE", "04"}};
 
 struct Page {
     std::string m_Bytes;
@@ -94,7 +95,8 @@ TEST(Base64Test, PadsTheLastGroup) {
     struct Case {
         std::string m_Bytes, m_Text;
     };
-    for (const Case& row : {Case{"", ""}, {"f", "Zg=="}, {"fo", "Zm8="}, {"foo", "Zm9v"}, {{"\0\xFF\x10\x80", 4}, "AP8QgA=="}})
+    for (const Case& row :
+         {Case{"", ""}, {"f", "Zg=="}, {"fo", "Zm8="}, {"foo", "Zm9v"}, {{"\0\xFF\x10\x80", 4}, "AP8QgA=="}})
         EXPECT_EQ(ToBase64(row.m_Bytes), row.m_Text);
 }
 
@@ -103,8 +105,18 @@ TEST(ViewTest, SizesHaveTwoUnits) {
         const char* m_Text;
         std::optional<std::uint64_t> m_Size;
     };
-    for (const Case& row : {Case{"1", 1}, {"200M", 200u << 20}, {"3K", 3072}, {"3k", 3072}, {"0", {}}, {"", {}}, {"K", {}},
-                            {"-1", {}}, {"1.5M", {}}, {"1G", {}}, {"1MB", {}}, {"99999999999999999M", {}}})
+    for (const Case& row : {Case{"1", 1},
+                            {"200M", 200u << 20},
+                            {"3K", 3072},
+                            {"3k", 3072},
+                            {"0", {}},
+                            {"", {}},
+                            {"K", {}},
+                            {"-1", {}},
+                            {"1.5M", {}},
+                            {"1G", {}},
+                            {"1MB", {}},
+                            {"99999999999999999M", {}}})
         EXPECT_EQ(SizeFromText(row.m_Text), row.m_Size) << row.m_Text;
 }
 
