@@ -90,8 +90,8 @@ std::string HelpOf(std::span<const CommandRow> commands) {
     out +=
         "\nExit status: 0 done and clean, 1 findings (errors, differences, files that would change), 2 could not run.\n"
         "\nExamples:\n"
-        "  corvid check Examples\n"
-        "  corvid convert --to txt -o text Examples\n"
+        "  corvid check Examples/Mesh\n"
+        "  corvid convert --to txt -o text Examples/Mesh\n"
         "  corvid cat Examples/Mesh/cube-binary.mesh\n"
         "  corvid convert --help\n";
     return out;

@@ -59,10 +59,10 @@ void DeclareCommand(CommandDeclaration& declaration, CheckOptions& options) {
     DeclareDiagnostics(declaration, options.m_Diagnostics);
     DeclareJobs(declaration, options.m_Batch.m_Jobs);
     DeclareLook(declaration, options.m_Look);
-    declaration.Example("corvid check Examples", "checks all files below the folder");
+    declaration.Example("corvid check Examples/Particle", "checks all files below the folder");
     declaration.Example("corvid check --strict --format json Examples/Mesh/cube.mesh",
                         "for scripts: an object a line, warnings count as errors");
-    declaration.Example("find Examples -name '*.entity' | corvid check --list --files-from -",
+    declaration.Example("find Examples -name '*.mesh' | corvid check --list --files-from -",
                         "says of each file that find finds whether it is sound");
 }
 

@@ -173,7 +173,7 @@ void DeclareCommand(CommandDeclaration& declaration, ConvertOptions& options) {
     DeclareDiagnostics(declaration, options.m_Diagnostics);
     DeclareLook(declaration, options.m_Look);
     declaration.Example("corvid convert --to txt -o cube.txt Examples/Mesh/cube-binary.mesh", "one file");
-    declaration.Example("corvid convert --to bin -o binary Examples",
+    declaration.Example("corvid convert --to bin -o binary Examples/Particle",
                         "a whole folder; the tree below it appears in the folder binary");
     declaration.Example("corvid convert --to txt --check Examples/Mesh",
                         "for CI: which files are not in the text form yet?");

@@ -22,8 +22,9 @@ std::string WriteFileBytes(const std::string& path, std::string_view bytes, bool
     DestinationFile destination;
     if (!destination.Open(EnginePath(path))) {
         const std::string folder = FolderOf(path);
-        if (!makesFolders || folder.empty() || GetFileStatus(folder))
+        if (!makesFolders || folder.empty())
             return LastSystemError();
+        // Another file of the run may have made the folder meanwhile: that is as good.
         if (!MakeFolders(folder) || !destination.Open(EnginePath(path)))
             return LastSystemError();
     }

@@ -1,0 +1,64 @@
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <numeric>
+
+#include "Corvid/Batch/Batch.h"
+#include "Corvid/Terminal/Progress.h"
+
+namespace Corvid {
+
+TEST(BatchTest, ResultsComeInOrderAndFewWait) {
+    constexpr std::size_t kCount = 20'000;
+    std::vector<std::size_t> order(kCount);
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::atomic<std::size_t> begun = 0;
+    std::vector<std::size_t> taken;
+    std::size_t furthest = 0;
+    Batch<std::size_t> batch(
+        order,
+        [&](std::size_t item) {
+            ++begun;
+            return item * 3;
+        },
+        [&](std::size_t item, std::size_t result) {
+            EXPECT_EQ(result, item * 3);
+            taken.push_back(item);
+            furthest = std::max(furthest, begun - item);
+            return true;
+        });
+    EXPECT_EQ(batch.Run(4), kCount);
+    EXPECT_EQ(taken, order);
+    EXPECT_LT(furthest, 4200u); // however slow the taker is
+}
+
+TEST(BatchTest, StopsWhenTheRestIsNotWanted) {
+    for (const int jobs : {1, 3}) {
+        std::vector<std::size_t> order(1000);
+        std::iota(order.begin(), order.end(), std::size_t{0});
+        int taken = 0;
+        Batch<int> batch(
+            order, [](std::size_t) { return 0; }, [&](std::size_t, int) { return ++taken < 10; });
+        EXPECT_EQ(batch.Run(jobs), 10u);
+    }
+}
+
+TEST(BatchTest, LargeItemsAreBegunFirst) {
+    std::vector<std::uint64_t> sizes(200, 1);
+    sizes[150] = 500;
+    sizes[199] = 1000;
+    const std::vector<std::size_t> order = OrderOfWork(sizes);
+    EXPECT_EQ(order[0], 199u);
+    EXPECT_EQ(order[1], 150u);
+    EXPECT_EQ(order[2], 0u);
+    EXPECT_EQ(order.back(), 198u);
+}
+
+TEST(ProgressTest, LineTellsFilesRateAndTimeLeft) {
+    using Seconds = std::chrono::duration<double>;
+    EXPECT_EQ(Progress::LineFor(3, 12, 2'500'000, 10'000'000, Seconds(2)), "3 of 12 files, 1.2 MB/s, 0:06 left");
+    EXPECT_EQ(Progress::LineFor(0, 12, 0, 10'000, Seconds(1)), "0 of 12 files, 0 B/s");
+    EXPECT_EQ(Progress::LineFor(1, 7201, 500, 3'600'500, Seconds(1)), "1 of 7201 files, 500 B/s, 2:00:00 left");
+}
+
+} // namespace Corvid
