@@ -41,6 +41,16 @@ if(TARGET corvid)
     else()
         install(DIRECTORY Integrations/ DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/corvid/integrations COMPONENT corvid
             PATTERN windows EXCLUDE)
+        if(TARGET corvid-documents)
+            corvid_install_compressed(${PROJECT_BINARY_DIR}/corvid.1 ${CMAKE_INSTALL_MANDIR}/man1 corvid)
+            corvid_install_compressed(${PROJECT_SOURCE_DIR}/Docs/corvid-layout.5 ${CMAKE_INSTALL_MANDIR}/man5 corvid)
+            install(FILES ${PROJECT_BINARY_DIR}/completions/corvid COMPONENT corvid
+                DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/bash-completion/completions)
+            install(FILES ${PROJECT_BINARY_DIR}/completions/_corvid COMPONENT corvid
+                DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/zsh/vendor-completions)
+            install(FILES ${PROJECT_BINARY_DIR}/completions/corvid.fish COMPONENT corvid
+                DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/fish/vendor_completions.d)
+        endif()
     endif()
     install(DIRECTORY Docs/ DESTINATION ${documents}/docs COMPONENT ${documents_component} FILES_MATCHING PATTERN "*.md")
 endif()
