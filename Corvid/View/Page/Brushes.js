@@ -1,7 +1,7 @@
 // A brush set drawn to scale: each state's rectangle of its texture, with the margins that divide it.
 
 const kStates = ["Disabled", "Pressed", "CursorOver", "Focused", "Normal"];
-const kRoom = 512;      // pixels of the page that the widest brush of a set takes at most when it is made to fit
+const kRoom = 320;      // pixels of the page that the widest brush of a set takes at most when it is made to fit
 const kMaxDrawn = 4096; // pixels of the page; what is larger is drawn at a scale of its own
 
 function statesOf(brush) {

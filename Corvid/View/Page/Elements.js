@@ -36,6 +36,14 @@ function shown(text) {
     return made;
 }
 
+// A path, which may be broken behind each '/'.
+function shownPath(path) {
+    const made = element("span");
+    for (const part of path.split(/(?<=\/)/))
+        made.append(shown(part), element("wbr"));
+    return made;
+}
+
 const kRowsAtOnce = 200;
 
 // Appends `make(i)` for each i below `count`, the first ones at once and the rest when they are asked for. `more` is

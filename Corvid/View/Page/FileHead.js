@@ -6,7 +6,7 @@ function factList(facts) {
 }
 
 function fileHead(file) {
-    const made = element("div", {}, element("h2", {}, shown(file.file)));
+    const made = element("div", {}, element("h2", {}, shownPath(file.file)));
     made.append(factList([["Kind", file.kind || "unknown"], ["Encoding", file.encoding],
         ["Size", formatBytes(file.bytes)], ["Entity type", file.entityType && shown(file.entityType)]]));
     if (file.diagnostics.length > 0)

@@ -35,7 +35,7 @@ class FileList {
         for (const [severity, count] of findingsOf(file))
             facts.append(element("span", { class: severity }, plural(count, severity)));
         const button = element("button", { type: "button", onclick: () => this.show(number) },
-            element("span", { class: "name" }, shown(file.file)), facts);
+            element("span", { class: "name" }, shownPath(file.file)), facts);
         return { button, item: element("li", {}, button), text: searchTextOf(file) };
     }
 
