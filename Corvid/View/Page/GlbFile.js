@@ -63,12 +63,12 @@ class GlbFile {
         for (const primitive of this.primitives) {
             if (primitive.indices === undefined)
                 continue;
-            const material = primitive.material ?? Number(primitive.extras?.corvid?.iMaterial ?? -1);
+            const material = primitive.material ?? Number(primitive.extras?.["corvid.iMaterial"] ?? -1);
             const indices = this.read(primitive.indices);
             for (let i = 0; i + 2 < indices.length; i += 3)
                 rows.push([indices[i], indices[i + 2], indices[i + 1], material]);
         }
-        const others = (this.json.nodes?.[0]?.extras?.corvid?.OtherTriangles ?? "").split(" ").filter(Boolean).map(Number);
+        const others = (this.json.nodes?.[0]?.extras?.["corvid.OtherTriangles"] ?? "").split(" ").filter(Boolean).map(Number);
         if (others.length === 0)
             return rows;
         const all = [];
