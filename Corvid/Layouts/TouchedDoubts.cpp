@@ -47,7 +47,8 @@ private:
         if (isUnknown && m_IsFromBinary)
             Tell(index, "nobody knows when " + FirstLabel(index) + " is there", true);
         if (node.m_IsDoubtful && !isUnknown && node.m_Doubt.m_Alternatives.empty())
-            Tell(index, "nobody knows whether this is when " + FirstLabel(index) + " is there");
+            Tell(index, "it is not proven that " + m_Layout[node.m_Condition.m_Field].m_Label + " decides whether " +
+                            FirstLabel(index) + " is there");
         for (const LayoutCondition& rival : node.m_Doubt.m_Alternatives) {
             if (!m_Conditions.IsAnyThere(index, rival) || m_Conditions.Holds(index, rival) != isThere)
                 Tell(index, "it may be " + m_Layout[rival.m_Field].m_Label + " that decides whether " +
