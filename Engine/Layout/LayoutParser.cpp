@@ -39,6 +39,14 @@ std::string Suggestion(std::string_view written, std::span<const std::string_vie
     return near.empty() ? std::string() : " (did you mean " + Quoted(near) + "?)";
 }
 
+// The definition that is being read, and where its lines can be nested.
+struct Definition {
+    bool m_IsEntity = false;
+    std::string m_Name;
+    LayoutBuilder m_Builder;
+    std::vector<bool> m_Levels; // from the definition itself inwards: whether lines may be nested there
+};
+
 // The parsing of one text. A line that is wrong is left out, with all that is nested in it, so that one mistake is one
 // error.
 class Parser {
@@ -48,14 +56,6 @@ public:
     ParsedLayout Parse(std::string_view text);
 
 private:
-    // The definition that is being read, and where its lines can be nested.
-    struct Definition {
-        bool m_IsEntity = false;
-        std::string m_Name;
-        LayoutBuilder m_Builder;
-        std::vector<bool> m_Levels; // from the definition itself inwards: whether lines may be nested there
-    };
-
     // A complete record or block, ready to be used.
     struct Used {
         std::size_t m_Size = 0;
