@@ -15,6 +15,7 @@ export class Chromium {
             "--disable-dev-shm-usage", "--disable-background-networking", "--disable-component-update",
             "--host-resolver-rules=MAP * ~NOTFOUND", `--user-data-dir=${browser.profile}`, ...drawing, "about:blank"],
         { stdio: ["ignore", "ignore", "ignore", "pipe", "pipe"] });
+        process.on("exit", () => browser.process.kill("SIGKILL")); // whatever goes wrong, it does not outlive the test
         browser.listen();
         const { targetInfos } = await browser.send("Target.getTargets");
         const page = targetInfos.find((target) => target.type === "page");

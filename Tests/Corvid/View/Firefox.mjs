@@ -22,6 +22,7 @@ export class Firefox {
             .map(([name, value]) => `user_pref(${JSON.stringify(name)}, ${JSON.stringify(value)});\n`).join(""));
         browser.process = spawn(program, ["--marionette", "--remote-allow-system-access", "--headless", "--no-remote", "--profile", browser.profile],
             { stdio: "ignore" });
+        process.on("exit", () => browser.process.kill("SIGKILL")); // whatever goes wrong, it does not outlive the test
         await browser.connect();
         await browser.send("WebDriver:NewSession", { capabilities: {} });
         return browser;
