@@ -18,10 +18,12 @@ namespace {
 
 constexpr std::size_t kFirstBytes = 64 * 1024;
 constexpr std::size_t kMostBytes = std::size_t{1} << 31; // of what has no size, such as a pipe
+constexpr std::size_t kRoomBehind = 128;                 // whoever reads the bytes in place pads them: no copy for that
 
 // The bytes up to the end; `size` is what the system says, and may be wrong by now.
 ReadResult ReadAll(int number, std::size_t size) {
     ReadResult result;
+    result.m_Bytes.reserve(size + kRoomBehind);
     result.m_Bytes.resize(size > 0 ? size + 1 : kFirstBytes); // one more than there are: the end shows at once
     std::size_t taken = 0;
     for (;;) {

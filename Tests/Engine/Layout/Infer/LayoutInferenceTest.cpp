@@ -170,8 +170,8 @@ TEST(LayoutInferenceTest, MoreSamplesKeepWhatIsProvenAndOrderIsNothing) {
         }
         std::map<std::string, std::string> before;
         bool wasAssumed = true;
-        for (const std::size_t count : {6, 12, 20, 40}) {
-            const std::vector<Sample> some(samples.begin(), samples.begin() + static_cast<std::ptrdiff_t>(count));
+        for (const std::ptrdiff_t count : {6, 12, 20, 40}) {
+            const std::vector<Sample> some(samples.begin(), samples.begin() + count);
             const Layout layout = InferLayouts(some, {}).m_Types.at(0).m_Layout;
             const auto kinds = KindsByPath(layout);
             for (const auto& [path, kind] : before) {
