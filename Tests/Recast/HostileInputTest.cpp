@@ -103,7 +103,8 @@ TEST_F(HostileInputTest, AnyCountMayBeWrong) {
                 source.replace(static_cast<std::size_t>(count->position(2)), (*count)[2].str().size(), value);
                 const std::string reports = ConvertWithinBounds(kind.m_Type, source, u"bin");
                 const std::string claim = "The count '" + (*count)[1].str() + "' claims " + value + " elements";
-                EXPECT_EQ(CountOf(reports, claim), std::atoi(value) >= 1000000 ? 1u : 0u);
+                EXPECT_EQ(CountOf(reports, claim),
+                          static_cast<std::int32_t>(std::strtoll(value, nullptr, 10)) >= 1000000 ? 1u : 0u);
                 EXPECT_EQ(ConvertRaw({kind.m_Type, u"b", u"c", u"bin"}), "");
                 EXPECT_TRUE(m_Folder.Get("c") == m_Folder.Get("b"));
             }
