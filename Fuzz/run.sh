@@ -82,7 +82,7 @@ done
 
 status=0
 for target in $targets; do
-    mkdir -p "$work/$target" "$build/Findings"
+    mkdir -p "$work/$target" "$work/Seeds/$target" "$build/Findings"
     folders="$work/Seeds/$target"
     [ ! -d "Fuzz/Corpus/$target" ] || folders="$folders Fuzz/Corpus/$target"
     options="-runs=0"
