@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <utility>
 
-#include "Engine/Archive/TextFileArchive.h"
+#include "Engine/Archive/Text/TextFileArchive.h"
 #include "Engine/String/ReportText.h"
 
 namespace Corvid::Fuzz {
@@ -61,17 +61,17 @@ Trace Load(const std::string& file, KindObject& object, Way way) {
     Trace trace;
     ReportTrace reports;
     FileArchiveSystem archives;
-    archives.EnableChecksums(way != Way::Quick);
+    archives.EnableChecksums(way != Way::AsWritten);
     std::unique_ptr<FileArchive> archive = archives.OpenForReading(File::ReadFromMemory(u"memory", file));
     trace.m_HasArchive = archive != nullptr;
     if (archive != nullptr) {
         reports.Watch(archive.get());
         auto* const text = dynamic_cast<TextFileArchive*>(archive.get());
-        if (text != nullptr && way == Way::General)
-            text->CloseFastWay();
+        if (text != nullptr && way == Way::ByLine)
+            text->ReadByLineOnly();
         object.Load(*archive);
         trace.m_End = archive->GetPosition();
-        if (way != Way::Quick)
+        if (way != Way::AsWritten)
             trace.m_Checksum = archive->GetChecksum();
         archive->ReportUnreadInput();
         archives.Release(std::move(archive));

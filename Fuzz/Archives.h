@@ -43,8 +43,8 @@ private:
     Reporter m_Reporter;
 };
 
-// The ways of reading text; the quick one computes no checksum. Binary files have but one.
-enum class Way { Quick, Ahead, General };
+// The ways of reading text; as written no checksum is computed. Binary files have but one.
+enum class Way { AsWritten, InPlace, ByLine };
 
 // What a loading tells beside the object.
 struct Trace {
@@ -65,7 +65,7 @@ struct Trace {
 std::string AsFile(std::string_view input, ArchiveFormat format);
 
 // Loads `object` from the bytes of a whole file.
-Trace Load(const std::string& file, KindObject& object, Way way = Way::Quick);
+Trace Load(const std::string& file, KindObject& object, Way way = Way::AsWritten);
 
 // The bytes of a whole file that holds the object.
 std::string Save(const KindObject& object, ArchiveFormat format);

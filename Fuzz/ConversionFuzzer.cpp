@@ -57,12 +57,12 @@ void ExpectSame(const Conversion& one, const Conversion& other) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace Corvid::Fuzz;
     const std::string file = AsFile({reinterpret_cast<const char*>(data), size}, kFormat);
-    const Conversion general = Convert(file, Way::General, 0x00);
-    const Conversion quick = Convert(file, Way::Quick, 0xA5);
-    ExpectSame(quick, general);
+    const Conversion byLine = Convert(file, Way::ByLine, 0x00);
+    const Conversion asWritten = Convert(file, Way::AsWritten, 0xA5);
+    ExpectSame(asWritten, byLine);
     if (kFormat == Corvid::ArchiveFormat::Text)
-        ExpectSame(Convert(file, Way::Ahead, 0x5A), general);
+        ExpectSame(Convert(file, Way::InPlace, 0x5A), byLine);
     const std::size_t largest = kLargestOutput + kOutputPerByte * file.size();
-    Require(general.m_Text.size() <= largest && general.m_Binary.size() <= largest, "output stays within its bound");
+    Require(byLine.m_Text.size() <= largest && byLine.m_Binary.size() <= largest, "output stays within its bound");
     return 0;
 }

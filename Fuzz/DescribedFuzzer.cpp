@@ -65,19 +65,19 @@ void ExpectSame(const Conversion& one, const Conversion& other) {
 void Check(const std::shared_ptr<const RecordPlan>& plan, std::string_view input) {
     const bool isBinary = input.starts_with("BIN");
     const std::string file = AsFile(input, isBinary ? ArchiveFormat::Binary : ArchiveFormat::Text);
-    const Conversion general = Convert(plan, file, Way::General, 0x00);
-    ExpectSame(Convert(plan, file, Way::Quick, 0xA5), general);
+    const Conversion byLine = Convert(plan, file, Way::ByLine, 0x00);
+    ExpectSame(Convert(plan, file, Way::AsWritten, 0xA5), byLine);
     if (!isBinary)
-        ExpectSame(Convert(plan, file, Way::Ahead, 0x5A), general);
+        ExpectSame(Convert(plan, file, Way::InPlace, 0x5A), byLine);
 
     const auto nodes = plan->GetLayout().GetNodes();
     const bool isUnknown = std::any_of(nodes.begin(), nodes.end(), [](const LayoutNode& node) {
         return node.m_Kind == LayoutKind::When && node.m_Condition.m_Field == kNoLayoutIndex;
     });
-    if (isUnknown || general.m_Binary.size() > kLargestForText)
+    if (isUnknown || byLine.m_Binary.size() > kLargestForText)
         return;
-    const Conversion again = Convert(plan, general.m_Binary, Way::Quick, 0x5A);
-    Require(again.m_Binary == general.m_Binary && again.m_Text == general.m_Text, "binary is a fixed point");
+    const Conversion again = Convert(plan, byLine.m_Binary, Way::AsWritten, 0x5A);
+    Require(again.m_Binary == byLine.m_Binary && again.m_Text == byLine.m_Text, "binary is a fixed point");
 }
 
 } // namespace

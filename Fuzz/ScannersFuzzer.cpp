@@ -12,8 +12,8 @@
 #include <string>
 #include <string_view>
 
-#include "Engine/Archive/TextLineReader.h"
-#include "Engine/Archive/TextValues.h"
+#include "Engine/Archive/Text/TextLineReader.h"
+#include "Engine/Archive/Text/TextValues.h"
 #include "Engine/String/NumberFormat.h"
 #include "Engine/String/NumberScan.h"
 #include "Engine/String/Unicode.h"

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <string>
 
-#include "Engine/Archive/TextLineReader.h"
+#include "Engine/Archive/Text/TextLineReader.h"
 #include "Engine/String/Unicode.h"
 
 namespace Corvid {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "Engine/Archive/TextLine.h"
+#include "Engine/Archive/Text/TextLine.h"
 #include "Engine/String/Unicode.h"
 
 namespace Corvid {

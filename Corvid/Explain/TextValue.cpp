@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "Engine/Archive/TextLine.h"
+#include "Engine/Archive/Text/TextLine.h"
 #include "Engine/Math/Color.h"
 #include "Engine/String/NearWord.h"
 #include "Engine/String/NumberScan.h"

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
-#include "Engine/Archive/TextLine.h"
-#include "Engine/Archive/TextLineReader.h"
+#include "Engine/Archive/Text/TextLine.h"
+#include "Engine/Archive/Text/TextLineReader.h"
 #include "Engine/String/NumberScan.h"
 #include "Engine/String/Unicode.h"
 

@@ -4,9 +4,9 @@
 #include <utility>
 
 #include "Corvid/Diagnostics/NotingReportSink.h"
-#include "Engine/Archive/BinaryFileArchive.h"
+#include "Engine/Archive/Binary/BinaryFileArchive.h"
 #include "Engine/Archive/FileArchiveSystem.h"
-#include "Engine/Archive/TextFileArchive.h"
+#include "Engine/Archive/Text/TextFileArchive.h"
 
 namespace Corvid {
 

@@ -5,7 +5,8 @@
 
 namespace Corvid {
 
-FileArchive::FileArchive(std::unique_ptr<File> file) : m_File(std::move(file)) {
+FileArchive::FileArchive(std::unique_ptr<File> file, const char* sourceFile)
+    : m_File(std::move(file)), m_SourceFile(sourceFile) {
     if (m_File->GetAccess() == FileAccess::Read)
         GetInput().SetReader(*this);
 }
@@ -14,9 +15,9 @@ ElementRoom FileArchive::GetRoomFor(std::uint64_t bytesOfOne) const {
     return {std::max<std::uint64_t>(bytesOfOne, 1), GetInput().GetBytesLeft(), GetInput().GetSize()};
 }
 
-void FileArchive::ReportFailedCheck(const char* condition, const char* sourceFile, int sourceLine) const {
+void FileArchive::ReportFailedCheck(const char* condition, int sourceLine) const {
     const PositionScope scope(this);
-    Corvid::ReportFailedCheck(condition, sourceFile, sourceLine);
+    Corvid::ReportFailedCheck(condition, m_SourceFile, sourceLine);
 }
 
 void FileArchive::ReportMessage(Message message, std::initializer_list<ReportArgument> arguments) const {

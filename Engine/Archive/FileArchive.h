@@ -15,7 +15,8 @@ namespace Corvid {
 // An archive over an open file, which it owns.
 class FileArchive : public Archive {
 public:
-    explicit FileArchive(std::unique_ptr<File> file);
+    // `sourceFile` is what failed checks name, whichever source of the archive they stand in.
+    FileArchive(std::unique_ptr<File> file, const char* sourceFile);
     ~FileArchive() override = default;
 
     File& GetFile() const { return *m_File; }
@@ -36,13 +37,12 @@ protected:
     OutputStream& GetOutput() const { return m_File->GetOutput(); }
 
     // The reports of an archive, about itself.
-    bool Check(bool holds, const char* condition, const char* sourceFile = __builtin_FILE(),
-               int sourceLine = __builtin_LINE()) const {
+    bool Check(bool holds, const char* condition, int sourceLine = __builtin_LINE()) const {
         if (!holds) [[unlikely]]
-            ReportFailedCheck(condition, sourceFile, sourceLine);
+            ReportFailedCheck(condition, sourceLine);
         return holds;
     }
-    void ReportFailedCheck(const char* condition, const char* sourceFile, int sourceLine) const;
+    void ReportFailedCheck(const char* condition, int sourceLine) const;
     void ReportMessage(Message message, std::initializer_list<ReportArgument> arguments) const;
 
     bool m_IsChecksumEnabled = true;
@@ -53,6 +53,7 @@ protected:
 
 private:
     std::unique_ptr<File> m_File;
+    const char* m_SourceFile;
 };
 
 } // namespace Corvid

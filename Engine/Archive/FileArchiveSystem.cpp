@@ -4,9 +4,9 @@
 #include <string_view>
 #include <utility>
 
-#include "Engine/Archive/BinaryFileArchive.h"
-#include "Engine/Archive/SteamFileArchive.h"
-#include "Engine/Archive/TextFileArchive.h"
+#include "Engine/Archive/Binary/BinaryFileArchive.h"
+#include "Engine/Archive/Binary/SteamFileArchive.h"
+#include "Engine/Archive/Text/TextFileArchive.h"
 #include "Engine/File/FileSystem.h"
 
 namespace Corvid {

@@ -51,7 +51,7 @@ struct Report {
     std::span<const ReportArgument> m_Arguments;
 
     const char* m_Condition = "";
-    const char* m_SourceFile = ""; // as the compiler named it
+    const char* m_SourceFile = ""; // as the compiler names it; an extension is not shown
     int m_SourceLine = 0;
 };
 

@@ -19,7 +19,7 @@
 #include "Tests/Engine/File/ChildProcess.h"
 #endif
 
-#include "Engine/Archive/TextFileArchive.h"
+#include "Engine/Archive/Text/TextFileArchive.h"
 #include "Engine/Render/Mesh/MeshData.h"
 #include "Engine/String/Unicode.h"
 #include "Tests/Recast/ProgramFixture.h"

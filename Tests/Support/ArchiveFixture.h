@@ -8,7 +8,7 @@
 
 #include "Engine/Archive/FileArchiveSystem.h"
 #include "Engine/Archive/Record.h"
-#include "Engine/Archive/TextFileArchive.h"
+#include "Engine/Archive/Text/TextFileArchive.h"
 #include "Tests/Support/ReportLog.h"
 
 namespace Corvid {

@@ -1,7 +1,7 @@
 #include "Engine/Layout/Infer/SampleTree.h"
 
 #include "Engine/Archive/OwnedLabel.h"
-#include "Engine/Archive/TextLine.h"
+#include "Engine/Archive/Text/TextLine.h"
 
 namespace Corvid {
 

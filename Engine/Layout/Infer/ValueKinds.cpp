@@ -5,7 +5,7 @@
 #include <cmath>
 #include <cstring>
 
-#include "Engine/Archive/TextValues.h"
+#include "Engine/Archive/Text/TextValues.h"
 #include "Engine/Math/Color.h"
 #include "Engine/String/NumberFormat.h"
 #include "Engine/String/NumberScan.h"

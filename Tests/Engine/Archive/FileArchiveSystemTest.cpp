@@ -12,7 +12,7 @@
 #include <sys/stat.h>
 #endif
 
-#include "Engine/Archive/SteamFileArchive.h"
+#include "Engine/Archive/Binary/SteamFileArchive.h"
 #include "Tests/Engine/Archive/TextArchiveFixture.h"
 #include "Tests/Engine/File/TemporaryFolder.h"
 

@@ -1,4 +1,4 @@
-#include "Engine/Archive/BinaryFileArchive.h"
+#include "Engine/Archive/Binary/BinaryFileArchive.h"
 
 #include <algorithm>
 #include <bit>
@@ -12,7 +12,8 @@ namespace Corvid {
 
 static_assert(std::endian::native == std::endian::little, "values are stored as they stand in memory");
 
-BinaryFileArchive::BinaryFileArchive(std::unique_ptr<File> file) : FileArchive(std::move(file)) {}
+BinaryFileArchive::BinaryFileArchive(std::unique_ptr<File> file)
+    : FileArchive(std::move(file), "Engine/Archive/BinaryFileArchive") {}
 
 // Single values ------------------------------------------------------------------------------------------------------
 

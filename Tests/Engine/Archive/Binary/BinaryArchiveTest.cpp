@@ -1,4 +1,4 @@
-#include "Engine/Archive/BinaryFileArchive.h"
+#include "Engine/Archive/Binary/BinaryFileArchive.h"
 
 #include <gtest/gtest.h>
 

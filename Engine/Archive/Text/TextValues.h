@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <string_view>
 
-#include "Engine/Archive/TextLineReader.h"
 #include "Engine/Math/IntPair.h"
 #include "Engine/Math/Vector.h"
 #include "Engine/String/NumberScan.h"
@@ -42,11 +41,5 @@ ScannedValue ScanFloatsValue(std::string_view text, BitsRule rule, float* values
 // Shorter numbers than these are within their ranges.
 inline constexpr int kSafeIntDigits = 9;
 inline constexpr int kSafeHexDigits = 8;
-
-// One float of a list where it stands in the window, for the way ahead: null when the text has another shape.
-inline const char* ScanNextFloat(const char* position, const char* end, float& value) {
-    position = SkipBlanks(position);
-    return ScanFloat(position, end, value);
-}
 
 } // namespace Corvid

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "Engine/Archive/BinaryFileArchive.h"
+#include "Engine/Archive/Binary/BinaryFileArchive.h"
 
 namespace Corvid {
 

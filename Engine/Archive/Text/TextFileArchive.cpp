@@ -1,11 +1,13 @@
-#include "Engine/Archive/TextFileArchive.h"
+#include "Engine/Archive/Text/TextFileArchive.h"
 
 #include <algorithm>
 #include <bit>
 #include <cstring>
+#include <string>
 #include <string_view>
+#include <utility>
 
-#include "Engine/Archive/TextFileArchiveQuick.h"
+#include "Engine/Archive/Text/TextFileArchiveFast.h"
 #include "Engine/String/NumberFormatExact.h"
 #include "Engine/String/Unicode.h"
 
@@ -22,7 +24,7 @@ char* Append(char* out, std::string_view text) {
     return TextLineShape::Append(out, text.data(), text.size());
 }
 
-char* WriteTabs(char* out, int depth) {
+char* AppendTabs(char* out, int depth) {
     depth = std::min(depth, TextLineShape::kMostTabs);
     std::memset(out, '\t', static_cast<std::size_t>(depth));
     return out + depth;
@@ -41,24 +43,23 @@ char* AppendInts(char* out, const std::int32_t* values, int count) {
 
 } // namespace
 
-void TextFileArchive::UpdateQuickWriting() {
-    m_IsQuick = m_TabDepth <= TextLineShape::kTabBlock;
-    m_AreFloatsQuick = m_IsQuick && m_FloatForm == FloatForm::SixDecimals;
-}
+TextFileArchive::TextFileArchive(std::unique_ptr<File> file, FloatForm floatForm)
+    : TextFileReader(std::move(file), floatForm == FloatForm::Bits ? BitsRule::Required : BitsRule::Ignored),
+      m_FloatForm(floatForm),
+      m_AreFloatsFast(floatForm == FloatForm::SixDecimals) {}
 
-// The indentation, the label and a blank; the value goes to the returned place.
-char* TextFileArchive::BeginLine(Label label) {
-    char* const out = LabelText::Write(label, WriteTabs(GetOutput().GetPosition(), m_TabDepth));
+char* TextFileArchive::BeginAnyLine(Label label) {
+    char* const out = LabelText::Write(label, AppendTabs(GetOutput().GetPosition(), m_TabDepth));
     *out = ' ';
     return out + 1;
 }
 
 // A line without a label, such as the row of a matrix.
 char* TextFileArchive::BeginRow() {
-    return WriteTabs(GetOutput().GetPosition(), m_TabDepth + 1);
+    return AppendTabs(GetOutput().GetPosition(), m_TabDepth + 1);
 }
 
-void TextFileArchive::WriteIntOfAnySize(Label label, std::int32_t value) {
+void TextFileArchive::WriteAnyInt(Label label, std::int32_t value) {
     EndLine(FormatInt(BeginLine(label), value));
 }
 
@@ -74,8 +75,8 @@ void TextFileArchive::WriteBool(Label label, bool value) {
     EndLine(Append(BeginLine(label), value ? "TRUE" : "FALSE"));
 }
 
-void TextFileArchive::WriteFloatInAnyForm(Label label, float value) {
-    char* out = IsQuick(label) ? BeginQuickLine(label) : BeginLine(label);
+void TextFileArchive::WriteAnyFloat(Label label, float value) {
+    char* out = BeginLine(label);
     switch (m_FloatForm) {
     case FloatForm::SixDecimals:
         out = FormatFloat(out, value);
@@ -128,18 +129,18 @@ char* TextFileArchive::WriteFloats(char* out, const float* values, int count) co
     return out;
 }
 
-void TextFileArchive::WriteFloatsInAnyForm(Label label, const float* values, int count) {
-    EndLine(WriteFloats(IsQuick(label) ? BeginQuickLine(label) : BeginLine(label), values, count));
+void TextFileArchive::WriteAnyFloats(Label label, const float* values, int count) {
+    EndLine(WriteFloats(BeginLine(label), values, count));
 }
 
-void TextFileArchive::WriteVector3InAnyForm(Label label, const Vector3& value) {
+void TextFileArchive::WriteAnyVector3(Label label, const Vector3& value) {
     const float numbers[] = {value.x, value.y, value.z};
-    WriteFloatsInAnyForm(label, numbers, 3);
+    WriteAnyFloats(label, numbers, 3);
 }
 
 void TextFileArchive::WriteVector4(Label label, const Vector4& value) {
     const float numbers[] = {value.x, value.y, value.z, value.w};
-    WriteFloatsInAnyForm(label, numbers, 4);
+    WriteAnyFloats(label, numbers, 4);
 }
 
 void TextFileArchive::WriteMatrix33(Label label, const Matrix33& value) {
@@ -174,7 +175,7 @@ void TextFileArchive::WriteIntRect(Label label, const IntRect& value) {
     EndLine(AppendInts(BeginLine(label), numbers, 4));
 }
 
-void TextFileArchive::WriteColorOfAnyValue(Label label, const Color& value) {
+void TextFileArchive::WriteAnyColor(Label label, const Color& value) {
     EndLine(FormatHex(BeginLine(label), PackColor(value)));
 }
 

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "Engine/Archive/TextLine.h"
+#include "Engine/Archive/Text/TextLine.h"
 #include "Engine/File/InputStream.h"
 
 namespace Corvid {
@@ -24,18 +24,18 @@ public:
     std::uint64_t GetLinesTaken() const { return m_LinesTaken; } // whole ones, by Take()
     bool IsInsideLine() const { return m_IsInsideLine; }         // what Take() took last was no whole line
 
-    // The way ahead reads a line where it stands. While it is open, the window holds the next line up to its end, as
-    // far as that is a line of less than kMaxLineUnits bytes, in front of InputStream::kPadding zero bytes at the end
-    // of the input. TakeAhead() moves behind the line if `end`, where its value ended, is its end but for blanks; if it
+    // Reading a line in place, without Peek(). While that is open, the window holds the next line up to its end, as far
+    // as that is a line of less than kMaxLineUnits bytes, in front of InputStream::kPadding zero bytes at the end of
+    // the input. TakeInPlace() moves behind the line if `end`, where its value ended, is its end but for blanks; if it
     // refuses, nothing has happened. Lines taken like this do not count in GetLinesTaken(). It is closed inside a line.
-    bool IsAheadOpen();
-    bool IsAheadAllowed() const { return !m_IsAheadClosed && !m_IsInsideLine; } // but for a window to be refilled
-    const char* GetAhead() const { return m_Input.GetPosition(); }
-    const char* GetAheadEnd() const { return m_Input.GetEnd(); }
-    bool TakeAhead(const char* end);
+    bool IsInPlaceOpen();
+    bool IsInPlaceAllowed() const { return !m_IsInPlaceClosed && !m_IsInsideLine; } // but for a window to be refilled
+    const char* GetPosition() const { return m_Input.GetPosition(); }
+    const char* GetWindowEnd() const { return m_Input.GetEnd(); }
+    bool TakeInPlace(const char* end);
 
-    // For good: for tests, and when every line needs the general rule.
-    void CloseAhead() { m_IsAheadClosed = true; }
+    // For good: every line is given by Peek() from now on.
+    void CloseInPlace() { m_IsInPlaceClosed = true; }
 
 private:
     const char* FindPieceEnd(TextLine& line);
@@ -46,7 +46,7 @@ private:
     char16_t m_FirstUnit = 0;
     char16_t m_NextFirstUnit = 0;
     bool m_IsInsideLine = false;
-    bool m_IsAheadClosed = false;
+    bool m_IsInPlaceClosed = false;
 };
 
 inline const char* SkipBlanks(const char* position) {
@@ -55,15 +55,15 @@ inline const char* SkipBlanks(const char* position) {
     return position;
 }
 
-inline bool TextLineReader::IsAheadOpen() {
-    if (!IsAheadAllowed())
+inline bool TextLineReader::IsInPlaceOpen() {
+    if (!IsInPlaceAllowed())
         return false;
     if (!m_Input.HasLookahead()) [[unlikely]]
         m_Input.Ensure(InputStream::kWindowSize / 2);
     return true;
 }
 
-inline bool TextLineReader::TakeAhead(const char* end) {
+inline bool TextLineReader::TakeInPlace(const char* end) {
     end = SkipBlanks(end);
     if (*end == '\r')
         ++end;

@@ -1,4 +1,4 @@
-#include "Engine/Archive/TextLineReader.h"
+#include "Engine/Archive/Text/TextLineReader.h"
 
 #include <algorithm>
 #include <cstring>

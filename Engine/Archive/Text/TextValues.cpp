@@ -1,10 +1,12 @@
-#include "Engine/Archive/TextValues.h"
+#include "Engine/Archive/Text/TextValues.h"
 
 #include <bit>
 #include <charconv>
 #include <cmath>
 #include <limits>
 #include <type_traits>
+
+#include "Engine/Archive/Text/TextLine.h"
 
 namespace Corvid {
 

@@ -76,15 +76,15 @@ protected:
         while (!rows.empty()) {
             const std::string_view row = rows.substr(0, rows.find(" | "));
             rows.remove_prefix(std::min(row.size() + 3, rows.size()));
-            for (const bool isGeneral : {false, true}) {
+            for (const bool isByLine : {false, true}) {
                 TextArchiveFixture::Read("Value " + std::string(row) + "\r\n", [&](TextFileArchive& archive) {
                     archive.EnableChecksum(false);
-                    if (isGeneral)
-                        archive.CloseFastWay();
+                    if (isByLine)
+                        archive.ReadByLineOnly();
                     if (m_IsBitsMode)
                         archive.TakeBits();
                     read(archive);
-                    EXPECT_EQ(archive.HasDeviated(), isExpected) << row << (isGeneral ? ", general way" : "");
+                    EXPECT_EQ(archive.HasDeviated(), isExpected) << row << (isByLine ? ", by line" : "");
                 });
             }
         }

@@ -11,7 +11,7 @@ namespace Corvid {
 namespace {
 
 // A text archive reads a line in one of three ways. Whatever the input is, all of them must read the same.
-enum class Way { Quick, Ahead, General };
+enum class Way { AsWritten, InPlace, ByLine };
 
 // Asks for every operation that has more than one way, in nested objects.
 class Probe final : public Record<Probe> {
@@ -73,9 +73,9 @@ protected:
     Result ReadBy(Way way, const std::string& lines, int depth) {
         Result result;
         const auto read = [&](TextFileArchive& archive) {
-            archive.EnableChecksum(way != Way::Quick);
-            if (way == Way::General)
-                archive.CloseFastWay();
+            archive.EnableChecksum(way != Way::AsWritten);
+            if (way == Way::ByLine)
+                archive.ReadByLineOnly();
             Probe probe(depth);
             probe.Clear();
             archive.ReadObject(probe);
@@ -91,15 +91,15 @@ protected:
 
     // Returns the values, if all ways agree on everything.
     Result ExpectOneResult(const std::string& lines, int depth = kDepth) {
-        const Result general = ReadBy(Way::General, lines, depth);
-        for (const Way way : {Way::Quick, Way::Ahead}) {
+        const Result byLine = ReadBy(Way::ByLine, lines, depth);
+        for (const Way way : {Way::AsWritten, Way::InPlace}) {
             const Result other = ReadBy(way, lines, depth);
-            const bool isSame = other.values == general.values && other.positions == general.positions &&
-                                (way == Way::Quick || other.checksum == general.checksum);
+            const bool isSame = other.values == byLine.values && other.positions == byLine.positions &&
+                                (way == Way::AsWritten || other.checksum == byLine.checksum);
             EXPECT_TRUE(isSame) << static_cast<int>(way) << '\n' << lines;
-            EXPECT_EQ(other.reports, general.reports) << static_cast<int>(way) << '\n' << lines;
+            EXPECT_EQ(other.reports, byLine.reports) << static_cast<int>(way) << '\n' << lines;
         }
-        return general;
+        return byLine;
     }
 
     std::string Lines(int depth = kDepth) {

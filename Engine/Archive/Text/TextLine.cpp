@@ -1,4 +1,4 @@
-#include "Engine/Archive/TextLine.h"
+#include "Engine/Archive/Text/TextLine.h"
 
 #include "Engine/Archive/LabelText.h"
 #include "Engine/File/InputStream.h"
