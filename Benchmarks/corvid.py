@@ -2,7 +2,9 @@
 """Measures corvid against recast and cp, and prints one table.
 
     corvid.py --corvid PROGRAM --recast PROGRAM --make-mesh PROGRAM [--runs N] [--small-files N] [--folder-mb N]
-              [--folder FOLDER]
+              [--folder FOLDER] [PART...]
+
+The parts are start, large, small and mixed; all of them where none is named.
 
 Makes its own files in a temporary folder, in memory where /dev/shm is there. CPU times are user plus system; every
 ratio is the median over pairs of runs made in turn.
@@ -75,6 +77,9 @@ class Bench:
                  self.convert("binary.mesh", "out.mesh", "txt", "--floats", "six"), to_text, 1.15)
         self.row(name + "binary to text, exact, CPU against recast", self.convert("binary.mesh", "out.mesh", "txt"), to_text,
                  1.5)
+        usage_of(self.convert("binary.mesh", "exact.mesh", "txt"), self.folder)
+        self.row(name + "exact text to binary, CPU against recast", self.convert("exact.mesh", "out.mesh", "bin"), to_binary,
+                 1.5)
         self.row(name + "check, CPU against recast", self.corvid("check", self.path("large.mesh")), to_binary, 1.0)
 
     def small(self):
@@ -118,12 +123,13 @@ def main():
     parser.add_argument("--small-files", type=int, default=5000)
     parser.add_argument("--folder-mb", type=int, default=300)
     parser.add_argument("--folder", default="/dev/shm" if os.path.isdir("/dev/shm") else None)
+    parser.add_argument("parts", nargs="*", metavar="PART", default=["start", "large", "small", "mixed"])
     options = parser.parse_args()
     with tempfile.TemporaryDirectory(prefix="corvid-", dir=options.folder) as folder:
         bench = Bench(options, folder)
         print("| %-70s | %8s | %8s |\n|%s|%s|%s|" % ("what", "measured", "limit", "-" * 72, "-" * 10, "-" * 10))
-        for part in (bench.start, bench.large, bench.small, bench.mixed):
-            part()
+        for part in options.parts:
+            getattr(bench, part)()
 
 
 if __name__ == "__main__":

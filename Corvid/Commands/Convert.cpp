@@ -6,6 +6,7 @@
 #include "Corvid/Files/Destinations.h"
 #include "Corvid/Files/FileStatus.h"
 #include "Corvid/Files/PrintedPath.h"
+#include "Corvid/Files/ResultFile.h"
 #include "Corvid/Values/ValueDifferences.h"
 #include "Corvid/Values/ValueTreeWriter.h"
 
@@ -26,7 +27,10 @@ struct Conversion {
 
 private:
     Tally Convert(FileOutcome& outcome) const;
-    Tally Deliver(const std::string& bytes, FileOutcome& outcome) const;
+    Tally DeliverWhole(const LoadedFile& loaded, FileOutcome& outcome) const;
+    ResultFile OpenResult() const;
+    Tally Finish(ResultFile& result, FileOutcome& outcome) const;
+    static Tally FailForMemory(FileOutcome& outcome);
     std::string FindVerifyError(const LoadedFile& loaded, const std::string& bytes) const;
     bool IsDestinationNewer() const;
 };
@@ -52,43 +56,62 @@ Tally Conversion::Convert(FileOutcome& outcome) const {
         return Tally::Refused;
     }
     outcome.m_Log.DemoteErrors();
-    const std::optional<std::string> bytes = SaveToBytes(*loaded->m_Object, m_Options.m_Format, m_Options.m_Floats);
-    if (!bytes) {
-        AddFailure(outcome, DiagnosticCode::CannotWrite, "there is not enough memory");
-        return Tally::Failed;
-    }
+    if (m_Plan.m_IsStandardOutput || m_Options.m_IsVerified)
+        return DeliverWhole(*loaded, outcome);
+    ResultFile result = OpenResult();
+    if (!SaveToSink(*loaded->m_Object, m_Options.m_Format, m_Options.m_Floats, result))
+        return FailForMemory(outcome);
+    return Finish(result, outcome);
+}
+
+// By way of memory: what has to be looked at first, and what may wait for its turn on standard output.
+Tally Conversion::DeliverWhole(const LoadedFile& loaded, FileOutcome& outcome) const {
+    std::optional<std::string> bytes = SaveToBytes(*loaded.m_Object, m_Options.m_Format, m_Options.m_Floats);
+    if (!bytes)
+        return FailForMemory(outcome);
     if (m_Options.m_IsVerified) {
-        if (std::string error = FindVerifyError(*loaded, *bytes); !error.empty()) {
+        if (std::string error = FindVerifyError(loaded, *bytes); !error.empty()) {
             outcome.m_Log.Add(DiagnosticCode::Refused, {}, {}, std::move(error));
             return Tally::Refused;
         }
     }
-    return Deliver(*bytes, outcome);
-}
-
-Tally Conversion::Deliver(const std::string& bytes, FileOutcome& outcome) const {
     if (m_Plan.m_IsStandardOutput) {
         if (!m_Options.m_IsCheck && !m_Options.m_IsDryRun)
-            outcome.m_Data = bytes;
+            outcome.m_Data = std::move(*bytes);
         return Tally::Converted;
     }
-    if (HoldsBytes(m_Destination, bytes))
+    ResultFile result = OpenResult();
+    result.WriteBlock(bytes->data(), bytes->size());
+    return Finish(result, outcome);
+}
+
+ResultFile Conversion::OpenResult() const {
+    const bool isWritten = !m_Options.m_IsCheck && !m_Options.m_IsDryRun;
+    return ResultFile(m_Destination, isWritten ? ResultFile::Use::Write : ResultFile::Use::Compare, m_Plan.m_IsFolder);
+}
+
+Tally Conversion::Finish(ResultFile& result, FileOutcome& outcome) const {
+    const ResultFile::Fate fate = result.Finish();
+    if (fate == ResultFile::Fate::Unchanged)
         return Tally::Unchanged;
+    if (fate == ResultFile::Fate::Failed) {
+        AddFailure(outcome, DiagnosticCode::CannotWrite,
+                   m_Destination == m_File.m_Path ? result.GetError()
+                                                  : PrintedPath(m_Destination) + ": " + result.GetError());
+        return Tally::Failed;
+    }
     if (m_Options.m_IsCheck) {
         outcome.m_Data = PrintedPath(m_File.m_Path) + "\n";
         outcome.m_Status = kExitFindings;
-        return Tally::Converted;
-    }
-    if (m_Options.m_IsDryRun) {
+    } else if (m_Options.m_IsDryRun) {
         outcome.m_Data = "convert " + PrintedPath(m_File.m_Path);
         outcome.m_Data += m_Destination == m_File.m_Path ? "\n" : " -> " + PrintedPath(m_Destination) + "\n";
-        return Tally::Converted;
     }
-    const std::string error = WriteFileBytes(m_Destination, bytes, m_Plan.m_IsFolder);
-    if (error.empty())
-        return Tally::Converted;
-    AddFailure(outcome, DiagnosticCode::CannotWrite,
-               m_Destination == m_File.m_Path ? error : PrintedPath(m_Destination) + ": " + error);
+    return Tally::Converted;
+}
+
+Tally Conversion::FailForMemory(FileOutcome& outcome) {
+    AddFailure(outcome, DiagnosticCode::CannotWrite, "there is not enough memory");
     return Tally::Failed;
 }
 

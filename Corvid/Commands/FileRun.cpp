@@ -5,6 +5,7 @@
 
 #include "Corvid/Files/FileStatus.h"
 #include "Corvid/Files/PrintedPath.h"
+#include "Corvid/Load/StreamedLoad.h"
 #include "Corvid/Terminal/Progress.h"
 
 namespace Corvid {
@@ -58,6 +59,12 @@ std::optional<std::string> ReadListedFile(const ListedFile& file, FileOutcome& o
 
 std::optional<LoadedFile> LoadListedFile(const ListedFile& file, const LoadOptions& options, FileOutcome& outcome,
                                          std::string* bytes) {
+    if (bytes == nullptr && file.m_Error.empty() && file.m_Size >= kLeastStreamedSize) {
+        if (std::optional<LoadedFile> streamed = LoadStreamed(EnginePath(file.m_Path), options)) {
+            outcome.m_Bytes = streamed->m_Size;
+            return streamed;
+        }
+    }
     std::optional<std::string> read = ReadListedFile(file, outcome);
     if (!read)
         return std::nullopt;

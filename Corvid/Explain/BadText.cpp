@@ -57,6 +57,22 @@ bool HasBadText(std::string_view text) {
            !(IsAscii(text) || IsWellFormed(text));
 }
 
+void BadTextScan::WriteBlock(const char* bytes, std::size_t count) {
+    if (m_HasBadText)
+        return;
+    std::string_view text(bytes, count);
+    const std::size_t firstEnd = text.find('\n');
+    if (!m_LineBegun.empty() && firstEnd != text.npos) {
+        m_LineBegun += text.substr(0, firstEnd + 1);
+        text.remove_prefix(firstEnd + 1);
+        m_HasBadText = Corvid::HasBadText(m_LineBegun);
+        m_LineBegun.clear();
+    }
+    const std::size_t whole = text.rfind('\n') + 1; // no line end: 0
+    m_LineBegun += text.substr(whole);
+    m_HasBadText = m_HasBadText || Corvid::HasBadText(text.substr(0, whole)) || HasLongLine(m_LineBegun);
+}
+
 void ReportBadText(TextLines& lines, DiagnosticLog& log) {
     for (LineIndex index = 0; index < lines.GetSize(); ++index) {
         const ArchiveLine& line = lines[index];

@@ -4,7 +4,6 @@
 
 #include "Corvid/Files/FileStatus.h"
 #include "Corvid/Files/SystemError.h"
-#include "Engine/File/DestinationFile.h"
 
 namespace Corvid {
 
@@ -18,16 +17,20 @@ std::string FolderOf(const std::string& path) {
 
 } // namespace
 
+std::string OpenDestination(DestinationFile& destination, const std::string& path, bool makesFolders) {
+    if (destination.Open(EnginePath(path)))
+        return {};
+    const std::string folder = FolderOf(path);
+    if (!makesFolders || folder.empty())
+        return LastSystemError();
+    // Another file of the run may have made the folder meanwhile: that is as good.
+    return MakeFolders(folder) && destination.Open(EnginePath(path)) ? std::string() : LastSystemError();
+}
+
 std::string WriteFileBytes(const std::string& path, std::string_view bytes, bool makesFolders) {
     DestinationFile destination;
-    if (!destination.Open(EnginePath(path))) {
-        const std::string folder = FolderOf(path);
-        if (!makesFolders || folder.empty())
-            return LastSystemError();
-        // Another file of the run may have made the folder meanwhile: that is as good.
-        if (!MakeFolders(folder) || !destination.Open(EnginePath(path)))
-            return LastSystemError();
-    }
+    if (std::string error = OpenDestination(destination, path, makesFolders); !error.empty())
+        return error;
     if (destination.Write(bytes.data(), bytes.size()) != bytes.size())
         return LastSystemError();
     return destination.Close() == 0 ? std::string() : LastSystemError();

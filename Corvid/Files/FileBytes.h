@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "Engine/File/DestinationFile.h"
+
 namespace Corvid {
 
 // The bytes, or what the system says.
@@ -16,8 +18,9 @@ struct ReadResult {
 ReadResult ReadFileBytes(const std::string& path);
 ReadResult ReadStandardInput();
 
-// Whether the file holds just these bytes.
-bool HoldsBytes(const std::string& path, std::string_view bytes);
+// Opens it, after making the folders above it where `makesFolders` allows that and they are missing; empty, or what the
+// system says.
+std::string OpenDestination(DestinationFile& destination, const std::string& path, bool makesFolders);
 
 // All or nothing, keeping mode and links; empty, or what the system says. `makesFolders`: those above it, if need be.
 std::string WriteFileBytes(const std::string& path, std::string_view bytes, bool makesFolders);

@@ -26,6 +26,8 @@ struct FileStatus {
     FileIdentity m_Identity;
     std::uint64_t m_Size = 0;    // bytes
     std::int64_t m_Modified = 0; // only to be compared
+
+    friend bool operator==(const FileStatus&, const FileStatus&) = default;
 };
 
 // Of what the path finally leads to; nothing when that cannot be told, and LastSystemError() says why.

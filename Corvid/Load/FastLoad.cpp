@@ -12,10 +12,10 @@ namespace Corvid {
 
 namespace {
 
-void Load(FastLoad& load, const PaddedView& bytes, std::u16string_view path) {
+void Load(FastLoad& load, std::unique_ptr<File> file) {
     FileArchiveSystem archives;
     archives.EnableChecksums(false);
-    std::unique_ptr<FileArchive> archive = archives.OpenForReading(File::ReadFromMemory(path, bytes));
+    std::unique_ptr<FileArchive> archive = archives.OpenForReading(std::move(file));
     if (archive == nullptr)
         return;
     auto* const text = dynamic_cast<TextFileArchive*>(archive.get());
@@ -35,7 +35,7 @@ void Load(FastLoad& load, const PaddedView& bytes, std::u16string_view path) {
 
 FastLoad LoadFast(Kind kind, const PaddedView& bytes, std::u16string_view path) {
     try {
-        return LoadFast(CreateKindObject(kind, path), bytes, path);
+        return LoadFast(CreateKindObject(kind, path), File::ReadFromMemory(path, bytes));
     } catch (const std::bad_alloc&) {
         FastLoad load;
         load.m_IsMemoryShort = true;
@@ -43,13 +43,13 @@ FastLoad LoadFast(Kind kind, const PaddedView& bytes, std::u16string_view path) 
     }
 }
 
-FastLoad LoadFast(std::unique_ptr<KindObject> object, const PaddedView& bytes, std::u16string_view path) {
+FastLoad LoadFast(std::unique_ptr<KindObject> object, std::unique_ptr<File> file) {
     FastLoad load;
     NotingReportSink reports;
     const Reporter reporter(reports);
     load.m_Object = std::move(object);
     try {
-        Load(load, bytes, path);
+        Load(load, std::move(file));
     } catch (const std::bad_alloc&) {
         load.m_IsMemoryShort = true;
     }

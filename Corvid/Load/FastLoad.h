@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "Engine/File/InputStream.h"
+#include "Engine/File/File.h"
 #include "Kinds/KindObject.h"
 
 namespace Corvid {
@@ -22,6 +22,6 @@ struct FastLoad {
 FastLoad LoadFast(Kind kind, const PaddedView& bytes, std::u16string_view path);
 
 // Into an object that is there already, in its initial state.
-FastLoad LoadFast(std::unique_ptr<KindObject> object, const PaddedView& bytes, std::u16string_view path);
+FastLoad LoadFast(std::unique_ptr<KindObject> object, std::unique_ptr<File> file);
 
 } // namespace Corvid

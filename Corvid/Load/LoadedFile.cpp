@@ -47,6 +47,12 @@ std::string ExplainUnknownType(std::string_view word, bool isKnown) {
     return quoted + " is no entity type" + (nearest.empty() ? "" : " (did you mean '" + std::string(nearest) + "'?)");
 }
 
+struct StringSink final : ByteSink {
+    void WriteBlock(const char* bytes, std::size_t count) override { m_Bytes.append(bytes, count); }
+
+    std::string m_Bytes;
+};
+
 // The stages of loading one file. Each may end it by what it finds.
 class Loading {
 public:
@@ -89,7 +95,7 @@ private:
 LoadedFile Loading::Run() {
     if (!FindEncoding() || !FindKind() || (m_File.m_Kind == Kind::Entity && !FindTypeOfEntity()))
         return std::move(m_File);
-    FastLoad load = LoadFast(CreateObject(), GetPadded(), m_Path);
+    FastLoad load = LoadFast(CreateObject(), File::ReadFromMemory(m_Path, GetPadded()));
     m_File.m_IsMemoryShort = load.m_IsMemoryShort;
     if (m_File.m_IsMemoryShort)
         return std::move(m_File);
@@ -294,21 +300,25 @@ LoadedFile LoadFromBytes(std::string bytes, std::u16string_view path, const Load
     }
 }
 
-std::optional<std::string> SaveToBytes(const KindObject& object, ArchiveFormat format, FloatPrecision floats) {
+bool SaveToSink(const KindObject& object, ArchiveFormat format, FloatPrecision floats, ByteSink& sink) {
     NotingReportSink ignored;
     const Reporter reporter(ignored);
     try {
-        std::string bytes;
         FileArchiveSystem archives;
         archives.EnableChecksums(false);
         const FloatForm floatForm = floats == FloatPrecision::Exact ? FloatForm::Exact : FloatForm::SixDecimals;
-        auto archive = archives.OpenForWriting(File::WriteToMemory(u"", bytes), format, floatForm);
+        auto archive = archives.OpenForWriting(File::WriteToSink(u"", sink), format, floatForm);
         object.Save(*archive);
         archives.Release(std::move(archive));
-        return bytes;
+        return true;
     } catch (const std::bad_alloc&) {
-        return std::nullopt;
+        return false;
     }
+}
+
+std::optional<std::string> SaveToBytes(const KindObject& object, ArchiveFormat format, FloatPrecision floats) {
+    StringSink sink;
+    return SaveToSink(object, format, floats, sink) ? std::optional(std::move(sink.m_Bytes)) : std::nullopt;
 }
 
 } // namespace Corvid

@@ -47,7 +47,10 @@ LoadedFile LoadFromBytes(std::string bytes, std::u16string_view path, const Load
 
 enum class FloatPrecision { Exact, SixDecimals };
 
-// The object as a file of the encoding; nothing when memory is short.
+// Hands the bytes of a file of the encoding to `sink`. False: memory is short, and what was handed on is worth nothing.
+bool SaveToSink(const KindObject& object, ArchiveFormat format, FloatPrecision floats, ByteSink& sink);
+
+// The same as one string; nothing when memory is short.
 std::optional<std::string> SaveToBytes(const KindObject& object, ArchiveFormat format, FloatPrecision floats);
 
 } // namespace Corvid

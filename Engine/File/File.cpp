@@ -53,6 +53,13 @@ std::unique_ptr<File> File::WriteToMemory(std::u16string_view path, std::string&
     return file;
 }
 
+std::unique_ptr<File> File::WriteToSink(std::u16string_view path, ByteSink& sink) {
+    std::unique_ptr<File> file(new File(path));
+    file->m_Sink = &sink;
+    file->BeginWriting();
+    return file;
+}
+
 void File::BeginReading() {
     m_Access = FileAccess::Read;
     m_Output.emplace(static_cast<ByteSink&>(*this));
@@ -83,7 +90,9 @@ std::size_t File::TakeBlock(const char* bytes, std::size_t count) {
         return 0;
     if (m_IsOnDisk)
         return m_Destination.Write(bytes, count);
-    if (m_GrowingMemory != nullptr)
+    if (m_Sink != nullptr)
+        m_Sink->WriteBlock(bytes, count);
+    else if (m_GrowingMemory != nullptr)
         m_IsMemoryShort = m_IsMemoryShort || !m_GrowingMemory->Append(bytes, count);
     else
         m_Memory->append(bytes, count);

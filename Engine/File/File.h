@@ -23,9 +23,11 @@ public:
     static std::unique_ptr<File> ReadFromMemory(std::u16string_view path, std::string bytes);
     static std::unique_ptr<File> ReadFromMemory(std::u16string_view path, const PaddedView& bytes);
 
-    // `bytes` outlives the file. A string throws when memory is short, a growing buffer fails the write.
+    // What they write to outlives the file. A string throws when memory is short, a growing buffer fails the write, and
+    // what becomes of the bytes that a sink takes is its own business.
     static std::unique_ptr<File> WriteToMemory(std::u16string_view path, std::string& bytes);
     static std::unique_ptr<File> WriteToMemory(std::u16string_view path, GrowingBuffer& bytes);
+    static std::unique_ptr<File> WriteToSink(std::u16string_view path, ByteSink& sink);
 
     File(const File&) = delete;
     File& operator=(const File&) = delete;
@@ -64,6 +66,7 @@ private:
     DestinationFile m_Destination;
     std::string* m_Memory = nullptr;
     GrowingBuffer* m_GrowingMemory = nullptr;
+    ByteSink* m_Sink = nullptr;
     bool m_IsMemoryShort = false;
     std::optional<InputStream> m_Input;
     std::optional<OutputStream> m_Output;

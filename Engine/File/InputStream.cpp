@@ -28,6 +28,11 @@ InputStream::InputStream(const PaddedView& bytes) {
     SetWindow(bytes.m_Bytes, bytes.m_Bytes + bytes.m_Size);
 }
 
+void InputStream::SetWatcher(ByteSink& watcher) {
+    m_Watcher = &watcher;
+    watcher.WriteBlock(m_Position, GetAvailable());
+}
+
 std::uint64_t InputStream::GetOffset() const {
     return m_EndOffset - GetAvailable();
 }
@@ -72,6 +77,8 @@ void InputStream::ReadWindow() {
     const std::size_t wanted = m_WindowCapacity - kept;
     const std::size_t count = m_Source->Read(window + kept, wanted);
     m_EndOffset += count;
+    if (m_Watcher != nullptr)
+        m_Watcher->WriteBlock(window + kept, count);
     SourceError error = SourceError::None;
     if (count < wanted || wanted == 0) { // nothing wanted: a small file grew beyond its window after it was opened
         error = m_Source->GetError();

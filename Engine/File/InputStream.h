@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "Engine/File/ByteSink.h"
+
 namespace Corvid {
 
 class PositionSource;
@@ -33,6 +35,9 @@ public:
 
     // Whose position the reports of a faulty source carry from now on: an archive that lives as long as its file.
     void SetReader(const PositionSource& reader) { m_Reader = &reader; }
+
+    // Shows every byte, from the position on, to `watcher` before anybody else reads it.
+    void SetWatcher(ByteSink& watcher);
 
     const char* GetPosition() const { return m_Position; }
     const char* GetEnd() const { return m_End; } // of the window
@@ -71,6 +76,7 @@ private:
     SourceFile* m_Source = nullptr; // null once everything is in the window
     std::u16string_view m_Path;
     const PositionSource* m_Reader = nullptr;
+    ByteSink* m_Watcher = nullptr;
     std::unique_ptr<char[]> m_Window;
     std::size_t m_WindowCapacity = 0;
     std::string m_Memory;

@@ -3,15 +3,9 @@
 #include <cstddef>
 #include <memory>
 
+#include "Engine/File/ByteSink.h"
+
 namespace Corvid {
-
-class ByteSink {
-public:
-    virtual void WriteBlock(const char* bytes, std::size_t count) = 0;
-
-protected:
-    ~ByteSink() = default;
-};
 
 // Output gathered in one small, reused window and handed on in blocks.
 class OutputStream {

@@ -73,22 +73,4 @@ ReadResult ReadStandardInput() {
     return ReadDescriptor(STDIN_FILENO);
 }
 
-bool HoldsBytes(const std::string& path, std::string_view bytes) {
-    const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK));
-    struct stat status;
-    if (!file.IsOpen() || fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode) ||
-        static_cast<std::size_t>(status.st_size) != bytes.size())
-        return false;
-    char window[64 * 1024];
-    while (!bytes.empty()) {
-        const ssize_t count = read(file.Get(), window, std::min(sizeof window, bytes.size()));
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count <= 0 || std::memcmp(window, bytes.data(), static_cast<std::size_t>(count)) != 0)
-            return false;
-        bytes.remove_prefix(static_cast<std::size_t>(count));
-    }
-    return true;
-}
-
 } // namespace Corvid

@@ -55,12 +55,4 @@ ReadResult ReadStandardInput() {
     return ReadAll(GetStdHandle(STD_INPUT_HANDLE));
 }
 
-bool HoldsBytes(const std::string& path, std::string_view bytes) {
-    const std::optional<FileStatus> status = GetFileStatus(path);
-    if (!status || status->m_Type != FileType::File || status->m_Size != bytes.size())
-        return false;
-    const ReadResult held = ReadFileBytes(path);
-    return held.m_Error.empty() && held.m_Bytes == bytes;
-}
-
 } // namespace Corvid
