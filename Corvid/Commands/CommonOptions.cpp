@@ -15,7 +15,7 @@ void DeclareFiles(CommandDeclaration& declaration, FileSelection& files) {
                          "a file, whatever its name; or a folder, which is searched for .mesh, .particle, .brushes and "
                          ".entity files; '-' is standard input");
     declaration.Text("--files-from", "FILE", files.m_ListPath,
-                     "also take the paths in FILE, one a line ('-': standard input)", ValueRole::File);
+                     "also take the paths in FILE, one per line ('-': standard input)", ValueRole::File);
     declaration.Flag("-0,--null", files.m_IsListByNul, "the paths of --files-from end with a NUL each");
     declaration.Take(
         "--shard", "K/N",

@@ -57,7 +57,7 @@ bool IsAbsolute(std::string_view path) {
     return hasDrive || (!path.empty() && IsPathSeparator(path.front()));
 }
 
-// The paths of a list: one a line with LF or CR LF, or one up to each NUL.
+// The paths of a list: one per line with LF or CR LF, or one up to each NUL.
 std::vector<std::string> PathsOf(std::string_view list, bool isByNul) {
     std::vector<std::string> paths;
     while (!list.empty()) {

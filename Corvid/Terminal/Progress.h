@@ -13,7 +13,7 @@
 
 namespace Corvid {
 
-// Shows how far a run is: files done of all, bytes a second, time left. Nothing shows in the first half second, then a
+// Shows how far a run is: files done of all, bytes per second, time left. Nothing shows in the first half second, then a
 // new line at most ten times a second; at the end it is gone.
 class Progress {
 public:

@@ -4,14 +4,14 @@
 #include <utility>
 #include <vector>
 
-#include "Engine/Archive/Archive.h"
+#include "Engine/Archive/NullArchive.h"
 #include "Engine/String/ClassName.h"
 
 namespace Corvid {
 
 // Holds nothing: tells by the operation that reads a value what the value is in a file, and by the blocks that a record
 // reads what it is made of.
-class ProbeArchive final : public Archive {
+class ProbeArchive final : public NullArchive {
 public:
     const std::string& GetKind() const { return m_Kind; } // of the last value
     bool IsRecord() const { return m_IsRecord; }          // its kind is the name of its class
@@ -36,26 +36,6 @@ public:
     void ReadObject(Archivable& object) override { m_Blocks.push_back(ClassNameOf(typeid(object))); }
     void ReadLabeledObject(Label, Archivable& object, void*) override { Take(ClassNameOf(typeid(object)), true); }
     void ReadLabeledObject(Label, Archivable& object) override { Take(ClassNameOf(typeid(object)), true); }
-
-    void WriteColor(Label, const Color&) override {}
-    void WriteIntRect(Label, const IntRect&) override {}
-    void WriteIntPair(Label, const IntPair&) override {}
-    void WriteIntPair(Label, std::int32_t, std::int32_t) override {}
-    void WriteVector4(Label, const Vector4&) override {}
-    void WriteMatrix44(Label, const Matrix44&) override {}
-    void WriteMatrix33(Label, const Matrix33&) override {}
-    void WriteVector3(Label, const Vector3&) override {}
-    void WriteString(Label, const char16_t*) override {}
-    void WriteInt64(Label, std::int64_t) override {}
-    void WriteBool(Label, bool) override {}
-    void WriteDouble(Label, double) override {}
-    void WriteFloat(Label, float) override {}
-    void WriteInt(Label, std::int32_t) override {}
-    void WriteInt(Label, std::uint32_t) override {}
-    void WriteObject(const Archivable&) override {}
-    void WriteLabeledObject(Label, const Archivable&) override {}
-
-    void SkipEntry(Label, Label, std::span<const Label>) override {}
 
 private:
     void Take(std::string kind, bool isRecord = false) {

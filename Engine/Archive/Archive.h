@@ -15,7 +15,7 @@
 
 namespace Corvid {
 
-// Through this interface every persistent object saves and loads itself, one typed operation a field. A read that
+// Through this interface every persistent object saves and loads itself, one typed operation per field. A read that
 // fails leaves its target as it was and has been reported; nothing is thrown. Any number of archives may be open at
 // once: what one of them reports, and what is reported while a record is loaded from it, carries its position.
 class Archive : public PositionSource {

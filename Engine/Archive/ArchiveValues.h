@@ -8,7 +8,7 @@
 
 namespace Corvid {
 
-// One adjacent pair a value type says which operation of an archive carries it. A type above the archives adds its
+// One adjacent pair per type of value says which operation of an archive carries it. A type above the archives adds its
 // pair beside its class.
 
 inline void ReadValue(Archive& archive, Label label, std::int32_t& value) {

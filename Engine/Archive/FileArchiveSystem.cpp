@@ -47,8 +47,7 @@ bool IsText(InputStream& input) {
 } // namespace
 
 FileArchiveSystem::~FileArchiveSystem() {
-    const int fileArchiveCount = m_FileArchiveCount;
-    Check(fileArchiveCount == 0, "fileArchiveCount == 0");
+    Check(m_FileArchiveCount == 0, "fileArchiveCount == 0");
 }
 
 std::unique_ptr<FileArchive> FileArchiveSystem::OpenForReading(std::u16string_view path) {
@@ -101,8 +100,6 @@ std::unique_ptr<FileArchive> FileArchiveSystem::OpenForWriting(std::unique_ptr<F
         output.Write(kTextHeader.data(), kTextHeader.size());
     } else if (format == ArchiveFormat::Binary) {
         output.Write(kBinaryHeader.data(), kBinaryHeader.size());
-    } else {
-        Check(format == ArchiveFormat::Steam, "false");
     }
     return CreateArchive(std::move(file), format, floatForm);
 }
@@ -137,8 +134,7 @@ bool FileArchiveSystem::Release(std::unique_ptr<FileArchive> archive) {
 void FileArchiveSystem::Abandon(std::unique_ptr<FileArchive> archive) {
     archive.reset();
     --m_FileArchiveCount;
-    const int fileArchiveCount = m_FileArchiveCount;
-    Check(fileArchiveCount >= 0, "fileArchiveCount >= 0");
+    Check(m_FileArchiveCount >= 0, "fileArchiveCount >= 0");
 }
 
 } // namespace Corvid

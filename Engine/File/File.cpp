@@ -80,9 +80,9 @@ int File::Close() {
 }
 
 void File::WriteBlock(const char* bytes, std::size_t count) {
-    const std::size_t fileWriteResult = TakeBlock(bytes, count);
+    const bool isTaken = TakeBlock(bytes, count) == count;
     const PositionScope scope(nullptr); // about no input
-    Check(fileWriteResult == count, "fileWriteResult == count");
+    Check(isTaken, "fileWriteResult == count");
 }
 
 std::size_t File::TakeBlock(const char* bytes, std::size_t count) {

@@ -19,8 +19,7 @@ std::unique_ptr<File> FileSystem::OpenForWriting(std::u16string_view path) {
 }
 
 bool FileSystem::Close(File& file) {
-    const int closeResult = file.Close();
-    return Check(closeResult == 0, "closeResult == 0");
+    return Check(file.Close() == 0, "closeResult == 0");
 }
 
 } // namespace Corvid

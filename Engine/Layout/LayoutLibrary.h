@@ -30,7 +30,7 @@ protected:
     ~LayoutSource() = default;
 };
 
-// Layouts in folders, one file a type: FOLDER/TypeWord.layout. They are read when they are first asked for, once.
+// Layouts in folders, one file per type: FOLDER/TypeWord.layout. They are read when they are first asked for, once.
 class LayoutLibrary final : public LayoutSource {
 public:
     // The first folder that has a file for a type gives it, sound or not. `blocks` outlives the library.

@@ -134,7 +134,7 @@ ParsedLayout Parser::Parse(std::string_view text) {
         const std::size_t errorCount = m_Result.m_Errors.size();
         TakeLine(SplitLayoutLine(line, ++number, m_Result.m_Errors));
         if (m_Result.m_Errors.size() > errorCount) {
-            m_Result.m_Errors.resize(errorCount + 1); // one a line
+            m_Result.m_Errors.resize(errorCount + 1); // one per line
             m_IsStopped |= m_Result.m_Errors.size() >= LayoutBounds::kMostErrors;
         }
     }

@@ -16,7 +16,7 @@ struct Color {
 
 inline constexpr Color kWhite{1.0f, 1.0f, 1.0f, 1.0f};
 
-// A byte a channel: alpha in the high byte, then red, green, blue. Packing computes in double and rounds half up;
+// One byte per channel: alpha in the high byte, then red, green, blue. Packing computes in double and rounds half up;
 // a NaN channel packs as 0. Unpacking multiplies each byte by the float nearest 1/255.
 std::uint32_t PackColor(const Color& color);
 Color UnpackColor(std::uint32_t packed);

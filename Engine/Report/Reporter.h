@@ -64,7 +64,8 @@ void ReportMessage(Message message, std::initializer_list<ReportArgument> argume
 void ReportFailedCheck(const char* condition, const char* sourceFile, int sourceLine);
 
 // The assertion reporter: a condition that does not hold is reported with its text and place, and processing goes on.
-// Returns the condition, so that the caller can stay within bounds after a failure.
+// The texts are output, which people search for and compare: they stay exactly as they are, whatever becomes of the
+// code around them. Returns the condition, so that the caller can stay within bounds after a failure.
 inline bool Check(bool holds, const char* condition, const char* sourceFile = __builtin_FILE(),
                   int sourceLine = __builtin_LINE()) {
     if (!holds) [[unlikely]]

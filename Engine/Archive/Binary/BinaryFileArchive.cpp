@@ -221,18 +221,18 @@ void BinaryFileArchive::WriteMatrix44(Label label, const Matrix44& value) {
 void BinaryFileArchive::ReadString(Label, char16_t* buffer, int capacity) {
     if (capacity < 1 || !FetchBehindWindow(sizeof(std::uint32_t)))
         return;
-    const auto numChars = TakeRaw<std::uint32_t>();
-    const auto bufferSize = static_cast<std::uint32_t>(capacity);
-    Check(numChars < bufferSize, "numChars < bufferSize");
-    const std::uint32_t kept = std::min(numChars, bufferSize - 1);
+    const auto length = TakeRaw<std::uint32_t>();
+    const auto room = static_cast<std::uint32_t>(capacity - 1);
+    Check(length <= room, "numChars < bufferSize");
+    const std::uint32_t kept = std::min(length, room);
     std::uint32_t count = ReadUnits(buffer, kept);
     buffer[count] = 0;
     m_HasStringBeyondText = m_HasStringBeyondText || !IsHeldByText({buffer, count});
-    if (numChars > kept) // the next value stands behind all that was claimed
-        count += static_cast<std::uint32_t>(GetInput().Skip(2 * std::uint64_t(numChars - kept)) / 2);
-    if (count < numChars) {
+    if (length > kept) // the next value stands behind all that was claimed
+        count += static_cast<std::uint32_t>(GetInput().Skip(2 * std::uint64_t(length - kept)) / 2);
+    if (count < length) {
         m_HasCutValue = true;
-        ReportShortRead(numChars, count);
+        ReportShortRead(length, count);
     }
     if (m_IsChecksumEnabled)
         m_Checksum.AddString(buffer);

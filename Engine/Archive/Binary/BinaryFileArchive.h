@@ -13,7 +13,7 @@ namespace Corvid {
 //
 // A bool takes one byte, an integer or float 4, a string a 32-bit count and so many UTF-16 units without terminator.
 // Composites go through the single-value operations, so that a subclass which changes how a float is stored changes
-// them all. A short read is reported, once a value, and leaves the value as it was.
+// them all. A short read is reported, once per value, and leaves the value as it was.
 class BinaryFileArchive : public FileArchive {
 public:
     explicit BinaryFileArchive(std::unique_ptr<File> file);

@@ -53,7 +53,7 @@ std::optional<std::int32_t> ReadIntText(std::string_view value);
 std::u16string ReadStringText(std::string_view value);
 
 // How the value of a text stands in binary, and whether bytes are such a value: numbers compare as text shows them,
-// colours by 8 bits a channel.
+// colours by 8 bits per channel.
 std::size_t MatchBytes(LayoutKind kind, std::string_view value, std::string_view bytes); // bytes taken; 0: no match
 
 } // namespace Corvid

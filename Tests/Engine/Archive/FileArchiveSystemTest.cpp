@@ -191,7 +191,7 @@ TEST_F(FileArchiveSystemTest, OpenArchivesAreCounted) {
         auto archive =
             m_Archives.OpenForWriting(File::WriteToMemory(u"memory", bytes), static_cast<ArchiveFormat>(format));
         EXPECT_EQ(archive, nullptr);
-        EXPECT_EQ(TakeReports(), FailedHere("false") + FailedHere("false")); // no header, no archive
+        EXPECT_EQ(TakeReports(), FailedHere("false"));
         EXPECT_EQ(m_Archives.GetFileArchiveCount(), 1);
         m_Archives.Release(std::move(archive));
         EXPECT_EQ(TakeReports(), "");
@@ -200,7 +200,7 @@ TEST_F(FileArchiveSystemTest, OpenArchivesAreCounted) {
 
 TEST_F(FileArchiveSystemTest, RemoteStorageOpensNoFile) {
     const TemporaryFolder folder;
-    auto archive = m_Archives.OpenForWriting(folder / "file", ArchiveFormat::Steam);
+    auto archive = m_Archives.OpenForWriting(folder / "file", static_cast<ArchiveFormat>(2));
     ASSERT_NE(archive, nullptr);
     archive->WriteInt(kValue, std::int32_t{3});
     archive->WriteBool(kValue, true);

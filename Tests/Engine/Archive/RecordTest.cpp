@@ -224,6 +224,15 @@ TEST_F(RecordTest, ListOfEmptyElementsIsWhole) {
     EXPECT_EQ(TakeReports(), "");
 }
 
+TEST_F(RecordTest, ContextIsIgnoredByDefault) {
+    for (const std::string& file : {std::string("TXT\nPart\n\tWeight 5\n"), std::string("BIN\n\5\0\0\0", 8)}) {
+        Part part;
+        LoadWith(file, [&](Archive& archive) { archive.ReadLabeledObject(u"Part", part, this); });
+        EXPECT_EQ(part.m_Weight, 5);
+    }
+    EXPECT_EQ(TakeReports(), "");
+}
+
 TEST_F(RecordTest, SlotsAreAllFilledOrEmptied) {
     const std::string otherCount = Failed("elementCount == data->Size()", "Engine/Archive/Archive");
     const auto expect = [this](const char* lines, std::int32_t first, std::int32_t second, const std::string& reports) {

@@ -17,7 +17,7 @@ namespace {
 constexpr std::int32_t kCurrentVersion = 3;
 constexpr std::int32_t kDefaultVolume = 50;
 
-class Settings final : public VersionedFileArchive {
+class Settings : public VersionedFileArchive {
 public:
     Settings(FileArchiveSystem& archives, std::u16string_view path)
         : VersionedFileArchive(archives, path, kCurrentVersion) {}
@@ -31,6 +31,14 @@ private:
         archive.ReadInt(u"Volume", m_Volume);
     }
     void Save(Archive& archive) const override { archive.WriteInt(u"Volume", m_Volume); }
+};
+
+class PatientSettings final : public Settings {
+public:
+    using Settings::Settings;
+
+private:
+    bool IsOldVersion(std::int32_t version) const override { return version < kCurrentVersion - 1; }
 };
 
 std::string SpelledSettings(ArchiveFormat format, std::int32_t version, std::int32_t volume) {
@@ -134,6 +142,18 @@ TEST_P(VersionedFileArchiveTest, RemoteStorageLeavesTheDiskAlone) {
     EXPECT_TRUE(missing.m_LoadedVersions.empty());
     EXPECT_EQ(m_Folder.List(), std::set<std::string>{"settings"});
     EXPECT_EQ(m_Archives.GetFileArchiveCount(), 0);
+}
+
+TEST_P(VersionedFileArchiveTest, FormatAndAgeAreTheOwnersToDecide) {
+    Settings(m_Archives, m_Folder / "settings").LoadFile();
+    EXPECT_EQ(m_Folder.Get("settings"), SpelledSettings(ArchiveFormat::Text, kCurrentVersion, kDefaultVolume));
+    for (const std::int32_t version : {1, 2}) {
+        m_Folder.Put("settings", SpelledSettings(GetParam(), version, 9));
+        PatientSettings settings(m_Archives, m_Folder / "settings");
+        settings.SetFormat(GetParam());
+        settings.LoadFile();
+        EXPECT_EQ(settings.m_LoadedVersions, version == 1 ? std::vector({1, 3}) : std::vector({2}));
+    }
 }
 
 TEST_P(VersionedFileArchiveTest, LongPathIsRecordedCutAndOpenedWhole) {

@@ -223,7 +223,7 @@ TEST_F(BinaryArchiveTest, EdgeOfTheWindowMayStandAnywhere) {
 }
 
 TEST_F(BinaryArchiveTest, CompositesAreMadeOfSingleValues) {
-    class Coarse final : public BinaryFileArchive { // a byte a float
+    class Coarse final : public BinaryFileArchive { // one byte per float
     public:
         using BinaryFileArchive::BinaryFileArchive;
         void ReadFloat(Label label, float& value) override {

@@ -37,7 +37,7 @@ inline std::string With(std::string text, std::string_view from, std::string_vie
     return text.replace(text.find(from), from.size(), to);
 }
 
-// Fields of a record, one a line: a label, a value of its own, and the default where that is another.
+// Fields of a record, one per line: a label, a value of its own, and the default where that is another.
 inline constexpr char kEmitterFields[] = R"(Name "smoke" | ""
 Enabled FALSE | TRUE
 EmitRate 12.500000 | 1.000000
