@@ -48,7 +48,8 @@ void DeclareCommand(CommandDeclaration& declaration, CheckOptions& options) {
                         "2 where something cannot be read.");
     DeclareFiles(declaration, options.m_Batch.m_Files);
     declaration.Flag("--strict", options.m_IsStrict, "take warnings as errors");
-    declaration.Flag("--list", options.m_IsList, "print one line per file, 'OK  PATH' or 'BAD PATH', and no diagnostics");
+    declaration.Flag("--list", options.m_IsList,
+                     "print one line per file, 'OK  PATH' or 'BAD PATH', and no diagnostics");
     declaration.Flag("--loss", options.m_IsLossWanted,
                      "note what the other encoding, or loading itself, does not bring back");
     declaration.Text("--references", "DIR", options.m_ReferencesFolder,

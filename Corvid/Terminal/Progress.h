@@ -13,8 +13,8 @@
 
 namespace Corvid {
 
-// Shows how far a run is: files done of all, bytes per second, time left. Nothing shows in the first half second, then a
-// new line at most ten times a second; at the end it is gone.
+// Shows how far a run is: files done of all, bytes per second, time left. Nothing shows in the first half second, then
+// a new line at most ten times a second; at the end it is gone.
 class Progress {
 public:
     static constexpr std::chrono::milliseconds kQuietTime{500};
