@@ -14,38 +14,6 @@ namespace Corvid {
 
 namespace {
 
-std::size_t SizeOf(LayoutKind kind) {
-    switch (kind) {
-    case LayoutKind::Bool:
-        return 1;
-    case LayoutKind::Int:
-    case LayoutKind::Float:
-    case LayoutKind::Count:
-    case LayoutKind::String:
-    case LayoutKind::Word:
-        return 4; // of a string: of its length
-    case LayoutKind::Int64:
-    case LayoutKind::Double:
-    case LayoutKind::Pair:
-        return 8;
-    case LayoutKind::Vector3:
-        return 12;
-    case LayoutKind::Vector4:
-    case LayoutKind::Color:
-    case LayoutKind::Rect:
-        return 16;
-    case LayoutKind::Matrix33:
-        return 36;
-    case LayoutKind::Matrix44:
-        return 64;
-    case LayoutKind::Record:
-    case LayoutKind::Use:
-    case LayoutKind::When:
-        return 0;
-    }
-    return 0;
-}
-
 ValueKind ValueKindOf(LayoutKind kind) {
     switch (kind) {
     case LayoutKind::Color:
@@ -70,7 +38,7 @@ std::uint64_t SmallestSize(const Layout& layout, LayoutIndex first, LayoutIndex 
     std::uint64_t size = 0;
     for (LayoutIndex index = first; index < end;) {
         const LayoutNode& node = layout[index];
-        size += SizeOf(node.m_Kind);
+        size += LeastBytesOf(node.m_Kind);
         index = node.m_Kind == LayoutKind::When || node.m_Kind == LayoutKind::Count ? node.m_End : index + 1;
     }
     return std::max<std::uint64_t>(size, 1);
@@ -130,7 +98,7 @@ void BinaryExplainer::ReadFields(LayoutIndex first, LayoutIndex end, const Eleme
 
 void BinaryExplainer::ReadValue(LayoutIndex index, const ElementPlace* element) {
     const LayoutNode& node = m_Layout[index];
-    const std::size_t size = SizeOf(node.m_Kind);
+    const std::size_t size = LeastBytesOf(node.m_Kind);
     if (!Ensure(size, index, element))
         return;
     TextValue value;
@@ -189,7 +157,7 @@ void BinaryExplainer::ReadValue(LayoutIndex index, const ElementPlace* element) 
             Report(DiagnosticCode::BadValue, offset, index, element, why);
     }
     value.AddTo(m_Tree, node.m_Label);
-    m_Conditions.Set(index, value);
+    value.KeepFor(m_Conditions, index);
 }
 
 void BinaryExplainer::ReadString(LayoutIndex index, const ElementPlace* element, TextValue& value) {
@@ -246,7 +214,7 @@ bool BinaryExplainer::HasNoBranch(LayoutIndex field) const {
 void BinaryExplainer::ReadList(LayoutIndex index, const ElementPlace* outer) {
     const LayoutNode& node = m_Layout[index];
     const std::size_t offset = m_Offset;
-    if (!Ensure(SizeOf(node.m_Kind), index, outer))
+    if (!Ensure(LeastBytesOf(node.m_Kind), index, outer))
         return;
     const auto count = Take<std::int32_t>();
     const std::uint64_t fitting = (m_Bytes.size() - m_Offset) / SmallestSize(m_Layout, index + 1, node.m_End);

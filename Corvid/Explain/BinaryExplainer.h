@@ -7,9 +7,9 @@
 #include <unordered_map>
 
 #include "Corvid/Diagnostics/DiagnosticLog.h"
-#include "Corvid/Explain/Conditions.h"
 #include "Corvid/Explain/FieldPath.h"
 #include "Corvid/Values/ValueTree.h"
+#include "Engine/Layout/Conditions.h"
 #include "Engine/Layout/Layout.h"
 
 namespace Corvid {

@@ -94,7 +94,7 @@ void TextExplainer::ReadFieldAt(LayoutIndex index, const Place& place, Record& r
             isWhole = ReadTextValue(node, line.m_Text, line.GetLabelEnd(), value, fault);
             if (isWhole || fault.m_Code == DiagnosticCode::TooLong) {
                 value.AddTo(m_Tree, node.m_Label);
-                m_Conditions.Set(index, value);
+                value.KeepFor(m_Conditions, index);
             }
         }
         if (!isWhole && !place.m_IsMisspelt)

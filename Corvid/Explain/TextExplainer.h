@@ -10,11 +10,11 @@
 #include <vector>
 
 #include "Corvid/Diagnostics/DiagnosticLog.h"
-#include "Corvid/Explain/Conditions.h"
 #include "Corvid/Explain/FieldPath.h"
 #include "Corvid/Explain/TextLines.h"
 #include "Corvid/Explain/TextValue.h"
 #include "Corvid/Values/ValueTree.h"
+#include "Engine/Layout/Conditions.h"
 #include "Engine/Layout/Layout.h"
 
 namespace Corvid {

@@ -383,4 +383,11 @@ void TextValue::AddTo(ValueTree& tree, std::string_view label) const {
     }
 }
 
+void TextValue::KeepFor(Conditions& conditions, LayoutIndex field) const {
+    if (m_Kind == ValueKind::Bool)
+        conditions.Set(field, m_Bool);
+    else
+        conditions.Set(field, m_String);
+}
+
 } // namespace Corvid

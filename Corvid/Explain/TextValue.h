@@ -6,6 +6,7 @@
 
 #include "Corvid/Diagnostics/Diagnostic.h"
 #include "Corvid/Values/ValueTree.h"
+#include "Engine/Layout/Conditions.h"
 #include "Engine/Layout/Layout.h"
 
 namespace Corvid {
@@ -29,6 +30,7 @@ struct TextValue {
     std::u16string m_String;
 
     void AddTo(ValueTree& tree, std::string_view label) const;
+    void KeepFor(Conditions& conditions, LayoutIndex field) const; // if any condition asks for the field
 };
 
 // Reads the value of a field from `start` of the line on. Not for records and matrices. The line has kScanPadding

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "Corvid/Explain/Conditions.h"
 #include "Corvid/Values/ValuePaths.h"
+#include "Engine/Layout/Conditions.h"
 
 namespace Corvid {
 

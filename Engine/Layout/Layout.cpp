@@ -4,6 +4,38 @@
 
 namespace Corvid {
 
+std::size_t LeastBytesOf(LayoutKind kind) {
+    switch (kind) {
+    case LayoutKind::Bool:
+        return 1;
+    case LayoutKind::Int:
+    case LayoutKind::Float:
+    case LayoutKind::Count:
+    case LayoutKind::String:
+    case LayoutKind::Word:
+        return 4;
+    case LayoutKind::Int64:
+    case LayoutKind::Double:
+    case LayoutKind::Pair:
+        return 8;
+    case LayoutKind::Vector3:
+        return 12;
+    case LayoutKind::Vector4:
+    case LayoutKind::Rect:
+    case LayoutKind::Color:
+        return 16;
+    case LayoutKind::Matrix33:
+        return 36;
+    case LayoutKind::Matrix44:
+        return 64;
+    case LayoutKind::Record:
+    case LayoutKind::Use:
+    case LayoutKind::When:
+        break;
+    }
+    return 0;
+}
+
 LayoutIndex LayoutBuilder::Add(LayoutKind kind, std::string_view label) {
     const LayoutIndex index = GetSize();
     LayoutNode& node = m_Nodes.emplace_back();

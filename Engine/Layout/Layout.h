@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <span>
@@ -38,6 +39,9 @@ enum class LayoutKind : std::uint8_t {
 constexpr bool IsValueKind(LayoutKind kind) {
     return kind <= LayoutKind::Matrix44;
 }
+
+// Bytes that a field of the kind takes by itself in binary; of a string those of its length alone.
+std::size_t LeastBytesOf(LayoutKind kind);
 
 using LayoutIndex = std::uint32_t;
 inline constexpr LayoutIndex kNoLayoutIndex = std::numeric_limits<LayoutIndex>::max();

@@ -82,8 +82,7 @@ std::optional<std::size_t> SizeOfPlausible(LayoutKind kind, std::string_view byt
             return std::nullopt;
         return sizeof(std::uint32_t) + units * sizeof(char16_t);
     }
-    const bool isCount = kind == LayoutKind::Count;
-    const std::size_t size = FixedBytes(isCount ? LayoutKind::Int : kind);
+    const std::size_t size = LeastBytesOf(kind);
     if (bytes.size() < size)
         return std::nullopt;
     const NumberRange few;

@@ -184,32 +184,6 @@ LayoutKind LikelyKind(KindSet kinds) {
     return LayoutKind::String;
 }
 
-std::size_t FixedBytes(LayoutKind kind) {
-    switch (kind) {
-    case LayoutKind::Bool:
-        return 1;
-    case LayoutKind::Int:
-    case LayoutKind::Float:
-        return 4;
-    case LayoutKind::Int64:
-    case LayoutKind::Double:
-    case LayoutKind::Pair:
-        return 8;
-    case LayoutKind::Vector3:
-        return 12;
-    case LayoutKind::Vector4:
-    case LayoutKind::Rect:
-    case LayoutKind::Color:
-        return 16;
-    case LayoutKind::Matrix33:
-        return 36;
-    case LayoutKind::Matrix44:
-        return 64;
-    default:
-        return 0;
-    }
-}
-
 std::optional<std::int32_t> ReadIntText(std::string_view value) {
     std::int32_t number = 0;
     return IsWhole(ScanIntValue(PaddedText(value), number), 1) ? std::optional(number) : std::nullopt;
@@ -228,7 +202,7 @@ std::size_t MatchBytes(LayoutKind kind, std::string_view value, std::string_view
             return 0;
         return size;
     }
-    const std::size_t size = FixedBytes(kind);
+    const std::size_t size = LeastBytesOf(kind);
     if (size == 0 || bytes.size() < size)
         return 0;
     bool isMatch = false;

@@ -44,9 +44,6 @@ KindSet KindsOfValue(std::string_view value);
 // Of what is usual among `kinds`: digits are an integer, decimals a float.
 LayoutKind LikelyKind(KindSet kinds);
 
-// 0 for strings and what is no value.
-std::size_t FixedBytes(LayoutKind kind);
-
 std::optional<std::int32_t> ReadIntText(std::string_view value);
 
 // Between the quotes; the value must be a string.

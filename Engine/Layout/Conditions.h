@@ -7,7 +7,6 @@
 #include <utility>
 #include <vector>
 
-#include "Corvid/Explain/TextValue.h"
 #include "Engine/Layout/ConditionFields.h"
 
 namespace Corvid {
@@ -32,12 +31,6 @@ public:
         }
     }
 
-    void Set(LayoutIndex field, const TextValue& value) {
-        if (value.m_Kind == ValueKind::Bool)
-            Set(field, value.m_Bool);
-        else
-            Set(field, value.m_String);
-    }
     void Set(LayoutIndex field, bool value) { Set(field, std::u16string(value ? u"TRUE" : u"")); }
     void Set(LayoutIndex field, std::u16string word) {
         if (const auto found = m_Values.find(field); found != m_Values.end())
