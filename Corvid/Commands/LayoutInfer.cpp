@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <map>
+#include <memory>
+#include <optional>
 #include <vector>
 
 #include "Corvid/Commands/FileRun.h"
@@ -9,6 +11,7 @@
 #include "Corvid/Files/PrintedPath.h"
 #include "Corvid/Load/Encoding.h"
 #include "Engine/Layout/Infer/LayoutInference.h"
+#include "Engine/Layout/LayoutLibrary.h"
 #include "Engine/Layout/LayoutParser.h"
 #include "Engine/Layout/LayoutText.h"
 #include "Engine/String/NearWord.h"
@@ -119,6 +122,26 @@ std::string CountsOf(const InferredType& type) {
     return text;
 }
 
+// The layout that is continued. Null: there is something wrong with it, which was said.
+std::shared_ptr<const LibraryLayout> ReadKnown(const std::string& path, const LayoutInferOptions& options,
+                                               Console& console, int& status) {
+    std::shared_ptr<const LibraryLayout> known = LayoutLibrary::Read(EnginePath(path), BuiltInBlocks());
+    if (known->m_Plan != nullptr)
+        return known;
+    Findings findings(options, console);
+    for (const LayoutError& error : known->m_Errors) {
+        const bool isUnread = error.m_Line == 0;
+        findings.Of(path).Add(isUnread ? DiagnosticCode::CannotRead : DiagnosticCode::BadLayout,
+                              isUnread ? DiagnosticPlace()
+                                       : DiagnosticPlace::AtLine(static_cast<std::uint64_t>(error.m_Line),
+                                                                 static_cast<std::uint64_t>(error.m_Column)),
+                              {}, error.m_Message);
+        status = isUnread ? kExitCouldNotRun : kExitFindings;
+    }
+    findings.Print(console);
+    return nullptr;
+}
+
 } // namespace
 
 void DeclareCommand(CommandDeclaration& declaration, LayoutInferOptions& options) {
@@ -131,13 +154,26 @@ void DeclareCommand(CommandDeclaration& declaration, LayoutInferOptions& options
     declaration.Text("-o,--output", "DIR", options.m_Folder, "write the layouts into this folder, which is made",
                      ValueRole::Folder);
     declaration.Require();
+    declaration.Text("--with", "FILE", options.m_Known,
+                     "start from this layout: what it says without a doubt stays, and a sample that contradicts it is "
+                     "an error",
+                     ValueRole::File);
     DeclareFiles(declaration, options.m_Samples);
     DeclareLook(declaration, options.m_Look);
     declaration.Example("corvid layout infer Examples/Entity -o layouts",
                         "makes a layout of each type of which there are samples below the folder");
+    declaration.Example("corvid layout infer --with layouts/Quest.layout Examples/Entity/Quests -o layouts",
+                        "lets more samples remove doubts of a layout that is there");
 }
 
 int RunCommand(const LayoutInferOptions& options, Console& console) {
+    std::shared_ptr<const LibraryLayout> known;
+    if (options.m_Known.has_value()) {
+        int status = kExitDone;
+        known = ReadKnown(*options.m_Known, options, console, status);
+        if (known == nullptr)
+            return status;
+    }
     const FileList list = FindFiles(options.m_Samples, options.m_Folder);
     if (const int status = CheckFileList(list, kCommand, console); status != kExitDone)
         return status;
@@ -173,8 +209,17 @@ int RunCommand(const LayoutInferOptions& options, Console& console) {
 
     int status = run.m_Status;
     Findings findings(options, console);
-    const Inference inference = InferLayouts(samples, BuiltInBlocks());
+    std::optional<LayoutToContinue> toContinue;
+    if (known != nullptr)
+        toContinue.emplace(known->m_Plan->GetLayout(), *options.m_Known);
+    const Inference inference = InferLayouts(samples, BuiltInBlocks(), toContinue.has_value() ? &*toContinue : nullptr);
     AddProblems(inference.m_Problems, DiagnosticCode::BadText, findings);
+    if (toContinue.has_value() &&
+        std::none_of(inference.m_Types.begin(), inference.m_Types.end(),
+                     [&](const InferredType& type) { return type.m_TypeWord == toContinue->m_Layout.GetName(); }))
+        findings.Of(*options.m_Known)
+            .Add(DiagnosticCode::BadLayout, {}, {},
+                 "none of the samples is of the type '" + toContinue->m_Layout.GetName() + "', which it describes");
     std::string summary;
     for (const InferredType& type : inference.m_Types) {
         if (!IsWanted(type, summary, findings))

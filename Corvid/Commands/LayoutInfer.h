@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "Corvid/Commands/CommonOptions.h"
@@ -8,7 +9,8 @@ namespace Corvid {
 
 struct LayoutInferOptions {
     FileSelection m_Samples;
-    std::string m_Folder; // where the layouts go
+    std::string m_Folder;               // where the layouts go
+    std::optional<std::string> m_Known; // a layout to continue
     LookOptions m_Look;
 };
 

@@ -8,6 +8,7 @@
 
 #include "Corvid/Diagnostics/DiagnosticLog.h"
 #include "Corvid/Explain/FieldPath.h"
+#include "Corvid/Explain/TextValue.h"
 #include "Corvid/Values/ValueTree.h"
 #include "Engine/Layout/Conditions.h"
 #include "Engine/Layout/Layout.h"

@@ -79,11 +79,16 @@ private:
     bool Branch(const State& state);
     std::uint64_t HashOf(const State& state) const;
     std::int32_t WordIndex(LayoutIndex node, std::u16string_view word) const;
+    const std::vector<std::u16string>& WordsOf(LayoutIndex decider) const {
+        const LayoutNode& node = m_Layout[decider];
+        return node.m_Kind == LayoutKind::Word ? node.m_Words : m_Words[static_cast<std::size_t>(m_DeciderOf[decider])];
+    }
 
     const FitQuestion& m_Question;
     const Layout& m_Layout;
     std::span<const std::string_view> m_Files;
-    std::vector<std::int32_t> m_DeciderOf; // by node; -1: no condition asks
+    std::vector<std::int32_t> m_DeciderOf;            // by node; -1: no condition asks
+    std::vector<std::vector<std::u16string>> m_Words; // by decider, of a string: those that conditions ask for
     std::size_t m_DecisionCount = 0;
     std::size_t m_DeciderCount = 0;
 
@@ -101,13 +106,19 @@ Search::Search(const FitQuestion& question, std::span<const std::string_view> fi
         m_DecisionCount += IsOpen(node) ? 1u : 0u;
         if (m_Layout[node].m_Kind != LayoutKind::When)
             continue;
-        const auto addDecider = [this](LayoutIndex field) {
-            if (field != kNoLayoutIndex && m_DeciderOf[field] < 0)
-                m_DeciderOf[field] = static_cast<std::int32_t>(m_DeciderCount++);
+        const auto addDecider = [this](const LayoutCondition& condition) {
+            if (condition.m_Field == kNoLayoutIndex)
+                return;
+            if (m_DeciderOf[condition.m_Field] < 0) {
+                m_DeciderOf[condition.m_Field] = static_cast<std::int32_t>(m_DeciderCount++);
+                m_Words.emplace_back();
+            }
+            auto& words = m_Words[static_cast<std::size_t>(m_DeciderOf[condition.m_Field])];
+            words.insert(words.end(), condition.m_Words.begin(), condition.m_Words.end());
         };
-        addDecider(m_Layout[node].m_Condition.m_Field);
+        addDecider(m_Layout[node].m_Condition);
         for (const LayoutCondition& other : m_Layout[node].m_Doubt.m_Alternatives)
-            addDecider(other.m_Field);
+            addDecider(other);
     }
 }
 
@@ -118,7 +129,9 @@ bool Search::IsOpen(LayoutIndex node) const {
 }
 
 int Search::UsualChoice(LayoutIndex node) const {
-    return m_Layout[node].m_Kind == LayoutKind::When ? 0 : static_cast<int>(LikelyKind(m_Question.m_Kinds[node]));
+    const LayoutKind kind = m_Layout[node].m_Kind;
+    const KindSet kinds = m_Question.m_Kinds[node];
+    return kind == LayoutKind::When ? 0 : static_cast<int>(kinds.Has(kind) ? kind : LikelyKind(kinds));
 }
 
 std::vector<int> Search::ChoicesAt(LayoutIndex node) const {
@@ -177,7 +190,7 @@ void Search::Note(FitAnswer& answer) {
 }
 
 std::int32_t Search::WordIndex(LayoutIndex node, std::u16string_view word) const {
-    const std::vector<std::u16string>& words = m_Layout[node].m_Words;
+    const std::vector<std::u16string>& words = WordsOf(node);
     const auto found = std::find(words.begin(), words.end(), word);
     return found == words.end() ? kUnknownWord : static_cast<std::int32_t>(found - words.begin());
 }
@@ -209,6 +222,8 @@ bool Search::ReadValue(State& state, LayoutKind kind) {
                     frame.m_Outside &= ~(FileSet{1} << file);
                 continue;
             }
+        } else if (kind == LayoutKind::String && decider >= 0) {
+            value = WordIndex(node, TakeString(bytes));
         } else if (kind == LayoutKind::Bool) {
             value = bytes[0];
             if (m_Notes != nullptr)
@@ -269,8 +284,9 @@ bool Search::EnterWhen(State& state, int choice) {
         }
         bool isThere = value == 1;
         if (!condition.m_Words.empty()) {
-            const std::u16string& word = m_Layout[condition.m_Field].m_Words[static_cast<std::size_t>(value)];
-            isThere = std::find(condition.m_Words.begin(), condition.m_Words.end(), word) != condition.m_Words.end();
+            const auto& words = WordsOf(condition.m_Field);
+            isThere = value >= 0 && std::find(condition.m_Words.begin(), condition.m_Words.end(),
+                                              words[static_cast<std::size_t>(value)]) != condition.m_Words.end();
         }
         isThere = isThere != condition.m_IsNegated;
         if (m_Notes != nullptr)

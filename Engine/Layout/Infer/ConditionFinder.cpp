@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <set>
 #include <string_view>
 
@@ -73,8 +74,9 @@ Presence PresenceOf(const DraftField& field) {
 
 class Finder {
 public:
-    explicit Finder(std::span<const SampleTree* const> trees) : m_Trees(trees) {}
+    Finder(std::span<const SampleTree* const> trees, const KnownLayout* known) : m_Trees(trees), m_Known(known) {}
 
+    void FindKnownFields(RecordDraft& record);
     void Visit(RecordDraft& record);
 
 private:
@@ -84,11 +86,17 @@ private:
     bool Explain(const Candidate& candidate, const RecordDraft& record, const Presence& asked, const Presence& present,
                  Explanation& explanation) const;
     void Explain(RecordDraft& record, std::uint32_t field, const std::vector<Candidate>& candidates);
+    void ExplainKnown(RecordDraft& record, std::uint32_t field, const std::vector<Candidate>& candidates);
+    std::optional<DraftWhen> KeepKnown(const RecordDraft& record, LayoutIndex when, const Presence& asked) const;
+    DraftCondition Translate(const LayoutCondition& condition) const;
+    std::optional<bool> Holds(const DraftCondition& condition, const RecordDraft& record, std::uint32_t instance) const;
     std::vector<Explanation> ExplainByTwo(const RecordDraft& record, const Presence& present,
                                           const std::vector<const Candidate*>& candidates) const;
     static void Decide(RecordDraft& record, std::uint32_t index, std::vector<Explanation> explanations);
 
     std::span<const SampleTree* const> m_Trees;
+    const KnownLayout* m_Known;
+    std::map<LayoutIndex, std::pair<RecordDraft*, std::uint32_t>> m_KnownFields;
 };
 
 std::vector<Candidate> Finder::FindCandidates(RecordDraft& record) const {
@@ -250,6 +258,8 @@ void Finder::Explain(RecordDraft& record, std::uint32_t index, const std::vector
     const std::vector<const Candidate*> visible = VisibleTo(record, index, candidates);
 
     std::vector<Explanation> explanations;
+    const std::vector<DraftWhen> knownAround = std::move(field.m_Whens);
+    field.m_Whens.clear();
     const auto explainWithin = [&](const Presence& asked, const std::vector<DraftWhen>& around) {
         for (const Candidate* candidate : visible) {
             Explanation explanation;
@@ -265,6 +275,17 @@ void Finder::Explain(RecordDraft& record, std::uint32_t index, const std::vector
             explanations.push_back(std::move(explanation));
         }
     };
+    if (!knownAround.empty()) {
+        Presence asked(present.size(), true);
+        for (std::uint32_t i = 0; i < asked.size(); ++i) {
+            for (const DraftWhen& when : knownAround)
+                asked[i] = asked[i] && Holds(when.m_Condition, record, i).value_or(when.m_Condition.m_IsNegated);
+        }
+        explainWithin(asked, knownAround);
+        if (explanations.empty())
+            field.m_Whens = knownAround;
+        return Decide(record, index, std::move(explanations));
+    }
     explainWithin(Presence(present.size(), true), {});
 
     // Within the conditions of earlier fields, unless a single one is too good to be chance.
@@ -302,11 +323,10 @@ void Finder::Decide(RecordDraft& record, std::uint32_t index, std::vector<Explan
     // Names that hardly repeat would explain anything.
     if (explanations.empty() ||
         (explanations[0].m_IsWeak && 4 * explanations[0].m_Words > 3 * explanations[0].m_Asked)) {
-        field.m_Whens.assign(1, DraftWhen{});
         std::uint32_t alike = 0; // fields that are there together share it
         while (PresenceOf(record.m_Fields[alike]) != PresenceOf(field))
             ++alike;
-        field.m_Whens[0].m_Presence = alike;
+        field.m_Whens.emplace_back().m_Presence = alike;
         return;
     }
     Explanation& best = explanations.front();
@@ -321,8 +341,9 @@ void Finder::Decide(RecordDraft& record, std::uint32_t index, std::vector<Explan
     for (std::size_t i = 1; i < explanations.size() && isListed; ++i)
         when.m_Alternatives.push_back(explanations[i].m_Condition);
     const auto becomeWord = [](const DraftCondition& condition) {
-        if (!condition.m_Words.empty())
-            condition.m_Record->m_Fields[condition.m_Field].m_IsWord = true;
+        DraftField& decider = condition.m_Record->m_Fields[condition.m_Field];
+        if (!condition.m_Words.empty() && decider.m_Known == kNoLayoutIndex)
+            decider.m_IsWord = true;
     };
     becomeWord(when.m_Condition);
     std::for_each(when.m_Alternatives.begin(), when.m_Alternatives.end(), becomeWord);
@@ -365,7 +386,7 @@ void MarkUnordered(RecordDraft& record) {
         if (isUnknown(left) || isUnknown(right) || ExcludeEachOther(left, right))
             continue;
         for (DraftField* field : {&left, &right}) {
-            if (field->m_Whens.empty())
+            if (field->m_Whens.empty() || field->m_Whens.back().m_IsKnown)
                 continue;
             field->m_Whens.back().m_IsUncertain = true;
             field->m_Whens.back().m_Alternatives.clear();
@@ -373,15 +394,129 @@ void MarkUnordered(RecordDraft& record) {
     }
 }
 
+void Finder::FindKnownFields(RecordDraft& record) {
+    for (std::uint32_t index = 0; index < record.m_Fields.size(); ++index) {
+        const DraftField& field = record.m_Fields[index];
+        if (field.m_Known != kNoLayoutIndex)
+            m_KnownFields[field.m_Known] = {&record, index};
+        if (field.m_Inner != nullptr)
+            FindKnownFields(*field.m_Inner);
+    }
+}
+
+DraftCondition Finder::Translate(const LayoutCondition& condition) const {
+    const auto found = m_KnownFields.find(condition.m_Field);
+    if (found == m_KnownFields.end())
+        return {};
+    return {found->second.first, found->second.second, condition.m_Words, condition.m_IsNegated};
+}
+
+// Nothing where the value that decides is not there.
+std::optional<bool> Finder::Holds(const DraftCondition& condition, const RecordDraft& record,
+                                  std::uint32_t instance) const {
+    const RecordDraft* around = &record;
+    while (around != condition.m_Record && around != nullptr) {
+        instance = around->m_Instances[instance].m_Parent;
+        around = around->m_Outer;
+    }
+    if (around == nullptr)
+        return std::nullopt;
+    const DraftField& decider = around->m_Fields[condition.m_Field];
+    if (decider.m_Tokens[instance] == kNone)
+        return std::nullopt;
+    const DraftInstance& holder = around->m_Instances[instance];
+    const std::string_view value =
+        (*m_Trees[holder.m_Sample])[holder.m_Tokens[decider.m_Tokens[instance]].m_Line].m_Value;
+    if (condition.m_Words.empty())
+        return (value == "TRUE") != condition.m_IsNegated;
+    const std::u16string word = ReadStringText(value);
+    return (std::find(condition.m_Words.begin(), condition.m_Words.end(), word) != condition.m_Words.end()) !=
+           condition.m_IsNegated;
+}
+
+// A condition in doubt, as far as the samples leave it standing. Nothing: they say otherwise, or nobody knows when.
+std::optional<DraftWhen> Finder::KeepKnown(const RecordDraft& record, LayoutIndex when, const Presence& asked) const {
+    const LayoutNode& node = m_Known->GetLayout()[when];
+    std::vector<LayoutCondition> readings{node.m_Condition};
+    readings.insert(readings.end(), node.m_Doubt.m_Alternatives.begin(), node.m_Doubt.m_Alternatives.end());
+    Presence present(record.m_Instances.size(), false);
+    for (const DraftField& field : record.m_Fields) {
+        for (std::uint32_t i = 0; i < present.size() && field.m_Known > when && field.m_Known < node.m_End; ++i)
+            present[i] = present[i] || field.m_Tokens[i] != kNone;
+    }
+    std::vector<DraftCondition> agreeing;
+    for (const LayoutCondition& reading : readings) {
+        const DraftCondition condition = Translate(reading);
+        bool agrees = condition.m_Record != nullptr;
+        for (std::uint32_t i = 0; i < present.size() && agrees; ++i)
+            agrees = !asked[i] || Holds(condition, record, i).value_or(condition.m_IsNegated) == present[i];
+        if (agrees)
+            agreeing.push_back(condition);
+    }
+    if (agreeing.empty())
+        return std::nullopt;
+    DraftWhen kept;
+    kept.m_Condition = agreeing.front();
+    kept.m_IsKnown = agreeing.size() == 1 && readings.size() > 1; // of several, the only one that is left
+    kept.m_IsUncertain = readings.size() == 1;
+    kept.m_Samples[0] = kept.m_Samples[1] = 2;
+    kept.m_Alternatives.assign(agreeing.begin() + 1, agreeing.end());
+    return kept;
+}
+
+// The conditions around a field in the known layout, outermost first.
+void Finder::ExplainKnown(RecordDraft& record, std::uint32_t index, const std::vector<Candidate>& candidates) {
+    const Layout& layout = m_Known->GetLayout();
+    DraftField& field = record.m_Fields[index];
+    std::vector<LayoutIndex> whens;
+    for (LayoutIndex node = layout[field.m_Known].m_Parent; node != kNoLayoutIndex && node + 1 > record.m_KnownFirst;
+         node = layout[node].m_Parent) {
+        if (layout[node].m_Kind == LayoutKind::When)
+            whens.insert(whens.begin(), node);
+    }
+    Presence asked(record.m_Instances.size(), true);
+    for (const LayoutIndex when : whens) {
+        std::optional<DraftWhen> kept;
+        if (layout[when].m_IsDoubtful) {
+            kept = KeepKnown(record, when, asked);
+        } else {
+            kept.emplace().m_Condition = Translate(layout[when].m_Condition);
+            kept->m_IsKnown = true;
+        }
+        const bool isOpen = !kept.has_value() || kept->m_IsUncertain;
+        if (isOpen && field.IsOptional() && field.m_PresentCount > 0) {
+            const std::vector<DraftWhen> around = field.m_Whens;
+            Explain(record, index, candidates);
+            if (!kept.has_value())
+                return;
+            const bool isProven = !field.m_Whens.back().IsDoubtful() &&
+                                  field.m_Whens.back().m_Condition == kept->m_Condition &&
+                                  field.m_Whens.size() == around.size() + 1;
+            field.m_Whens = around;
+            kept->m_IsKnown = isProven;
+        }
+        if (!kept.has_value()) {
+            field.m_Whens.emplace_back().m_Presence = kNone - when; // as nothing else has it
+            continue;
+        }
+        for (std::uint32_t i = 0; i < asked.size(); ++i)
+            asked[i] = asked[i] && Holds(kept->m_Condition, record, i).value_or(kept->m_Condition.m_IsNegated);
+        field.m_Whens.push_back(std::move(*kept));
+    }
+}
+
 void Finder::Visit(RecordDraft& record) {
-    const bool hasOptional = std::any_of(record.m_Fields.begin(), record.m_Fields.end(),
-                                         [](const DraftField& field) { return field.IsOptional(); });
+    const bool hasOptional = std::any_of(record.m_Fields.begin(), record.m_Fields.end(), [](const DraftField& field) {
+        return field.IsOptional() || field.m_Known != kNoLayoutIndex;
+    });
     if (hasOptional) {
         const std::vector<Candidate> candidates = FindCandidates(record);
         // The most common first: they stand around the others.
         std::vector<std::uint32_t> optional;
         for (std::uint32_t index = 0; index < record.m_Fields.size(); ++index) {
-            if (record.m_Fields[index].IsOptional())
+            if (record.m_Fields[index].m_Known != kNoLayoutIndex)
+                ExplainKnown(record, index, candidates);
+            else if (record.m_Fields[index].IsOptional())
                 optional.push_back(index);
         }
         std::stable_sort(optional.begin(), optional.end(), [&](std::uint32_t left, std::uint32_t right) {
@@ -399,8 +534,11 @@ void Finder::Visit(RecordDraft& record) {
 
 } // namespace
 
-void FindConditions(RecordDraft& draft, std::span<const SampleTree* const> trees) {
-    Finder(trees).Visit(draft);
+void FindConditions(RecordDraft& draft, std::span<const SampleTree* const> trees, const KnownLayout* known) {
+    Finder finder(trees, known);
+    if (known != nullptr)
+        finder.FindKnownFields(draft);
+    finder.Visit(draft);
 }
 
 } // namespace Corvid

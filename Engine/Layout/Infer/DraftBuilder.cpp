@@ -24,7 +24,7 @@ template <class Value> void Remember(std::vector<Value>& values, const Value& va
 
 class Builder {
 public:
-    explicit Builder(std::span<const SampleTree* const> trees) : m_Trees(trees) {}
+    Builder(std::span<const SampleTree* const> trees, const KnownLayout* known) : m_Trees(trees), m_Known(known) {}
 
     std::optional<SampleConflict> Build(RecordDraft& record);
 
@@ -32,12 +32,14 @@ private:
     const SampleLine& LineOf(const DraftInstance& instance, const SampleToken& token) const {
         return (*m_Trees[instance.m_Sample])[token.m_Line];
     }
+    void TakeKnown(DraftField& field) const;
     KindSet KindsOfRows(const SampleTree& tree, std::uint32_t line) const;
     std::optional<SampleConflict> ReadField(RecordDraft& record, std::uint32_t index);
     void ReadValue(DraftField& field, const SampleLine& line) const;
     std::optional<SampleConflict> EnterField(RecordDraft& record, std::uint32_t index);
 
     std::span<const SampleTree* const> m_Trees;
+    const KnownLayout* m_Known;
     std::size_t m_FieldCount = 0;
 };
 
@@ -66,9 +68,56 @@ void Builder::ReadValue(DraftField& field, const SampleLine& line) const {
         field.m_Largest = std::max(field.m_Largest, std::abs(std::strtod(std::string(line.m_Value).c_str(), nullptr)));
 }
 
+// The kinds that a field of a known layout leaves open.
+KindSet KindsOfKnown(const LayoutNode& node, bool isAssumed) {
+    const LayoutKind kind = node.m_Kind == LayoutKind::Word ? LayoutKind::String : node.m_Kind;
+    const bool isDecimal = kind == LayoutKind::Float || kind == LayoutKind::Double;
+    if (node.m_IsDoubtful && isDecimal)
+        return {LayoutKind::Float, LayoutKind::Double};
+    if (node.m_IsDoubtful && kNumberKinds.Has(kind))
+        return {LayoutKind::Int, LayoutKind::Int64, LayoutKind::Color};
+    if (isAssumed && isDecimal)
+        return {LayoutKind::Float, LayoutKind::Double};
+    if (isAssumed && (kind == LayoutKind::Int || kind == LayoutKind::Int64))
+        return {LayoutKind::Int, LayoutKind::Int64};
+    return {kind == LayoutKind::Count ? LayoutKind::Int : kind};
+}
+
+// Starts a field of a known layout with what is known of it.
+void Builder::TakeKnown(DraftField& field) const {
+    const Layout& layout = m_Known->GetLayout();
+    const LayoutNode& node = layout[field.m_Known];
+    const bool isEmptyCount = node.m_Kind == LayoutKind::Count && node.m_End == field.m_Known + 1;
+    if (node.m_Kind == LayoutKind::Record)
+        field.m_Shape = DraftShape::Record;
+    else if (node.m_Kind == LayoutKind::Count && !(isEmptyCount && node.m_IsDoubtful))
+        field.m_Shape = DraftShape::List;
+    field.m_Kinds = field.m_Shape == DraftShape::Record ? KindSet{LayoutKind::Record}
+                    : field.m_Shape == DraftShape::List ? KindSet{LayoutKind::Count}
+                                                        : KindsOfKnown(node, layout.IsAssumed());
+    if (field.m_Shape == DraftShape::Value && node.m_Kind != LayoutKind::Count)
+        field.m_Usual = node.m_Kind;
+    field.m_IsWord = node.m_Kind == LayoutKind::Word;
+    field.m_Words = node.m_Words;
+    std::sort(field.m_Words.begin(), field.m_Words.end());
+    field.m_Numbers = node.m_Doubt.m_SeenNumbers;
+    std::sort(field.m_Numbers.begin(), field.m_Numbers.end());
+    if (node.m_Kind == LayoutKind::Bool) {
+        for (const bool value : {false, true}) {
+            const auto& seen = node.m_Doubt.m_SeenBools;
+            field.m_WasSeen[value ? 1 : 0] =
+                !node.m_IsDoubtful || std::find(seen.begin(), seen.end(), value) != seen.end();
+        }
+    }
+}
+
 std::optional<SampleConflict> Builder::ReadField(RecordDraft& record, std::uint32_t index) {
     DraftField& field = record.m_Fields[index];
-    bool isFirst = true;
+    const bool isKnown = field.m_Known != kNoLayoutIndex;
+    if (isKnown)
+        TakeKnown(field);
+    const int knownLine = isKnown ? m_Known->GetLayout()[field.m_Known].m_Line : 0;
+    bool isFirst = !isKnown;
     SamplePlace firstPlace;
     for (std::uint32_t i = 0; i < record.m_Instances.size(); ++i) {
         if (field.m_Tokens[i] == kNone)
@@ -79,8 +128,15 @@ std::optional<SampleConflict> Builder::ReadField(RecordDraft& record, std::uint3
         const SampleLine& line = tree[token.m_Line];
         const SamplePlace place{instance.m_Sample, token.m_Line};
 
-        DraftShape shape = token.m_ElementSize != 0 ? DraftShape::List : DraftShape::Value;
+        DraftShape shape = token.m_IsCount ? DraftShape::List : DraftShape::Value;
         KindSet kinds{LayoutKind::Count};
+        if (isKnown && shape == DraftShape::Value && field.m_Shape == DraftShape::List && line.m_Value == "0")
+            shape = DraftShape::List; // of which nobody has seen an element
+        if (isKnown && shape == DraftShape::List && field.m_Shape == DraftShape::Value &&
+            m_Known->GetLayout()[field.m_Known].m_Kind == LayoutKind::Count) {
+            field.m_Shape = DraftShape::List;
+            field.m_Kinds = {LayoutKind::Count};
+        }
         if (shape == DraftShape::Value && line.m_Value.empty()) {
             kinds = KindsOfRows(tree, token.m_Line);
             if (kinds.IsEmpty()) {
@@ -91,16 +147,19 @@ std::optional<SampleConflict> Builder::ReadField(RecordDraft& record, std::uint3
             kinds = KindsOfValue(line.m_Value);
         }
         if (shape == DraftShape::Value && kinds.IsEmpty())
-            return SampleConflict{"'" + field.m_Label + "' has no value of any kind", place, place};
+            return SampleConflict{"'" + field.m_Label + "' has no value of any kind", place, place, 0};
         if (isFirst) {
             field.m_Shape = shape;
             field.m_Kinds = kinds;
             firstPlace = place;
         }
         field.m_Kinds &= kinds;
+        if (isKnown && (field.m_Shape != shape || field.m_Kinds.IsEmpty()))
+            return SampleConflict{"'" + field.m_Label + "' has a value of another kind than in the layout", place,
+                                  place, knownLine};
         if (field.m_Shape != shape || field.m_Kinds.IsEmpty())
             return SampleConflict{"'" + field.m_Label + "' has a value of another kind here than there", place,
-                                  firstPlace};
+                                  firstPlace, 0};
         isFirst = false;
         if (shape == DraftShape::List) {
             if (const auto number = ReadIntText(line.m_Value))
@@ -119,6 +178,10 @@ std::optional<SampleConflict> Builder::EnterField(RecordDraft& record, std::uint
     RecordDraft& inner = *field.m_Inner;
     inner.m_Outer = &record;
     inner.m_OuterField = index;
+    if (field.m_Known != kNoLayoutIndex) {
+        inner.m_KnownFirst = field.m_Known + 1;
+        inner.m_KnownEnd = m_Known->GetLayout()[field.m_Known].m_End;
+    }
     for (std::uint32_t i = 0; i < record.m_Instances.size(); ++i) {
         if (field.m_Tokens[i] == kNone)
             continue;
@@ -133,34 +196,39 @@ std::optional<SampleConflict> Builder::EnterField(RecordDraft& record, std::uint
                 if (tree[line].m_Label.empty())
                     return SampleConflict{"a row in brackets, but no matrix of three or four rows",
                                           {instance.m_Sample, line},
-                                          {instance.m_Sample, line}};
-                added.m_Tokens.push_back({line, 0, {}});
+                                          {instance.m_Sample, line},
+                                          0};
+                added.m_Tokens.push_back({line, false, {}});
             }
             continue;
         }
-        for (std::size_t first = 0; first < token.m_Elements.size(); first += token.m_ElementSize) {
+        for (std::vector<SampleToken>& element : token.m_Elements) {
             DraftInstance& added = inner.m_Instances.emplace_back();
             added.m_Sample = instance.m_Sample;
             added.m_Parent = i;
-            const auto begin = token.m_Elements.begin() + static_cast<std::ptrdiff_t>(first);
-            added.m_Tokens.assign(std::make_move_iterator(begin), std::make_move_iterator(begin + token.m_ElementSize));
+            added.m_Tokens = std::move(element);
         }
     }
     return Build(inner);
 }
 
 std::optional<SampleConflict> Builder::Build(RecordDraft& record) {
-    const std::vector<std::string> unproven = FoldLists(record.m_Instances, m_Trees);
-    if (auto conflict = OrderFields(record, m_Trees))
+    if (m_Known != nullptr)
+        FoldKnownLists(record.m_Instances, *m_Known);
+    const std::vector<std::string> unproven = FoldLists(record.m_Instances, m_Trees, m_Known);
+    if (auto conflict = OrderFields(record, m_Trees, m_Known))
         return conflict;
     m_FieldCount += record.m_Fields.size();
     if (m_FieldCount > kMostFields)
-        return SampleConflict{"the samples have more fields than a layout can hold", {}, {}};
+        return SampleConflict{"the samples have more fields than a layout can hold", {}, {}, 0};
     for (std::uint32_t index = 0; index < record.m_Fields.size(); ++index) {
         DraftField& field = record.m_Fields[index];
         if (auto conflict = ReadField(record, index))
             return conflict;
-        if (field.m_Shape == DraftShape::List)
+        if (field.m_Shape == DraftShape::List && field.m_Known != kNoLayoutIndex)
+            field.m_IsUnproven = m_Known->GetLayout()[field.m_Known].m_IsDoubtful &&
+                                 (field.m_Numbers.empty() || field.m_Numbers.back() < 2);
+        else if (field.m_Shape == DraftShape::List)
             field.m_IsUnproven = std::find(unproven.begin(), unproven.end(), field.m_Label) != unproven.end();
         if (field.m_Shape != DraftShape::Value) {
             if (auto conflict = EnterField(record, index))
@@ -173,7 +241,7 @@ std::optional<SampleConflict> Builder::Build(RecordDraft& record) {
 // Digits alone are no decimals: writers give these a point.
 void DropUnlikelyKinds(RecordDraft& record) {
     for (DraftField& field : record.m_Fields) {
-        if (field.m_Kinds.Has(LayoutKind::Int64)) {
+        if (field.m_Known == kNoLayoutIndex && field.m_Kinds.Has(LayoutKind::Int64)) {
             field.m_Kinds.Remove(LayoutKind::Float);
             field.m_Kinds.Remove(LayoutKind::Double);
         }
@@ -184,7 +252,9 @@ void DropUnlikelyKinds(RecordDraft& record) {
 
 } // namespace
 
-std::optional<SampleConflict> BuildDraft(std::span<const SampleTree* const> trees, RecordDraft& draft) {
+std::optional<SampleConflict> BuildDraft(std::span<const SampleTree* const> trees, const KnownLayout* known,
+                                         RecordDraft& draft) {
+    draft.m_KnownEnd = known != nullptr ? known->GetLayout().GetSize() : 0;
     for (std::uint32_t sample = 0; sample < trees.size(); ++sample) {
         DraftInstance& instance = draft.m_Instances.emplace_back();
         instance.m_Sample = sample;
@@ -192,11 +262,11 @@ std::optional<SampleConflict> BuildDraft(std::span<const SampleTree* const> tree
         for (std::uint32_t line = tree[1].m_End; line < tree.GetSize(); line = tree[line].m_End) {
             if (tree[line].m_Label.empty())
                 return SampleConflict{
-                    "a row in brackets, but no matrix of three or four rows", {sample, line}, {sample, line}};
-            instance.m_Tokens.push_back({line, 0, {}});
+                    "a row in brackets, but no matrix of three or four rows", {sample, line}, {sample, line}, 0};
+            instance.m_Tokens.push_back({line, false, {}});
         }
     }
-    if (auto conflict = Builder(trees).Build(draft))
+    if (auto conflict = Builder(trees, known).Build(draft))
         return conflict;
     DropUnlikelyKinds(draft);
     return std::nullopt;

@@ -4,6 +4,7 @@
 #include <optional>
 #include <span>
 
+#include "Engine/Layout/Infer/KnownLayout.h"
 #include "Engine/Layout/Infer/RecordDraft.h"
 #include "Engine/Layout/Infer/SampleConflict.h"
 
@@ -12,6 +13,8 @@ namespace Corvid {
 // Puts all text samples of one type over each other: fields, lists and nested records, and what their values allow.
 // Nothing is said of conditions yet. The first line of each, the word of the type, is no field. A conflict when no
 // layout can describe all samples.
-std::optional<SampleConflict> BuildDraft(std::span<const SampleTree* const> trees, RecordDraft& draft);
+// `known`, which has read the samples, is what is known of them before; null: nothing.
+std::optional<SampleConflict> BuildDraft(std::span<const SampleTree* const> trees, const KnownLayout* known,
+                                         RecordDraft& draft);
 
 } // namespace Corvid

@@ -66,7 +66,8 @@ void FixKinds(RecordDraft& record, std::uint32_t first, const Layout& block, Lay
 
 class Maker {
 public:
-    Maker(const LayoutBlocks& blocks, bool isAssumed) : m_Blocks(blocks), m_IsAssumed(isAssumed) {}
+    Maker(const LayoutBlocks& blocks, bool isAssumed, const Layout* known)
+        : m_Blocks(blocks), m_IsAssumed(isAssumed), m_Known(known) {}
 
     DraftLayout Make(RecordDraft& draft, const std::string& name) {
         FindDeciders(draft);
@@ -101,6 +102,7 @@ private:
 
     const LayoutBlocks& m_Blocks;
     bool m_IsAssumed;
+    const Layout* m_Known;
     LayoutBuilder m_Builder;
     DraftLayout m_Result;
     std::vector<const DraftField*> m_Deciders; // on which conditions stand
@@ -161,8 +163,12 @@ void Maker::AddBlock(RecordDraft& record, std::uint32_t first, const Layout& blo
     }
 }
 
+LayoutKind UsualKindOf(const DraftField& field) {
+    return field.m_Usual.has_value() && field.m_Kinds.Has(*field.m_Usual) ? *field.m_Usual : LikelyKind(field.m_Kinds);
+}
+
 void Maker::AddValue(DraftField& field) {
-    const LayoutKind kind = field.m_IsWord ? LayoutKind::Word : LikelyKind(field.m_Kinds);
+    const LayoutKind kind = field.m_IsWord ? LayoutKind::Word : UsualKindOf(field);
     LayoutNode& node = m_Builder.GetNode(Add(kind, field.m_Label, &field));
     if (kind == LayoutKind::Word)
         node.m_Words = field.m_Words;
@@ -178,7 +184,9 @@ void Maker::AddValue(DraftField& field) {
         return;
     node.m_IsDoubtful =
         m_IsAssumed ? field.m_Kinds.Has(LayoutKind::Color) && !field.m_Kinds.IsOne() : !field.m_Kinds.IsOne();
-    if (kind == LayoutKind::Int && !node.m_IsDoubtful && !m_IsAssumed && field.m_Numbers.size() == 1 &&
+    const bool isKnown = field.m_Known != kNoLayoutIndex;
+    const bool mayCount = isKnown ? (*m_Known)[field.m_Known].m_Kind == LayoutKind::Count : !m_IsAssumed;
+    if (kind == LayoutKind::Int && !node.m_IsDoubtful && mayCount && field.m_Numbers.size() == 1 &&
         field.m_Numbers[0] == 0) {
         // Four bytes that were always 0: they may count something that nobody has seen.
         node.m_Kind = LayoutKind::Count;
@@ -190,8 +198,8 @@ void Maker::AddValue(DraftField& field) {
 // Of an integer that was always 1: the field that stands right behind it, always, so that it may count that.
 std::uint32_t Maker::FindLoneElement(const RecordDraft& record, std::uint32_t index) const {
     const DraftField& field = record.m_Fields[index];
-    if (m_IsAssumed || field.m_IsBuiltIn || field.m_Shape != DraftShape::Value || field.m_Numbers.size() != 1 ||
-        field.m_Numbers[0] != 1 || !(field.m_Kinds == KindSet{LayoutKind::Int}) ||
+    if (m_IsAssumed || field.m_Known != kNoLayoutIndex || field.m_IsBuiltIn || field.m_Shape != DraftShape::Value ||
+        field.m_Numbers.size() != 1 || field.m_Numbers[0] != 1 || !(field.m_Kinds == KindSet{LayoutKind::Int}) ||
         index + 1 == record.m_Fields.size() || IsDecider(field))
         return kNone;
     const DraftField& next = record.m_Fields[index + 1];
@@ -224,6 +232,8 @@ std::uint32_t Maker::AddField(RecordDraft& record, std::uint32_t index) {
     }
     const bool isList = field.m_Shape == DraftShape::List;
     LayoutNode& node = m_Builder.GetNode(Add(isList ? LayoutKind::Count : LayoutKind::Record, field.m_Label, &field));
+    if (!isList && field.m_Known != kNoLayoutIndex)
+        node.m_Name = (*m_Known)[field.m_Known].m_Name;
     if (isList && field.m_IsUnproven) {
         node.m_IsDoubtful = true;
         node.m_Doubt.m_SeenNumbers = field.m_Numbers;
@@ -291,8 +301,9 @@ void FindBlocks(RecordDraft& draft, const LayoutBlocks& blocks) {
     }
 }
 
-DraftLayout MakeLayout(RecordDraft& draft, const std::string& name, const LayoutBlocks& blocks, bool isAssumed) {
-    return Maker(blocks, isAssumed).Make(draft, name);
+DraftLayout MakeLayout(RecordDraft& draft, const std::string& name, const LayoutBlocks& blocks, bool isAssumed,
+                       const Layout* known) {
+    return Maker(blocks, isAssumed, known).Make(draft, name);
 }
 
 } // namespace Corvid

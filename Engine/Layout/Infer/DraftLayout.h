@@ -20,6 +20,8 @@ void FindBlocks(RecordDraft& draft, const LayoutBlocks& blocks);
 
 // `isAssumed`: no binary sample has told anything, so that decimals are taken for floats and digits for 32 bits without
 // a mark. The draft must outlive the result.
-DraftLayout MakeLayout(RecordDraft& draft, const std::string& name, const LayoutBlocks& blocks, bool isAssumed);
+// Records keep the names that they have in `known`, if there is one.
+DraftLayout MakeLayout(RecordDraft& draft, const std::string& name, const LayoutBlocks& blocks, bool isAssumed,
+                       const Layout* known);
 
 } // namespace Corvid

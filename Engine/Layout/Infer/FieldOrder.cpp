@@ -14,7 +14,14 @@ constexpr std::size_t kMostFields = 2'000;            // of one record
 constexpr std::size_t kMostTokens = 64 * 1024 * 1024; // fields times instances of one record
 constexpr std::size_t kMostCompared = 300;            // fields that wait for each other
 
-using Key = std::pair<std::string_view, std::uint32_t>; // a label and how often it stood before
+// A label and how often it stood before, or the field of the known layout.
+struct Key {
+    std::string_view m_Label;
+    std::uint32_t m_Occurrence = 0;
+    LayoutIndex m_Known = kNoLayoutIndex;
+
+    friend auto operator<=>(const Key&, const Key&) = default;
+};
 
 struct FieldPlaces {
     Key m_Key;
@@ -26,32 +33,60 @@ struct FieldPlaces {
 
 class Orderer {
 public:
-    Orderer(RecordDraft& record, std::span<const SampleTree* const> trees) : m_Record(record), m_Trees(trees) {}
+    Orderer(RecordDraft& record, std::span<const SampleTree* const> trees, const KnownLayout* known)
+        : m_Record(record), m_Trees(trees), m_Known(known) {}
 
     std::optional<SampleConflict> Run();
 
 private:
+    void AddKnownFields(std::map<Key, std::uint32_t>& known);
+    void Follow(std::uint32_t previous, std::uint32_t next);
     bool FindFields();
     std::optional<SampleConflict> DescribeConflict() const;
     void Place(std::uint32_t field);
 
     RecordDraft& m_Record;
     std::span<const SampleTree* const> m_Trees;
+    const KnownLayout* m_Known;
     std::vector<FieldPlaces> m_Fields;
     std::vector<bool> m_IsPlaced;
 };
 
+void Orderer::Follow(std::uint32_t previous, std::uint32_t next) {
+    if (m_Fields[previous].m_Next.insert(next).second)
+        ++m_Fields[next].m_WaitsFor;
+}
+
+void Orderer::AddKnownFields(std::map<Key, std::uint32_t>& known) {
+    if (m_Known == nullptr)
+        return;
+    for (const LayoutIndex node : m_Known->FieldsIn(m_Record.m_KnownFirst, m_Record.m_KnownEnd)) {
+        const auto index = static_cast<std::uint32_t>(m_Fields.size());
+        FieldPlaces& field = m_Fields.emplace_back();
+        field.m_Key = {m_Known->GetLayout()[node].m_Label, 0, node};
+        field.m_Tokens.assign(m_Record.m_Instances.size(), kNone);
+        known.emplace(field.m_Key, index);
+        if (index > 0)
+            Follow(index - 1, index);
+    }
+}
+
 // False where there are too many.
 bool Orderer::FindFields() {
     std::map<Key, std::uint32_t> known;
-    std::vector<std::uint32_t> seen; // by field, the instance that has it last
+    AddKnownFields(known);
+    if (m_Fields.size() > kMostFields || m_Fields.size() * m_Record.m_Instances.size() > kMostTokens)
+        return false;
     for (std::uint32_t i = 0; i < m_Record.m_Instances.size(); ++i) {
         const DraftInstance& instance = m_Record.m_Instances[i];
         std::map<std::string_view, std::uint32_t> occurrences;
         std::uint32_t previous = kNone;
         for (std::uint32_t token = 0; token < instance.m_Tokens.size(); ++token) {
-            const std::string_view label = (*m_Trees[instance.m_Sample])[instance.m_Tokens[token].m_Line].m_Label;
-            const Key key{label, occurrences[label]++};
+            const std::uint32_t line = instance.m_Tokens[token].m_Line;
+            const std::string_view label = (*m_Trees[instance.m_Sample])[line].m_Label;
+            Key key{label, 0, m_Known != nullptr ? m_Known->FieldAt(instance.m_Sample, line) : kNoLayoutIndex};
+            if (key.m_Known == kNoLayoutIndex)
+                key.m_Occurrence = occurrences[label]++;
             const auto [entry, isNew] = known.try_emplace(key, static_cast<std::uint32_t>(m_Fields.size()));
             if (isNew) {
                 if (m_Fields.size() == kMostFields || (m_Fields.size() + 1) * m_Record.m_Instances.size() > kMostTokens)
@@ -62,8 +97,8 @@ bool Orderer::FindFields() {
             FieldPlaces& field = m_Fields[entry->second];
             field.m_Tokens[i] = token;
             field.m_Earliest = std::min(field.m_Earliest, token);
-            if (previous != kNone && m_Fields[previous].m_Next.insert(entry->second).second)
-                ++field.m_WaitsFor;
+            if (previous != kNone)
+                Follow(previous, entry->second);
             previous = entry->second;
         }
     }
@@ -77,7 +112,8 @@ void Orderer::Place(std::uint32_t index) {
         --m_Fields[next].m_WaitsFor;
 
     DraftField& field = m_Record.m_Fields.emplace_back();
-    field.m_Label = places.m_Key.first;
+    field.m_Label = places.m_Key.m_Label;
+    field.m_Known = places.m_Key.m_Known;
     field.m_Tokens = std::move(places.m_Tokens);
     for (const std::uint32_t token : field.m_Tokens)
         field.m_PresentCount += token != kNone ? 1u : 0u;
@@ -109,18 +145,18 @@ std::optional<SampleConflict> Orderer::DescribeConflict() const {
                     const std::uint32_t token = m_Fields[field].m_Tokens[instance];
                     return SamplePlace{holder.m_Sample, token == kNone ? 0 : holder.m_Tokens[token].m_Line};
                 };
-                return SampleConflict{"'" + std::string(m_Fields[b].m_Key.first) + "' stands behind '" +
-                                          std::string(m_Fields[a].m_Key.first) + "' here, and in front of it there",
-                                      placeOf(i, b), placeOf(other, b)};
+                return SampleConflict{"'" + std::string(m_Fields[b].m_Key.m_Label) + "' stands behind '" +
+                                          std::string(m_Fields[a].m_Key.m_Label) + "' here, and in front of it there",
+                                      placeOf(i, b), placeOf(other, b), 0};
             }
         }
     }
-    return SampleConflict{"the fields of a record stand in different orders", {}, {}};
+    return SampleConflict{"the fields of a record stand in different orders", {}, {}, 0};
 }
 
 std::optional<SampleConflict> Orderer::Run() {
     if (!FindFields())
-        return SampleConflict{"a record has more different labels than a layout can hold", {}, {}};
+        return SampleConflict{"a record has more different labels than a layout can hold", {}, {}, 0};
     m_IsPlaced.assign(m_Fields.size(), false);
     std::uint32_t last = kNone;
     const auto isPresentAlike = [this](std::uint32_t left, const std::vector<std::uint32_t>& right) {
@@ -151,8 +187,9 @@ std::optional<SampleConflict> Orderer::Run() {
 
 } // namespace
 
-std::optional<SampleConflict> OrderFields(RecordDraft& record, std::span<const SampleTree* const> trees) {
-    return Orderer(record, trees).Run();
+std::optional<SampleConflict> OrderFields(RecordDraft& record, std::span<const SampleTree* const> trees,
+                                          const KnownLayout* known) {
+    return Orderer(record, trees, known).Run();
 }
 
 std::vector<std::pair<std::uint32_t, std::uint32_t>> FindUnorderedFields(const RecordDraft& record) {
@@ -182,7 +219,9 @@ std::vector<std::pair<std::uint32_t, std::uint32_t>> FindUnorderedFields(const R
     std::vector<std::pair<std::uint32_t, std::uint32_t>> pairs;
     for (std::uint32_t first = 0; first < count; ++first) {
         for (std::uint32_t second = first + 1; second < count; ++second) {
-            if (!behind[first][second])
+            const bool isKnown =
+                record.m_Fields[first].m_Known != kNoLayoutIndex && record.m_Fields[second].m_Known != kNoLayoutIndex;
+            if (!behind[first][second] && !isKnown)
                 pairs.emplace_back(first, second);
         }
     }

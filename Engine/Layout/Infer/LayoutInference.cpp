@@ -9,6 +9,7 @@
 #include "Engine/Layout/Infer/ConditionFinder.h"
 #include "Engine/Layout/Infer/DraftBuilder.h"
 #include "Engine/Layout/Infer/DraftLayout.h"
+#include "Engine/Layout/Infer/KnownLayout.h"
 #include "Engine/Layout/Infer/MarkAdvice.h"
 #include "Engine/Layout/Infer/TwinFit.h"
 #include "Engine/String/Unicode.h"
@@ -39,8 +40,14 @@ struct SamplesOfType {
 // Makes the layout of one type, step by step.
 class TypeInference {
 public:
-    TypeInference(const SamplesOfType& samples, const LayoutBlocks& blocks, InferredType& result)
+    TypeInference(const SamplesOfType& samples, const LayoutBlocks& blocks, const LayoutToContinue* known,
+                  InferredType& result)
         : m_Samples(samples), m_Blocks(blocks), m_Result(result) {
+        if (known != nullptr) {
+            m_Known.emplace(known->m_Layout);
+            m_KnownName = known->m_Name;
+            m_HasBytes = !known->m_Layout.IsAssumed();
+        }
         for (const TextSample& text : samples.m_Texts)
             m_Trees.push_back(text.m_Tree.get());
     }
@@ -49,6 +56,11 @@ public:
 
 private:
     void Report(const SampleConflict& conflict);
+    const KnownLayout* GetKnown() const { return m_Known.has_value() ? &*m_Known : nullptr; }
+    DraftLayout Make(bool isAssumed) {
+        return MakeLayout(m_Draft, m_Result.m_TypeWord, m_Blocks, isAssumed,
+                          m_Known.has_value() ? &m_Known->GetLayout() : nullptr);
+    }
     void FitTwins();
     bool Narrow(const std::vector<std::pair<DraftField*, KindSet>>& kinds);
     void FitOthers();
@@ -58,6 +70,8 @@ private:
     const SamplesOfType& m_Samples;
     const LayoutBlocks& m_Blocks;
     InferredType& m_Result;
+    std::optional<KnownLayout> m_Known;
+    std::string m_KnownName;
     std::vector<const SampleTree*> m_Trees;
     RecordDraft m_Draft;
     std::vector<const BinarySample*> m_Others; // binary samples without a twin
@@ -73,9 +87,11 @@ void TypeInference::Report(const SampleConflict& conflict) {
     InferenceProblem& problem = m_Result.m_Problems.emplace_back();
     problem.m_Message = conflict.m_Message;
     problem.m_Place = placeOf(conflict.m_First);
+    if (conflict.m_LayoutLine > 0)
+        problem.m_Other = {m_KnownName, conflict.m_LayoutLine};
     const bool isOne =
         conflict.m_First.m_Sample == conflict.m_Second.m_Sample && conflict.m_First.m_Line == conflict.m_Second.m_Line;
-    if (!isOne)
+    if (!isOne && conflict.m_LayoutLine == 0)
         problem.m_Other = placeOf(conflict.m_Second);
 }
 
@@ -109,7 +125,7 @@ void TypeInference::FitTwins() {
         else
             m_Others.push_back(&binary);
     }
-    m_HasBytes = !twins.empty();
+    m_HasBytes = m_HasBytes || !twins.empty();
     for (int round = 1; round < kMostRounds; ++round) {
         for (const auto& [text, binary] : twins)
             Narrow(FitTwin(values[text], binary->m_Values));
@@ -151,7 +167,7 @@ void TypeInference::Apply(const DraftLayout& made, const FitAnswer& answer) {
 
 // Whether there is a way to read these files; if there is, what it shows is taken over if wanted.
 FitAnswer::Verdict TypeInference::FitSideBySide(std::span<const BinarySample* const> files, bool isTakenOver) {
-    const DraftLayout made = MakeLayout(m_Draft, m_Result.m_TypeWord, m_Blocks, true);
+    const DraftLayout made = Make(true);
     FitQuestion question{made.m_Layout, {}, {}, m_StepsLeft};
     for (LayoutIndex node = 0; node < made.m_Layout.GetSize(); ++node) {
         const DraftField* const field = made.m_Fields[node];
@@ -202,21 +218,26 @@ void TypeInference::FitOthers() {
 void TypeInference::Run() {
     m_Result.m_TextCount = static_cast<int>(m_Samples.m_Texts.size());
     m_Result.m_BinaryCount = static_cast<int>(m_Samples.m_Binaries.size());
-    if (m_Samples.m_Texts.empty()) {
+    if (m_Samples.m_Texts.empty() && !m_Known.has_value()) {
         m_Result.m_Problems.push_back({"binary samples alone tell no labels; add a text sample of this type",
                                        {m_Samples.m_Binaries.front().m_Sample->m_Name, 0},
                                        {}});
         return;
     }
-    if (const auto conflict = BuildDraft(m_Trees, m_Draft)) {
+    std::optional<SampleConflict> conflict;
+    if (m_Known.has_value())
+        conflict = m_Known->Read(m_Trees);
+    if (!conflict.has_value())
+        conflict = BuildDraft(m_Trees, GetKnown(), m_Draft);
+    if (conflict.has_value()) {
         Report(*conflict);
         return;
     }
-    FindConditions(m_Draft, m_Trees);
+    FindConditions(m_Draft, m_Trees, GetKnown());
     FindBlocks(m_Draft, m_Blocks);
     FitTwins();
     FitOthers();
-    const DraftLayout made = MakeLayout(m_Draft, m_Result.m_TypeWord, m_Blocks, !m_HasBytes);
+    const DraftLayout made = Make(!m_HasBytes);
     m_Result.m_Layout = made.m_Layout;
     m_Result.m_Marks = DescribeMarks(made);
     m_Result.m_HasLayout = true;
@@ -242,7 +263,7 @@ std::optional<std::string> TypeOfBinary(std::string_view& bytes) {
 
 } // namespace
 
-Inference InferLayouts(std::span<const Sample> samples, const LayoutBlocks& blocks) {
+Inference InferLayouts(std::span<const Sample> samples, const LayoutBlocks& blocks, const LayoutToContinue* known) {
     Inference inference;
     // In an order of their own, each content once: what is concluded must not hang on how they were given.
     std::vector<const Sample*> sorted;
@@ -282,7 +303,8 @@ Inference InferLayouts(std::span<const Sample> samples, const LayoutBlocks& bloc
         result.m_TypeWord = word;
         result.m_AnySample = ofType.m_Texts.empty() ? ofType.m_Binaries.front().m_Sample->m_Name
                                                     : ofType.m_Texts.front().m_Sample->m_Name;
-        TypeInference(ofType, blocks, result).Run();
+        const bool isKnown = known != nullptr && known->m_Layout.GetName() == word;
+        TypeInference(ofType, blocks, isKnown ? known : nullptr, result).Run();
     }
     return inference;
 }

@@ -47,8 +47,17 @@ struct Inference {
     std::vector<InferenceProblem> m_Problems; // of samples whose type cannot be told
 };
 
+// A layout to begin with: what it says without a doubt stays, and a sample that contradicts it is a problem of the
+// type.
+struct LayoutToContinue {
+    const Layout& m_Layout;
+    std::string m_Name; // of its file, for messages
+};
+
 // Makes a layout of each type that samples show. Runs of fields that are one of `blocks` use it. Neither the order of
-// the samples nor their names matter, but that messages name one of several files that would do.
-Inference InferLayouts(std::span<const Sample> samples, const LayoutBlocks& blocks);
+// the samples nor their names matter, but that messages name one of several files that would do. `known`, if there is
+// one, is continued with the samples of its type.
+Inference InferLayouts(std::span<const Sample> samples, const LayoutBlocks& blocks,
+                       const LayoutToContinue* known = nullptr);
 
 } // namespace Corvid

@@ -13,8 +13,8 @@ constexpr std::size_t kMostLabels = 4; // of one element
 
 class Folder {
 public:
-    Folder(std::span<DraftInstance> instances, std::span<const SampleTree* const> trees)
-        : m_Instances(instances), m_Trees(trees) {}
+    Folder(std::span<DraftInstance> instances, std::span<const SampleTree* const> trees, const KnownLayout* known)
+        : m_Instances(instances), m_Trees(trees), m_Known(known) {}
 
     std::vector<std::string> Run();
 
@@ -36,6 +36,12 @@ private:
         return (*m_Trees[instance.m_Sample])[instance.m_Tokens[token].m_Line];
     }
 
+    // Empty, which is like nothing: a line of which it is known what it is.
+    std::string_view LabelOf(const DraftInstance& instance, std::size_t token) const {
+        return IsKnown(instance, token) ? std::string_view() : LineOf(instance, token).m_Label;
+    }
+    bool IsKnown(const DraftInstance& instance, std::size_t token) const;
+
     std::map<std::string_view, Candidate> FindCandidates() const;
     bool StandsThere(const Place& place, const Labels& labels) const;
     Labels LabelsBehind(const Place& place, std::size_t count) const;
@@ -46,7 +52,16 @@ private:
 
     std::span<DraftInstance> m_Instances;
     std::span<const SampleTree* const> m_Trees;
+    const KnownLayout* m_Known;
 };
+
+// A count without elements waits for what it counts.
+bool Folder::IsKnown(const DraftInstance& instance, std::size_t token) const {
+    if (m_Known == nullptr)
+        return false;
+    const LayoutIndex field = m_Known->FieldAt(instance.m_Sample, instance.m_Tokens[token].m_Line);
+    return field != kNoLayoutIndex && m_Known->GetLayout()[field].m_Kind != LayoutKind::Count;
+}
 
 std::map<std::string_view, Folder::Candidate> Folder::FindCandidates() const {
     std::map<std::string_view, Candidate> candidates;
@@ -57,7 +72,7 @@ std::map<std::string_view, Folder::Candidate> Folder::FindCandidates() const {
             Candidate& candidate = candidates[line.m_Label];
             if (!candidate.m_IsCount)
                 continue;
-            const bool isFolded = instance.m_Tokens[token].m_ElementSize != 0;
+            const bool isFolded = instance.m_Tokens[token].m_IsCount || IsKnown(instance, token);
             const std::optional<std::int32_t> number = isFolded ? std::nullopt : ReadIntText(line.m_Value);
             candidate.m_IsCount = number.has_value() && *number >= 0;
             if (!candidate.m_IsCount)
@@ -75,7 +90,7 @@ Folder::Labels Folder::LabelsBehind(const Place& place, std::size_t count) const
     const DraftInstance& instance = m_Instances[place.m_Instance];
     Labels labels;
     for (std::size_t i = 0; i < count && place.m_Token + 1 + i < instance.m_Tokens.size(); ++i)
-        labels.push_back(LineOf(instance, place.m_Token + 1 + i).m_Label);
+        labels.push_back(LabelOf(instance, place.m_Token + 1 + i));
     return labels;
 }
 
@@ -87,7 +102,8 @@ bool Folder::StandsThere(const Place& place, const Labels& labels) const {
     if (count > left / labels.size())
         return false;
     for (std::size_t i = 0; i < count * labels.size(); ++i) {
-        if (LineOf(instance, place.m_Token + 1 + i).m_Label != labels[i % labels.size()])
+        const std::string_view label = LabelOf(instance, place.m_Token + 1 + i);
+        if (label.empty() || label != labels[i % labels.size()])
             return false;
     }
     return true;
@@ -118,7 +134,7 @@ std::optional<Folder::Labels> Folder::FindLoneElement(const Candidate& candidate
             bool fits;
             if (place.m_Count == 1) {
                 const std::size_t token = place.m_Token + 1 + i;
-                fits = token < instance.m_Tokens.size() && LineOf(instance, token).m_Label == label;
+                fits = token < instance.m_Tokens.size() && !label.empty() && LabelOf(instance, token) == label;
             } else {
                 // Up to the next place of the count, as it may stand in elements itself.
                 fits = true;
@@ -140,10 +156,14 @@ void Folder::Fold(const Candidate& candidate, std::size_t elementSize) {
         const Place& place = candidate.m_Places[i];
         std::vector<SampleToken>& tokens = m_Instances[place.m_Instance].m_Tokens;
         SampleToken& count = tokens[place.m_Token];
-        count.m_ElementSize = static_cast<std::uint32_t>(elementSize);
+        count.m_IsCount = true;
         const auto first = tokens.begin() + place.m_Token + 1;
-        const auto last = first + static_cast<std::ptrdiff_t>(elementSize) * place.m_Count;
-        count.m_Elements.assign(std::make_move_iterator(first), std::make_move_iterator(last));
+        auto last = first;
+        for (std::int32_t element = 0; element < place.m_Count; ++element) {
+            const auto begin = last;
+            last += static_cast<std::ptrdiff_t>(elementSize);
+            count.m_Elements.emplace_back(std::make_move_iterator(begin), std::make_move_iterator(last));
+        }
         tokens.erase(first, last);
     }
 }
@@ -188,8 +208,28 @@ std::vector<std::string> Folder::Run() {
 
 } // namespace
 
-std::vector<std::string> FoldLists(std::span<DraftInstance> instances, std::span<const SampleTree* const> trees) {
-    return Folder(instances, trees).Run();
+std::vector<std::string> FoldLists(std::span<DraftInstance> instances, std::span<const SampleTree* const> trees,
+                                   const KnownLayout* known) {
+    return Folder(instances, trees, known).Run();
+}
+
+void FoldKnownLists(std::span<DraftInstance> instances, const KnownLayout& known) {
+    for (DraftInstance& instance : instances) {
+        std::vector<SampleToken> folded;
+        for (std::size_t token = 0; token < instance.m_Tokens.size();) {
+            SampleToken& count = folded.emplace_back(std::move(instance.m_Tokens[token++]));
+            const std::vector<std::uint32_t>* const ends = known.ElementsAt(instance.m_Sample, count.m_Line);
+            if (ends == nullptr)
+                continue;
+            count.m_IsCount = true;
+            for (const std::uint32_t end : *ends) {
+                std::vector<SampleToken>& element = count.m_Elements.emplace_back();
+                while (token < instance.m_Tokens.size() && instance.m_Tokens[token].m_Line < end)
+                    element.push_back(std::move(instance.m_Tokens[token++]));
+            }
+        }
+        instance.m_Tokens = std::move(folded);
+    }
 }
 
 } // namespace Corvid

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "Engine/Layout/Infer/KnownLayout.h"
 #include "Engine/Layout/Infer/RecordDraft.h"
 
 namespace Corvid {
@@ -11,6 +12,11 @@ namespace Corvid {
 // Finds the counts among the lines of a record: an integer n in front of n equal groups of one to four labels, wherever
 // the record stands. Their elements' tokens move into the count's token. Inner lists are folded before the lists whose
 // elements hold them. Of the labels that are counts, those are returned of which no sample has two elements.
-std::vector<std::string> FoldLists(std::span<DraftInstance> instances, std::span<const SampleTree* const> trees);
+// What `known`, if there is one, knows better is left alone.
+std::vector<std::string> FoldLists(std::span<DraftInstance> instances, std::span<const SampleTree* const> trees,
+                                   const KnownLayout* known);
+
+// Folds the counts of the layout that was given, where their elements stand.
+void FoldKnownLists(std::span<DraftInstance> instances, const KnownLayout& known);
 
 } // namespace Corvid

@@ -19,7 +19,7 @@ std::string PathOf(const Layout& layout, LayoutIndex node) {
 }
 
 std::string Plural(std::size_t count) {
-    return std::to_string(count) + (count == 1 ? " sample" : " samples");
+    return count == 0 ? "no sample" : std::to_string(count) + (count == 1 ? " sample" : " samples");
 }
 
 std::string Numbers(const std::vector<std::int32_t>& numbers) {

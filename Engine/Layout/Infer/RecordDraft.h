@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,9 +16,9 @@ inline constexpr std::uint32_t kNone = 0xFFFFFFFF;
 
 // One line of a record in one sample; of a count the lines of its elements, too.
 struct SampleToken {
-    std::uint32_t m_Line = 0;        // in the sample's tree
-    std::uint32_t m_ElementSize = 0; // tokens of one element of a count
-    std::vector<SampleToken> m_Elements;
+    std::uint32_t m_Line = 0; // in the sample's tree
+    bool m_IsCount = false;
+    std::vector<std::vector<SampleToken>> m_Elements; // of a count
 };
 
 // One record, or one element of a count, as it stands in one sample.
@@ -43,6 +44,7 @@ struct DraftCondition {
 // A condition with its doubt. Without a record: nobody knows when.
 struct DraftWhen {
     DraftCondition m_Condition;
+    bool m_IsKnown = false;     // the layout that was given says so, and no sample says no
     bool m_IsUncertain = false; // whatever samples stand on its sides: nothing shows the order, or two explain it
     std::uint32_t m_Samples[2] = {0, 0}; // without the field, and with it; up to a few
     std::vector<DraftCondition> m_Alternatives;
@@ -50,7 +52,9 @@ struct DraftWhen {
 
     bool IsUnknown() const { return m_Condition.m_Record == nullptr; }
     bool IsThin() const { return m_Samples[0] < 2 || m_Samples[1] < 2; }
-    bool IsDoubtful() const { return IsUnknown() || m_IsUncertain || IsThin() || !m_Alternatives.empty(); }
+    bool IsDoubtful() const {
+        return !m_IsKnown && (IsUnknown() || m_IsUncertain || IsThin() || !m_Alternatives.empty());
+    }
     friend bool operator==(const DraftWhen&, const DraftWhen&) = default;
 };
 
@@ -62,7 +66,9 @@ struct DraftField {
     std::vector<std::uint32_t> m_Tokens; // by instance of the record: which of its tokens this is; kNone: absent
     std::uint32_t m_PresentCount = 0;
 
+    LayoutIndex m_Known = kNoLayoutIndex; // in the layout that was given
     KindSet m_Kinds;                      // that all values allow
+    std::optional<LayoutKind> m_Usual;    // the one to take while several are possible; none: the one that is usual
     std::vector<std::u16string> m_Words;  // all values, sorted, where they are few words of an enumeration
     std::vector<std::int32_t> m_Numbers;  // all values, sorted, where they are few
     bool m_IsWord = false;                // a condition needs to know its words
@@ -85,6 +91,8 @@ public:
     std::vector<DraftField> m_Fields;
     RecordDraft* m_Outer = nullptr;
     std::uint32_t m_OuterField = 0; // of the record around it
+    LayoutIndex m_KnownFirst = 0;   // what the layout that was given has nested in it
+    LayoutIndex m_KnownEnd = 0;
 };
 
 } // namespace Corvid

@@ -12,11 +12,12 @@ struct SamplePlace {
     std::uint32_t m_Line = 0;
 };
 
-// Two samples that no one layout describes.
+// Two samples that no one layout describes, or one that the layout that was given does not.
 struct SampleConflict {
     std::string m_Message;
     SamplePlace m_First;
     SamplePlace m_Second;
+    int m_LayoutLine = 0; // of the layout that was given, from 1; 0: it is a matter of the samples alone
 };
 
 } // namespace Corvid
