@@ -7,8 +7,7 @@
 // - FormatFloat() equals snprintf("%f"), which must be exact as glibc's is, for every stride-th float of
 //   [2^-21, 2^24) and for that many random bit patterns;
 // - FormatFloatExact() chooses six decimals exactly where these bring the float back, else what std::to_chars finds,
-// for
-//   every stride-th float there is; ScanFloat() brings each of these texts back.
+//   for every stride-th float there is; ScanFloat() brings each of these texts back.
 // The inline ways and the general ways behind them are checked alike. Exit status 1 and some examples on a difference.
 
 #include <bit>
