@@ -24,6 +24,11 @@ std::size_t WordsNaming(const CommandRow& row, const std::vector<std::string>& a
     return arguments.size() > 1 && arguments[1] == row.m_Name.substr(blank + 1) ? 2 : 0;
 }
 
+int PrintVersion(Console& console) {
+    console.Print("corvid " CORVID_VERSION "\n");
+    return kExitDone;
+}
+
 int RunRow(const CommandRow& row, std::vector<std::string> arguments, Console& console) {
     const std::unique_ptr<Command> command = row.m_Make();
     CommandDeclaration declaration;
@@ -33,6 +38,8 @@ int RunRow(const CommandRow& row, std::vector<std::string> arguments, Console& c
         console.Print(HelpOf(row.m_Name, declaration));
         return kExitDone;
     }
+    if (parsed.m_IsVersionWanted)
+        return PrintVersion(console);
     if (!parsed.m_Error.empty())
         return console.PrintUsageError(row.m_Name, parsed.m_Error);
     return command->Run(console);
@@ -55,23 +62,41 @@ int PrintGenerated(const std::string& what, Console& console) {
     return console.PrintUsageError("", "--generate: '" + what + "' is none of man|bash|zsh|fish");
 }
 
+// A word that begins the names of several commands.
+int PrintGroup(const std::string& group, const std::vector<std::string>& arguments, Console& console) {
+    std::string commands;
+    std::vector<CommandRow> rows;
+    for (const CommandRow& row : GetCommands()) {
+        if (!row.m_Name.starts_with(group + " "))
+            continue;
+        rows.push_back(row);
+        commands.append(commands.empty() ? "" : "|").append(row.m_Name.substr(group.size() + 1));
+    }
+    if (arguments.size() > 1 && (arguments[1] == "-h" || arguments[1] == "--help")) {
+        console.Print(HelpOf(rows));
+        return kExitDone;
+    }
+    if (arguments.size() > 1 && (arguments[1] == "-V" || arguments[1] == "--version"))
+        return PrintVersion(console);
+    return console.PrintUsageError(group, arguments.size() > 1 ? "'" + arguments[1] + "' is none of " + commands
+                                                               : "which of " + commands + "?");
+}
+
 int RunWithoutCommand(const std::vector<std::string>& arguments, Console& console) {
     const std::string& first = arguments[0];
     if (first == "-h" || first == "--help") {
         console.Print(HelpOf(GetCommands()));
         return kExitDone;
     }
-    if (first == "-V" || first == "--version") {
-        console.Print("corvid " CORVID_VERSION "\n");
-        return kExitDone;
-    }
+    if (first == "-V" || first == "--version")
+        return PrintVersion(console);
     if (first == "--generate" && arguments.size() == 2)
         return PrintGenerated(arguments[1], console);
     if (first.starts_with("-"))
         return console.PrintUsageError("", "there is no option '" + first + "'");
     for (const CommandRow& row : GetCommands()) {
         if (row.m_Name.starts_with(first + " "))
-            return console.PrintUsageError(first, "which of its commands is missing");
+            return PrintGroup(first, arguments, console);
     }
     return console.PrintUsageError("", "there is no command '" + first + "'");
 }

@@ -33,14 +33,14 @@ Corvid::TerminalFacts FactsOfEnvironment() {
 }
 
 int Run(int argumentCount, const NativeUnit* const* nativeArguments) {
+    Corvid::StandardOutput output(Corvid::StandardStream::Output);
+    Corvid::StandardOutput errors(Corvid::StandardStream::Error);
     Corvid::PrepareStandardStreams();
     Corvid::CatchInterrupts();
     std::vector<std::string> arguments;
     for (int i = 1; i < argumentCount; ++i)
         arguments.push_back(ArgumentBytes(nativeArguments[i]));
     Corvid::TextureSystem::SetWorkingDirectory(u""); // no folder table here: textures are never looked up
-    Corvid::StandardOutput output(Corvid::StandardStream::Output);
-    Corvid::StandardOutput errors(Corvid::StandardStream::Error);
     int status;
     {
         Corvid::Console console(output, errors, FactsOfEnvironment());

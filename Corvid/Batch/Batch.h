@@ -8,6 +8,7 @@
 #include <map>
 #include <mutex>
 #include <span>
+#include <system_error>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -38,8 +39,13 @@ public:
         if (jobs <= 1 || m_Order.size() <= 1)
             return RunAlone();
         std::vector<std::jthread> threads;
-        for (std::size_t i = 0; i < std::min<std::size_t>(static_cast<std::size_t>(jobs), m_Order.size()); ++i)
-            threads.emplace_back([this] { WorkThrough(); });
+        try {
+            for (std::size_t i = 0; i < std::min<std::size_t>(static_cast<std::size_t>(jobs), m_Order.size()); ++i)
+                threads.emplace_back([this] { WorkThrough(); });
+        } catch (const std::system_error&) { // the system gives no more of them
+            if (threads.empty())
+                return RunAlone();
+        }
         return HandOn(threads.size());
     }
 

@@ -17,9 +17,12 @@ std::string NameOf(const OptionDeclaration& option) {
 // The library takes an argument in brackets for a list of several. Behind this mark it is a file's name like any other.
 constexpr char kMark = '\x1F';
 
-void MarkBrackets(std::string& argument) {
+// And a value that is empty for one that is missing: it would take the next argument.
+void Mark(std::string& argument) {
     if (argument.starts_with('[') && argument.ends_with(']'))
         argument.insert(argument.begin(), kMark);
+    else if (argument.starts_with("--") && argument.find('=') == argument.size() - 1)
+        argument.push_back(kMark);
 }
 
 std::string WithoutMark(const std::string& argument) {
@@ -33,7 +36,7 @@ void AddOption(CLI::App& app, const OptionDeclaration& option, std::string& erro
             error = NameOf(option) + ": " + wrong;
     };
     if (option.IsFlag()) {
-        app.add_flag_callback(option.m_Names, [take] { take({}); });
+        app.add_flag_callback(option.m_Names, [take] { take({}); })->disable_flag_override();
         return;
     }
     const auto takeAll = [take](const CLI::results_t& values) {
@@ -59,6 +62,15 @@ std::string CountError(const OperandDeclaration& operands) {
 
 // In the program's own words: what the library says of a command line names its own terms.
 std::string TextOf(const CLI::ParseError& error, const CLI::App& app) {
+    if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr) {
+        const std::string text = error.what();
+        std::string name = text.substr(0, text.find_first_of(": "));
+        if (!name.starts_with('-'))
+            name.insert(0, name.size() == 1 ? "-" : "--");
+        return text.find("flag override") != text.npos ? name + " takes no value"
+               : text.find("At Most") != text.npos     ? name + " is given more than once"
+                                                       : name + " needs a value";
+    }
     if (dynamic_cast<const CLI::ExtrasError*>(&error) == nullptr)
         return error.what();
     const std::vector<std::string> extras = app.remaining();
@@ -75,6 +87,7 @@ ParseResult ParseArguments(const CommandDeclaration& declaration, std::vector<st
     CLI::App app;
     app.allow_windows_style_options(false);
     app.set_help_flag("-h,--help");
+    app.set_version_flag("-V,--version", std::string());
     for (const OptionDeclaration& option : declaration.GetOptions())
         AddOption(app, option, result.m_Error);
     const OperandDeclaration& operands = declaration.GetOperands();
@@ -90,11 +103,14 @@ ParseResult ParseArguments(const CommandDeclaration& declaration, std::vector<st
             ->allow_extra_args();
     }
     try {
-        std::for_each(arguments.begin(), arguments.end(), MarkBrackets);
+        std::for_each(arguments.begin(), arguments.end(), Mark);
         std::reverse(arguments.begin(), arguments.end());
         app.parse(std::move(arguments));
     } catch (const CLI::CallForHelp&) {
         result.m_IsHelpWanted = true;
+        return result;
+    } catch (const CLI::CallForVersion&) {
+        result.m_IsVersionWanted = true;
         return result;
     } catch (const CLI::ParseError& error) {
         if (result.m_Error.empty())

@@ -10,6 +10,7 @@ namespace Corvid {
 
 struct ParseResult {
     bool m_IsHelpWanted = false;
+    bool m_IsVersionWanted = false;
     std::string m_Error; // empty: all values have been taken
 };
 

@@ -20,13 +20,14 @@ struct DeclaredCommand {
 
 // With the options that every command has.
 std::vector<DeclaredCommand> Declare(std::span<const CommandRow> commands) {
-    static bool isHelp = false; // a place for a value that nobody asks for
+    static bool isWanted = false; // a place for a value that nobody asks for
     std::vector<DeclaredCommand> declared;
     for (const CommandRow& row : commands) {
         DeclaredCommand& command = declared.emplace_back();
         command.m_Name = row.m_Name;
         row.m_Make()->Declare(command.m_Declaration);
-        command.m_Declaration.Flag("-h,--help", isHelp, "show help and end");
+        command.m_Declaration.Flag("-h,--help", isWanted, "show help and end");
+        command.m_Declaration.Flag("-V,--version", isWanted, "show the version and end");
     }
     return declared;
 }
@@ -36,6 +37,26 @@ std::vector<std::string> FirstWords(const std::vector<DeclaredCommand>& commands
     for (const DeclaredCommand& command : commands) {
         if (std::find(words.begin(), words.end(), command.GetFirstWord()) == words.end())
             words.push_back(command.GetFirstWord());
+    }
+    return words;
+}
+
+// First words that name a command only with a second one.
+std::vector<std::string> GroupWords(const std::vector<DeclaredCommand>& commands) {
+    std::vector<std::string> words;
+    for (const DeclaredCommand& command : commands) {
+        if (!command.GetSecondWord().empty() &&
+            std::find(words.begin(), words.end(), command.GetFirstWord()) == words.end())
+            words.push_back(command.GetFirstWord());
+    }
+    return words;
+}
+
+std::vector<std::string> SecondWords(const std::vector<DeclaredCommand>& commands, const std::string& group) {
+    std::vector<std::string> words;
+    for (const DeclaredCommand& command : commands) {
+        if (command.GetFirstWord() == group)
+            words.push_back(command.GetSecondWord());
     }
     return words;
 }
@@ -94,17 +115,10 @@ std::string BashCompletionsOf(std::span<const CommandRow> commands) {
         "    if ((COMP_CWORD == 1)); then\n"
         "        COMPREPLY=($(compgen -W '" +
         Joined(FirstWords(declared)) + " --help --version' -- \"$cur\"))\n        return\n    fi\n";
-    for (const std::string& word : FirstWords(declared)) {
-        std::vector<std::string> seconds;
-        for (const DeclaredCommand& command : declared) {
-            if (command.GetFirstWord() == word && !command.GetSecondWord().empty())
-                seconds.push_back(command.GetSecondWord());
-        }
-        if (seconds.empty())
-            continue;
+    for (const std::string& word : GroupWords(declared)) {
         out += "    if [[ $command == " + word + " ]]; then\n        command=\"" + word + " ${COMP_WORDS[2]}\"\n" +
-               "        if ((COMP_CWORD == 2)); then\n            COMPREPLY=($(compgen -W '" + Joined(seconds) +
-               "' -- \"$cur\"))\n            return\n        fi\n    fi\n";
+               "        if ((COMP_CWORD == 2)); then\n            COMPREPLY=($(compgen -W '" +
+               Joined(SecondWords(declared, word)) + "' -- \"$cur\"))\n            return\n        fi\n    fi\n";
     }
     out += "    case $command in\n";
     for (const DeclaredCommand& command : declared)
@@ -122,13 +136,10 @@ std::string ZshCompletionsOf(std::span<const CommandRow> commands) {
                       Joined(FirstWords(declared)) +
                       " --help --version\n        return\n    fi\n"
                       "    local command=$words[2]\n";
-    for (const DeclaredCommand& command : declared) {
-        if (command.GetSecondWord().empty())
-            continue;
-        out += "    if [[ $command == " + command.GetFirstWord() +
-               " ]] && ((CURRENT == 3)); then\n        compadd -- " + command.GetSecondWord() +
-               "\n    fi\n    [[ $words[2] $words[3] == '" + command.m_Name + "' ]] && command='" + command.m_Name +
-               "'\n";
+    for (const std::string& word : GroupWords(declared)) {
+        out += "    if [[ $command == " + word + " ]]; then\n        command=\"" + word + " $words[3]\"\n" +
+               "        if ((CURRENT == 3)); then\n            compadd -- " + Joined(SecondWords(declared, word)) +
+               "\n            return\n        fi\n    fi\n";
     }
     out += "    case $command in\n";
     for (const DeclaredCommand& command : declared) {
@@ -140,7 +151,10 @@ std::string ZshCompletionsOf(std::span<const CommandRow> commands) {
                     help.insert(i, "\\");
             }
             for (const std::string& name : NamesOf(option)) {
-                out += "            '" + name + "[" + help + "]";
+                out += "            '" + name;
+                if (!option.IsFlag())
+                    out += name.starts_with("--") ? "=" : "+"; // the value in the same word, or in the next one
+                out += "[" + help + "]";
                 if (!option.IsFlag())
                     out += option.m_Choices.empty() ? ":value:_files" : ":value:(" + Joined(option.m_Choices) + ")";
                 out += "' \\\n";
@@ -154,7 +168,10 @@ std::string ZshCompletionsOf(std::span<const CommandRow> commands) {
 std::string FishCompletionsOf(std::span<const CommandRow> commands) {
     const std::vector<DeclaredCommand> declared = Declare(commands);
     const std::string first = Joined(FirstWords(declared));
+    const std::vector<std::string> groups = GroupWords(declared);
     std::string out = "# fish completion for corvid\n";
+    for (const std::string& word : groups)
+        out += "complete -c corvid -n 'not __fish_seen_subcommand_from " + first + "' -f -a " + word + "\n";
     for (const DeclaredCommand& command : declared) {
         const std::string begin = "complete -c corvid ";
         std::string condition = "-n '__fish_seen_subcommand_from " + command.GetFirstWord();
@@ -162,8 +179,11 @@ std::string FishCompletionsOf(std::span<const CommandRow> commands) {
         if (command.GetSecondWord().empty()) {
             out += begin + "-n 'not __fish_seen_subcommand_from " + first + "' -f -a " + command.m_Name + " -d '" +
                    help + "'\n";
+            condition += "; and not __fish_seen_subcommand_from " + Joined(groups);
         } else {
-            out += begin + condition + "' -f -a " + command.GetSecondWord() + " -d '" + help + "'\n";
+            out += begin + condition + "; and not __fish_seen_subcommand_from " +
+                   Joined(SecondWords(declared, command.GetFirstWord())) + "' -f -a " + command.GetSecondWord() +
+                   " -d '" + help + "'\n";
             condition += "; and __fish_seen_subcommand_from " + command.GetSecondWord();
         }
         condition += "'";

@@ -63,6 +63,7 @@ std::string HelpOf(std::string_view name, const CommandDeclaration& declaration)
     for (const OptionDeclaration& option : declaration.GetOptions())
         AppendRow(out, LeftOf(option), option.m_Help);
     AppendRow(out, "-h, --help", "show this and end");
+    AppendRow(out, "-V, --version", "show the version and end");
     if (!declaration.GetExamples().empty())
         out += "\nExamples:\n";
     for (const ExampleDeclaration& example : declaration.GetExamples()) {

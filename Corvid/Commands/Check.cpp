@@ -28,7 +28,7 @@ FileOutcome CheckFile(const ListedFile& file, const CheckOptions& options, const
         if (index != nullptr)
             CheckReferences(*loaded->m_Object, *index, outcome.m_Log);
         if (options.m_IsLossWanted)
-            NoteLoss(bytes, EnginePath(file.m_Path), *loaded, outcome.m_Log);
+            NoteLoss(bytes, EnginePath(file.m_Path), *loaded, load, outcome.m_Log);
     }
     if (options.m_IsStrict)
         outcome.m_Log.PromoteWarnings();

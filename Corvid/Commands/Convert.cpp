@@ -30,6 +30,7 @@ private:
     Tally DeliverWhole(const LoadedFile& loaded, FileOutcome& outcome) const;
     ResultFile OpenResult() const;
     Tally Finish(ResultFile& result, FileOutcome& outcome) const;
+    std::string PlanLine() const;
     static Tally FailForMemory(FileOutcome& outcome);
     std::string FindVerifyError(const LoadedFile& loaded, const std::string& bytes) const;
     bool IsDestinationNewer() const;
@@ -76,8 +77,7 @@ Tally Conversion::DeliverWhole(const LoadedFile& loaded, FileOutcome& outcome) c
         }
     }
     if (m_Plan.m_IsStandardOutput) {
-        if (!m_Options.m_IsCheck && !m_Options.m_IsDryRun)
-            outcome.m_Data = std::move(*bytes);
+        outcome.m_Data = m_Options.m_IsDryRun ? PlanLine() : std::move(*bytes);
         return Tally::Converted;
     }
     ResultFile result = OpenResult();
@@ -101,13 +101,18 @@ Tally Conversion::Finish(ResultFile& result, FileOutcome& outcome) const {
         return Tally::Failed;
     }
     if (m_Options.m_IsCheck) {
-        outcome.m_Data = PrintedPath(m_File.m_Path) + "\n";
+        outcome.m_Data = PrintedPath(m_Destination) + "\n";
         outcome.m_Status = kExitFindings;
     } else if (m_Options.m_IsDryRun) {
-        outcome.m_Data = "convert " + PrintedPath(m_File.m_Path);
-        outcome.m_Data += m_Destination == m_File.m_Path ? "\n" : " -> " + PrintedPath(m_Destination) + "\n";
+        outcome.m_Data = PlanLine();
     }
     return Tally::Converted;
+}
+
+// What would be done.
+std::string Conversion::PlanLine() const {
+    const std::string line = "convert " + PrintedPath(m_File.m_Path);
+    return line + (m_Destination == m_File.m_Path ? "\n" : " -> " + PrintedPath(m_Destination) + "\n");
 }
 
 Tally Conversion::FailForMemory(FileOutcome& outcome) {
@@ -147,6 +152,8 @@ bool Conversion::IsDestinationNewer() const {
 std::string FindConflict(const ConvertOptions& options) {
     if (options.m_Output && options.m_IsInPlace)
         return "-o and -i exclude each other";
+    if (options.m_IsCheck && options.m_Output == kStandardInputPath)
+        return "--check compares with what a destination holds, and standard output holds nothing";
     if (!options.m_Output && !options.m_IsInPlace && !options.m_IsCheck)
         return "where the results go is missing: -o OUT, -i (in place) or --check";
     return {};

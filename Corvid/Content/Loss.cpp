@@ -25,7 +25,8 @@ void AddNotes(const std::vector<FieldDifference>& differences, std::string_view 
 
 } // namespace
 
-void NoteLoss(const std::string& bytes, std::u16string_view path, const LoadedFile& file, DiagnosticLog& log) {
+void NoteLoss(const std::string& bytes, std::u16string_view path, const LoadedFile& file, LoadOptions options,
+              DiagnosticLog& log) {
     const ValueTree loaded = ValuesOf(*file.m_Object);
     if (const std::optional<ValueTree> raw = ReadRawValues(bytes, file)) {
         const auto colors = file.m_Encoding == ArchiveFormat::Text ? ColorPrecision::EightBits : ColorPrecision::Floats;
@@ -36,8 +37,8 @@ void NoteLoss(const std::string& bytes, std::u16string_view path, const LoadedFi
     std::optional<std::string> text = SaveToBytes(*file.m_Object, ArchiveFormat::Text, FloatPrecision::Exact);
     if (!text)
         return;
-    LoadOptions options;
     options.m_Kind = file.m_Kind;
+    options.m_IsUnprovenAllowed = true; // what the file touches, so does its text
     const LoadedFile again = LoadFromBytes(std::move(*text), path, options);
     if (again.m_Object != nullptr)
         AddNotes(CompareValues(loaded, ValuesOf(*again.m_Object), ColorPrecision::Floats), "come back from text", log);

@@ -64,4 +64,16 @@ Severity SeverityOf(DiagnosticCode code) {
     return kCodes[static_cast<std::size_t>(code)].m_Severity;
 }
 
+std::string FieldOfAnyElement(const std::string& field) {
+    std::string any;
+    bool isInIndex = false;
+    for (const char unit : field) {
+        isInIndex = isInIndex && unit != ']';
+        if (!isInIndex)
+            any.push_back(unit);
+        isInIndex = isInIndex || unit == '[';
+    }
+    return any;
+}
+
 } // namespace Corvid

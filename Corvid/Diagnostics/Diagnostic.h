@@ -75,4 +75,7 @@ struct Diagnostic {
     bool m_StaysWarning = false; // where warnings are errors, too
 };
 
+// The path of the field without its indices, in brackets that stay: "MeshData.Triangle[].iMaterial".
+std::string FieldOfAnyElement(const std::string& field);
+
 } // namespace Corvid

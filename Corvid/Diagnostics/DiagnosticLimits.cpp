@@ -9,61 +9,79 @@ namespace {
 
 constexpr std::uint64_t kMostOfAKind = 5;
 
-// The path of the field without its indices, in brackets that stay: "MeshData.Triangle[].iMaterial".
-std::string FieldOfAnyElement(const std::string& field) {
-    std::string any;
-    bool isInIndex = false;
-    for (const char unit : field) {
-        isInIndex = isInIndex && unit != ']';
-        if (!isInIndex)
-            any.push_back(unit);
-        isInIndex = isInIndex || unit == '[';
-    }
-    return any;
-}
+// Takes diagnostics in turn and decides what is shown.
+class Selection {
+public:
+    explicit Selection(const DiagnosticLimits& limits) : m_Limits(limits) {}
 
-struct Group {
-    std::uint64_t m_Count = 0;
-    std::size_t m_MoreLine = 0; // where the line stands that tells how many more
+    void Add(const Diagnostic& diagnostic) {
+        if (m_Limits.m_MostLines == 0 || !IsOneTooMany(diagnostic, 1))
+            m_Shown.push_back({diagnostic});
+    }
+
+    // So many more of which only one is at hand.
+    void AddLeftOut(const Diagnostic& diagnostic, std::uint64_t count) {
+        if (m_Limits.m_MostLines == 0 || !IsOneTooMany(diagnostic, count))
+            m_LeftOut += count;
+    }
+
+    std::vector<ShownDiagnostic> Finish() {
+        if (m_Limits.m_MostLines != 0 && m_Shown.size() > m_Limits.m_MostLines) {
+            for (std::size_t i = m_Limits.m_MostLines; i < m_Shown.size(); ++i)
+                m_LeftOut += m_Shown[i].m_More == 0 ? 1 : m_Shown[i].m_More;
+            m_Shown.resize(m_Limits.m_MostLines);
+        }
+        if (m_LeftOut > 0)
+            m_Shown.push_back({{}, m_LeftOut, true});
+        return std::move(m_Shown);
+    }
+
+private:
+    struct Group {
+        std::uint64_t m_Count = 0;
+        std::size_t m_MoreLine = 0; // where the line stands that tells how many more
+    };
+
+    bool IsOneTooMany(const Diagnostic& diagnostic, std::uint64_t count) {
+        std::string field = FieldOfAnyElement(diagnostic.m_Field);
+        if (field.find('[') == std::string::npos)
+            return false;
+        Group& group = m_Groups[{diagnostic.m_Code, field}];
+        if (group.m_Count < kMostOfAKind) {
+            group.m_Count += count;
+            return false;
+        }
+        if (group.m_Count++ == kMostOfAKind) {
+            group.m_MoreLine = m_Shown.size();
+            Diagnostic more;
+            more.m_Code = diagnostic.m_Code;
+            more.m_Severity = diagnostic.m_Severity;
+            more.m_Field = std::move(field);
+            m_Shown.push_back({std::move(more)});
+        }
+        m_Shown[group.m_MoreLine].m_More += count;
+        return true;
+    }
+
+    const DiagnosticLimits& m_Limits;
+    std::map<std::pair<DiagnosticCode, std::string>, Group> m_Groups;
+    std::vector<ShownDiagnostic> m_Shown;
+    std::uint64_t m_LeftOut = 0;
 };
 
 } // namespace
 
 std::vector<ShownDiagnostic> SelectShown(const DiagnosticLog& log, const DiagnosticLimits& limits) {
-    std::map<std::pair<DiagnosticCode, std::string>, Group> groups;
-    std::vector<ShownDiagnostic> shown;
-    std::uint64_t leftOut = 0;
+    Selection selection(limits);
     for (const Diagnostic& diagnostic : log.GetAll()) {
-        if (diagnostic.m_Severity < limits.m_Least)
-            continue;
-        if (limits.m_MostLines == 0) {
-            shown.push_back({diagnostic});
-            continue;
-        }
-        std::string field = FieldOfAnyElement(diagnostic.m_Field);
-        const bool isOfElement = field.find('[') != std::string::npos;
-        Group& group = groups[{diagnostic.m_Code, field}];
-        if (isOfElement && ++group.m_Count > kMostOfAKind) {
-            if (group.m_Count == kMostOfAKind + 1) {
-                group.m_MoreLine = shown.size();
-                Diagnostic more;
-                more.m_Code = diagnostic.m_Code;
-                more.m_Severity = diagnostic.m_Severity;
-                more.m_Field = std::move(field);
-                shown.push_back({std::move(more)});
-            }
-            ++shown[group.m_MoreLine].m_More;
-            continue;
-        }
-        shown.push_back({diagnostic});
+        if (diagnostic.m_Severity >= limits.m_Least)
+            selection.Add(diagnostic);
     }
-    if (limits.m_MostLines != 0 && shown.size() > limits.m_MostLines) {
-        for (std::size_t i = limits.m_MostLines; i < shown.size(); ++i)
-            leftOut += shown[i].m_More == 0 ? 1 : shown[i].m_More;
-        shown.resize(limits.m_MostLines);
-        shown.push_back({{}, leftOut, true});
+    for (const DiagnosticLog::LeftOut& leftOut : log.GetLeftOut()) {
+        if (leftOut.m_First.m_Severity >= limits.m_Least)
+            selection.AddLeftOut(leftOut.m_First, leftOut.m_Count);
     }
-    return shown;
+    return selection.Finish();
 }
 
 } // namespace Corvid

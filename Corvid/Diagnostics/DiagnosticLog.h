@@ -13,11 +13,21 @@ namespace Corvid {
 // What is found about one file, in the order in which it is found.
 class DiagnosticLog {
 public:
+    // A file that is wrong from end to end is told of in part: only so many are kept, and of the others one of each
+    // code at each field, whatever the element, with how many there are.
+    static constexpr std::size_t kMostKept = 1'000'000;
+    struct LeftOut {
+        Diagnostic m_First;
+        std::uint64_t m_Count = 0;
+    };
+
+    explicit DiagnosticLog(std::size_t mostKept = kMostKept) : m_MostKept(mostKept) {}
+
     void Add(Diagnostic diagnostic) {
-        if (m_Diagnostics.size() < kMostKept)
+        if (m_Diagnostics.size() < m_MostKept)
             m_Diagnostics.push_back(std::move(diagnostic));
         else
-            ++m_LeftOutCount;
+            LeaveOut(std::move(diagnostic));
     }
     void Add(DiagnosticCode code, DiagnosticPlace place, std::string field, std::string message) {
         Add({code, SeverityOf(code), place, std::move(field), std::move(message)});
@@ -25,11 +35,9 @@ public:
 
     const std::vector<Diagnostic>& GetAll() const { return m_Diagnostics; }
     bool IsEmpty() const { return m_Diagnostics.empty(); }
-    bool HasErrors() const;
+    bool HasErrors() const { return Has(Severity::Error); }
 
-    // A file that is wrong from end to end is told of in part: only so many are kept, and the others counted.
-    static constexpr std::size_t kMostKept = 200'000;
-    std::uint64_t GetLeftOutCount() const { return m_LeftOutCount; }
+    const std::vector<LeftOut>& GetLeftOut() const { return m_LeftOut; }
 
     void Append(DiagnosticLog other);
 
@@ -44,8 +52,12 @@ public:
     bool Has(Severity severity) const;
 
 private:
+    void LeaveOut(Diagnostic diagnostic, std::uint64_t count = 1);
+    template <class Change> void ForEach(Change change);
+
+    std::size_t m_MostKept;
     std::vector<Diagnostic> m_Diagnostics;
-    std::uint64_t m_LeftOutCount = 0;
+    std::vector<LeftOut> m_LeftOut; // of few codes and fields
 };
 
 } // namespace Corvid

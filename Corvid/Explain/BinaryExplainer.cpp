@@ -195,20 +195,22 @@ void BinaryExplainer::ReadString(LayoutIndex index, const ElementPlace* element,
     if (node.m_Kind != LayoutKind::Word || IsWordOf(value.m_String, node))
         return;
     Report(DiagnosticCode::UnknownWord, offset, index, element, ExplainUnknownWord(value.m_String, node));
-    m_HasStopped = HasNoBranch(index);
+    // Where what follows depends on the word, it is read by the branch for all others, and nothing more is said of it.
+    const Branches branches = BranchesOf(index);
+    m_HasStopped = branches == Branches::OfWords;
+    m_IsMute = m_IsMute || branches == Branches::OfWordsAndOthers;
 }
 
-// Whether what follows depends on the word, without a branch for all others.
-bool BinaryExplainer::HasNoBranch(LayoutIndex field) const {
-    bool isAskedFor = false;
+BinaryExplainer::Branches BinaryExplainer::BranchesOf(LayoutIndex field) const {
+    Branches branches = Branches::None;
     for (const LayoutNode& node : m_Layout.GetNodes()) {
         if (node.m_Kind != LayoutKind::When || node.m_Condition.m_Field != field)
             continue;
         if (node.m_Condition.m_IsNegated)
-            return false;
-        isAskedFor = true;
+            return Branches::OfWordsAndOthers;
+        branches = Branches::OfWords;
     }
-    return isAskedFor;
+    return branches;
 }
 
 void BinaryExplainer::ReadList(LayoutIndex index, const ElementPlace* outer) {

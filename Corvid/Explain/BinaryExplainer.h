@@ -35,7 +35,9 @@ private:
     void ReadValue(LayoutIndex index, const ElementPlace* element);
     void ReadString(LayoutIndex index, const ElementPlace* element, TextValue& value);
     void ReadList(LayoutIndex index, const ElementPlace* outer);
-    bool HasNoBranch(LayoutIndex field) const;
+    // Which branches depend on a field that holds a word: of some of its words, and one for all others.
+    enum class Branches { None, OfWords, OfWordsAndOthers };
+    Branches BranchesOf(LayoutIndex field) const;
     bool IsNamedByCount(LayoutIndex list);
 
     template <class Number> Number Take();

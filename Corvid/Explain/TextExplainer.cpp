@@ -54,6 +54,8 @@ void TextExplainer::ReadFields(LayoutIndex first, LayoutIndex end, Record& recor
 void TextExplainer::ReadWhen(LayoutIndex when, LayoutIndex end, Record& record, const ElementPlace* element) {
     const LayoutNode& node = m_Layout[when];
     const std::optional<bool> holds = m_Conditions.Holds(when);
+    if (!holds)
+        PassOverStrangers(record);
     if (holds ? !*holds : !StandsHere(when + 1, node.m_End)) {
         m_Conditions.Skip(when);
         return;
@@ -101,13 +103,15 @@ void TextExplainer::ReadFieldAt(LayoutIndex index, const Place& place, Record& r
             Report(fault.m_Code, place.m_Line, fault.m_Position, m_Path.Of(m_Layout, node, element), fault.m_Message);
         if (m_Lines.IsIndented())
             depth = line.m_Depth + 1;
+        if (IsDoubled(place.m_Line, record, element))
+            ReportUnknown(m_Line++, record);
     } else {
         depth = m_Lines[m_Line].m_Depth;
     }
     if (node.m_Kind == LayoutKind::Record)
         ReadNested(index, depth, record, element);
     else if (node.m_Kind == LayoutKind::Matrix33 || node.m_Kind == LayoutKind::Matrix44)
-        ReadMatrix(index, element);
+        ReadMatrix(index, depth, record, element);
     if (place.m_IsEarly)
         m_Line = resume;
 }
@@ -131,8 +135,39 @@ void TextExplainer::ReadNested(LayoutIndex index, std::uint32_t depth, const Rec
     m_Path.Leave(path);
 }
 
-// Rows are taken as they come, but for a line that is no row: the first of those ends the matrix.
-void TextExplainer::ReadMatrix(LayoutIndex index, const ElementPlace* element) {
+// Whether the line of a record or matrix stands there twice, and what is nested behind the second: of a list only where
+// its count does not ask for both.
+bool TextExplainer::IsDoubled(LineIndex line, Record& record, const ElementPlace* element) {
+    const std::string_view label = m_Lines[line].GetLabel();
+    const LineIndex second = line + 1;
+    if (!HasLabel(second, label) || m_Lines[second].m_Depth != m_Lines[line].m_Depth ||
+        m_Lines[second].m_Next == second + 1 || m_Line != second)
+        return false;
+    return element == nullptr || !element->m_Count ||
+           CountBelow(label, record) >= static_cast<std::size_t>(*element->m_Count) - element->m_Index;
+}
+
+// What stands where the next row is due. A line in front of all the rows that are due belongs to nobody; another one is
+// a row that has lost its bracket.
+TextExplainer::RowPlace TextExplainer::FindRow(std::uint32_t depth, int due) const {
+    const auto isInside = [&](LineIndex line) {
+        return m_Lines[line].IsBlank() || m_Lines[line].GetLabel().starts_with('[') ||
+               (m_Lines.IsIndented() && m_Lines[line].m_Depth >= depth);
+    };
+    if (m_Line == m_Lines.GetSize() || !isInside(m_Line))
+        return RowPlace::Missing;
+    if (m_Lines[m_Line].GetLabel().starts_with('['))
+        return RowPlace::Row;
+    int rows = 0;
+    for (LineIndex line = m_Line; line < m_Lines.GetSize() && isInside(line) && rows < due; ++line)
+        rows += m_Lines[line].GetLabel().starts_with('[') ? 1 : 0;
+    if (rows == due || (m_Lines[m_Line].IsBlank() && rows > 0))
+        return RowPlace::Stranger;
+    return m_Lines[m_Line].IsBlank() ? RowPlace::Missing : RowPlace::Row;
+}
+
+// Rows are taken as they come: a spoilt one costs no other.
+void TextExplainer::ReadMatrix(LayoutIndex index, std::uint32_t depth, Record& record, const ElementPlace* element) {
     const LayoutNode& node = m_Layout[index];
     const int size = node.m_Kind == LayoutKind::Matrix33 ? 3 : 4;
     TextValue value;
@@ -140,7 +175,10 @@ void TextExplainer::ReadMatrix(LayoutIndex index, const ElementPlace* element) {
     bool isWhole = true;
     for (int row = 0; row < size; ++row) {
         const std::string which = "row " + std::to_string(row + 1) + " of " + std::to_string(size);
-        if (m_Line == m_Lines.GetSize() || !m_Lines[m_Line].GetLabel().starts_with('[')) {
+        RowPlace place = FindRow(depth, size - row);
+        for (; place == RowPlace::Stranger; place = FindRow(depth, size - row))
+            ReportUnknown(m_Line++, record);
+        if (place == RowPlace::Missing) {
             if (isWhole && m_Line == m_Lines.GetSize())
                 m_IsEndReported = true;
             if (isWhole)
@@ -396,6 +434,8 @@ bool TextExplainer::IsFirstOfElement(LayoutIndex list, std::string_view label) c
 TextExplainer::Place TextExplainer::Find(LayoutIndex index, Record& record, const ElementPlace* element) {
     const std::string& label = m_Layout[index].m_Label;
     SkipBlankLines(record);
+    if (EndsWithin(index, element))
+        return {};
     if (const auto place = FindHere(label, index, record))
         return *place;
     if (const auto line = FindBelow(label, record)) {
@@ -412,6 +452,8 @@ TextExplainer::Place TextExplainer::FindElement(LayoutIndex index, Record& recor
                                                 bool isFirst) {
     const std::string& label = m_Layout[index].m_Label;
     SkipBlankLines(record);
+    if (EndsWithin(index, &element))
+        return {};
     if (const auto place = FindHere(label, index, record))
         return *place;
     if (const auto place = FindMisspelt(index, record, &element))
@@ -430,6 +472,23 @@ TextExplainer::Place TextExplainer::FindElement(LayoutIndex index, Record& recor
     if (!isFirst)
         ReportMissing(index, &element, "");
     return {};
+}
+
+// Whether the text ends within the label of the field, which is reported then: all that is missing has this cause.
+bool TextExplainer::EndsWithin(LayoutIndex index, const ElementPlace* element) {
+    if (m_Line + 1 != m_Lines.GetSize())
+        return false;
+    const LayoutNode& node = m_Layout[index];
+    const ArchiveLine& line = m_Lines[m_Line];
+    const std::string_view begun = line.GetLabel();
+    if (begun.data() + begun.size() != m_Lines.GetTextEnd() || begun.size() >= node.m_Label.size() ||
+        !std::string_view(node.m_Label).starts_with(begun))
+        return false;
+    Report(DiagnosticCode::MissingField, m_Line, line.m_LabelStart, m_Path.Of(m_Layout, node, element),
+           "missing; the file ends within its label");
+    m_Line = m_Lines.GetSize();
+    m_IsEndReported = true;
+    return true;
 }
 
 // Whether the elements that are still due stand there all the same, so that the current line, a part of an element
@@ -587,6 +646,15 @@ void TextExplainer::ReportUnknown(LineIndex index, const Record& record) {
     }
     const std::string field = IsShownInPaths(label) ? m_Path.OfLabel(label) : m_Path.OfRecord();
     Report(DiagnosticCode::UnknownLabel, index, line.m_LabelStart, field, std::move(message));
+}
+
+// Lines that the record never asks for.
+void TextExplainer::PassOverStrangers(const Record& record) {
+    while (m_Line < m_Lines.GetSize() && (m_Lines[m_Line].IsBlank() || m_Lines[m_Line].m_Depth == record.m_Depth) &&
+           !record.m_Labels->AsksFor(m_Lines[m_Line].GetLabel())) {
+        ReportUnknown(m_Line, record);
+        m_Line = m_Lines[m_Line].m_Next;
+    }
 }
 
 void TextExplainer::SkipBlankLines(const Record& record) {

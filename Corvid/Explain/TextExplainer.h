@@ -57,6 +57,9 @@ private:
         bool m_IsEarly = false;    // the current line stays where it is
     };
 
+    // What stands where a row of a matrix is due.
+    enum class RowPlace { Row, Stranger, Missing };
+
     // What a line that is passed over may come too early for.
     enum class Passing { Any, NoElements };
 
@@ -65,7 +68,9 @@ private:
     void ReadField(LayoutIndex index, Record& record, const ElementPlace* element);
     void ReadFieldAt(LayoutIndex index, const Place& place, Record& record, const ElementPlace* element);
     void ReadNested(LayoutIndex index, std::uint32_t depth, const Record& outer, const ElementPlace* element);
-    void ReadMatrix(LayoutIndex index, const ElementPlace* element);
+    bool IsDoubled(LineIndex line, Record& record, const ElementPlace* element);
+    RowPlace FindRow(std::uint32_t depth, int due) const;
+    void ReadMatrix(LayoutIndex index, std::uint32_t depth, Record& record, const ElementPlace* element);
     void ReadList(LayoutIndex index, Record& record, const ElementPlace* outer);
     void ReadElement(LayoutIndex list, const Place& first, Record& record, const ElementPlace& element);
     std::optional<std::int32_t> ReadCount(LayoutIndex index, const Place& place, const ElementPlace* outer,
@@ -76,6 +81,7 @@ private:
 
     Place Find(LayoutIndex index, Record& record, const ElementPlace* element);
     Place FindElement(LayoutIndex index, Record& record, const ElementPlace& element, bool isFirst);
+    bool EndsWithin(LayoutIndex index, const ElementPlace* element);
     std::optional<Place> FindHere(std::string_view label, LayoutIndex index, Record& record);
     std::optional<Place> FindMisspelt(LayoutIndex index, Record& record, const ElementPlace* element);
     std::optional<LineIndex> FindBelow(std::string_view label, Record& record);
@@ -88,6 +94,7 @@ private:
     void ReportMissing(LayoutIndex index, const ElementPlace* element, const std::string& why);
     void PassOver(LineIndex end, LayoutIndex wanted, Record& record, Passing passing = Passing::Any);
     void ReportUnknown(LineIndex line, const Record& record);
+    void PassOverStrangers(const Record& record);
     void SkipBlankLines(const Record& record);
 
     bool HasLabel(LineIndex line, std::string_view label) const {

@@ -56,7 +56,7 @@ DestinationPlan PlanOutput(const FileList& list, const std::string& output) {
     }
     if (output == kStandardInputPath) {
         plan.m_IsStandardOutput = true;
-        plan.m_Paths.resize(list.m_Files.size());
+        plan.m_Paths.assign(list.m_Files.size(), output);
         if (list.m_Files.size() > 1)
             plan.m_UsageError =
                 "standard output takes the result of one file, and there are " + std::to_string(list.m_Files.size());

@@ -81,7 +81,8 @@ public:
 
 private:
     void AddFolder(const std::string& folder, const std::string& prefix, const std::string& name);
-    void AddFound(const FolderEntry& entry, const std::string& prefix, const std::string& name);
+    void AddFound(const FileIdentity& folder, const FolderEntry& entry, const std::string& prefix,
+                  const std::string& name);
     void AddFile(std::string path, std::string name, const FileStatus& status);
     void AddError(std::string path, std::string name, bool isFolder = false);
     bool IsDestination(const FileIdentity& identity);
@@ -89,14 +90,27 @@ private:
     FileList& m_List;
     std::string m_Destination;
     std::optional<FileIdentity> m_DestinationIdentity;
-    std::set<FileIdentity> m_Files;
+    // A file is known by its folder and its name there. A link that a folder holds is a file of its own; one that is
+    // given is the file that it leads to, too.
+    using Entry = std::pair<FileIdentity, std::string>;
+    static std::optional<Entry> EntryOf(const std::string& path);
+    bool IsTakenAlready(const std::string& path);
+
+    std::set<Entry> m_Entries;
     std::set<FileIdentity> m_Folders;
 };
 
 void Finder::AddGiven(const std::string& path, bool isFromList) {
-    if (path == kStandardInputPath && !isFromList) {
+    if (path == kStandardInputPath) {
         ListedFile file;
         file.m_Path = path;
+        m_List.m_Files.push_back(std::move(file));
+        return;
+    }
+    if (path.find('\0') != path.npos) {
+        ListedFile file;
+        file.m_Error = "the path holds a NUL; -0 reads a list whose paths end with one each";
+        file.m_Path = file.m_Name = path;
         m_List.m_Files.push_back(std::move(file));
         return;
     }
@@ -119,8 +133,25 @@ void Finder::AddGiven(const std::string& path, bool isFromList) {
     }
     if (!status)
         AddError(path, name);
-    else
+    else if (status->m_Type != FileType::File || !IsTakenAlready(path))
         AddFile(path, name, *status);
+}
+
+std::optional<Finder::Entry> Finder::EntryOf(const std::string& path) {
+    const std::string name(LastName(path));
+    const std::string folder = path.substr(0, path.size() - name.size());
+    const std::optional<FileStatus> status = GetFileStatus(folder.empty() ? "." : folder);
+    return status ? std::optional(Entry(status->m_Identity, name)) : std::nullopt;
+}
+
+bool Finder::IsTakenAlready(const std::string& path) {
+    std::optional<Entry> entry = EntryOf(path);
+    bool isTaken = entry && !m_Entries.insert(std::move(*entry)).second;
+    if (const std::optional<std::string> target = TargetOfLink(path)) {
+        std::optional<Entry> other = EntryOf(*target);
+        isTaken = (other && !m_Entries.insert(std::move(*other)).second) || isTaken;
+    }
+    return isTaken;
 }
 
 void Finder::AddFolder(const std::string& folder, const std::string& prefix, const std::string& name) {
@@ -138,11 +169,12 @@ void Finder::AddFolder(const std::string& folder, const std::string& prefix, con
               [](const FolderEntry& a, const FolderEntry& b) { return a.m_Name < b.m_Name; });
     for (const FolderEntry& entry : *entries) {
         if (!entry.m_Name.starts_with('.'))
-            AddFound(entry, prefix, name);
+            AddFound(status ? status->m_Identity : FileIdentity(), entry, prefix, name);
     }
 }
 
-void Finder::AddFound(const FolderEntry& entry, const std::string& prefix, const std::string& name) {
+void Finder::AddFound(const FileIdentity& folder, const FolderEntry& entry, const std::string& prefix,
+                      const std::string& name) {
     std::string path = prefix + entry.m_Name;
     std::string below = name.empty() ? entry.m_Name : name + "/" + entry.m_Name;
     if (entry.m_Type == FolderEntry::Type::Folder) {
@@ -154,13 +186,12 @@ void Finder::AddFound(const FolderEntry& entry, const std::string& prefix, const
     const std::optional<FileStatus> status = GetFileStatus(path);
     if (!status)
         AddError(std::move(path), std::move(below));
-    else if (status->m_Type == FileType::File && !IsDestination(status->m_Identity))
+    else if (status->m_Type == FileType::File && !IsDestination(status->m_Identity) &&
+             m_Entries.emplace(folder, entry.m_Name).second)
         AddFile(std::move(path), std::move(below), *status);
 }
 
 void Finder::AddFile(std::string path, std::string name, const FileStatus& status) {
-    if (status.m_Type == FileType::File && !m_Files.insert(status.m_Identity).second)
-        return;
     ListedFile file;
     file.m_Path = std::move(path);
     file.m_Name = std::move(name);
@@ -214,29 +245,36 @@ std::size_t FileList::CountInShard() const {
 
 FileList FindFiles(const FileSelection& selection, const std::string& destination) {
     FileList list;
-    auto standardInputs = std::count(selection.m_Paths.begin(), selection.m_Paths.end(), kStandardInputPath);
-    standardInputs += selection.m_ListPath == kStandardInputPath;
-    if (standardInputs > 1) {
-        list.m_UsageError = "standard input ('-') can be read only once";
-        return list;
-    }
     if (selection.m_Paths.empty() && !selection.m_ListPath) {
         list.m_UsageError = "no PATH is given";
         return list;
     }
-    if (std::count(selection.m_Paths.begin(), selection.m_Paths.end(), std::string()) > 0) {
-        list.m_UsageError = "a PATH is empty";
+    const auto countIn = [](const std::vector<std::string>& paths, const std::string& path) {
+        return std::count(paths.begin(), paths.end(), path);
+    };
+    const bool isListFromInput = selection.m_ListPath == kStandardInputPath;
+    const char* const kOnce = "standard input ('-') can be read only once";
+    if (countIn(selection.m_Paths, kStandardInputPath) + isListFromInput > 1) {
+        list.m_UsageError = kOnce;
+        return list;
+    }
+    if (countIn(selection.m_Paths, {}) > 0 || selection.m_ListPath == "") {
+        list.m_UsageError = selection.m_ListPath == "" ? "the FILE of --files-from is empty" : "a PATH is empty";
         return list;
     }
     std::vector<std::string> listed;
     if (selection.m_ListPath) {
-        const ReadResult read =
-            *selection.m_ListPath == kStandardInputPath ? ReadStandardInput() : ReadFileBytes(*selection.m_ListPath);
+        const ReadResult read = isListFromInput ? ReadStandardInput() : ReadFileBytes(*selection.m_ListPath);
         if (!read.m_Error.empty()) {
             list.m_ListError = PrintedPath(*selection.m_ListPath) + ": error: " + read.m_Error + " [cannot-read]";
             return list;
         }
         listed = PathsOf(read.m_Bytes, selection.m_IsListByNul);
+        if (countIn(selection.m_Paths, kStandardInputPath) + countIn(listed, kStandardInputPath) + isListFromInput >
+            1) {
+            list.m_UsageError = kOnce;
+            return list;
+        }
     }
     list.m_HasFolders = selection.m_ListPath.has_value() || selection.m_Paths.size() > 1;
     Finder finder(list, destination);

@@ -33,6 +33,9 @@ struct FileStatus {
 // Of what the path finally leads to; nothing when that cannot be told, and LastSystemError() says why.
 std::optional<FileStatus> GetFileStatus(const std::string& path);
 
+// What a symbolic link finally leads to, as a whole path; nothing where the path is no link, or cannot be followed.
+std::optional<std::string> TargetOfLink(const std::string& path);
+
 struct FolderEntry {
     enum class Type { File, Folder, Link, Other };
 

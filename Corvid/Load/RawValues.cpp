@@ -4,6 +4,7 @@
 
 #include "Corvid/Explain/BinaryExplainer.h"
 #include "Corvid/Explain/TextExplainer.h"
+#include "Corvid/Layouts/DescribedEntity.h"
 #include "Corvid/Load/Encoding.h"
 #include "Corvid/Load/KindLayouts.h"
 #include "Engine/String/NumberScan.h"
@@ -13,10 +14,12 @@ namespace Corvid {
 std::optional<ValueTree> ReadRawValues(const std::string& bytes, const LoadedFile& file) {
     std::optional<Layout> entityLayout;
     if (file.m_Kind == Kind::Entity) {
-        const auto* const entity = dynamic_cast<const EntityObject*>(file.m_Object.get());
-        if (entity == nullptr || file.m_LayoutOrigin != "built-in")
+        if (const auto* const described = dynamic_cast<const DescribedEntity*>(file.m_Object.get()))
+            entityLayout = WithTypeWord(described->GetLayout());
+        else if (const auto* const entity = dynamic_cast<const EntityObject*>(file.m_Object.get()))
+            entityLayout = LayoutOfEntityType(entity->m_Definition->GetType());
+        else
             return std::nullopt;
-        entityLayout = LayoutOfEntityType(entity->m_Definition->GetType());
     }
     const Layout& layout = entityLayout ? *entityLayout : LayoutOfKind(*file.m_Kind);
     DiagnosticLog ignored;

@@ -56,7 +56,7 @@ bool Console::HasColor(Look look, bool isForErrors) const {
 }
 
 bool Console::HasProgress(Look look) const {
-    return Decide(look, !m_Facts.m_IsDumb && m_Errors.IsTerminal());
+    return Decide(look, !m_Facts.m_IsDumb && !m_Facts.m_IsColorUnwanted && m_Errors.IsTerminal());
 }
 
 void Console::ShowProgress(std::string_view line) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <numeric>
+#include <system_error>
 
 namespace Corvid {
 
@@ -35,8 +36,12 @@ std::string TimeText(double seconds) {
 Progress::Progress(Console& console, bool isShown, std::span<const std::uint64_t> sizes)
     : m_Console(console), m_Files(sizes.size()) {
     m_Bytes = std::accumulate(sizes.begin(), sizes.end(), std::uint64_t{0});
-    if (isShown)
+    if (!isShown)
+        return;
+    try {
         m_Ticker = std::jthread([this] { Tick(); });
+    } catch (const std::system_error&) { // no thread is left for it: the work goes on unseen
+    }
 }
 
 Progress::~Progress() {

@@ -9,7 +9,8 @@ enum class StandardStream { Output, Error };
 // A standard stream of the process.
 class StandardOutput final : public TextOutput {
 public:
-    explicit StandardOutput(StandardStream stream) : m_Stream(stream) {}
+    // Before the standard streams are prepared: of one that is closed, nothing is to be seen afterwards.
+    explicit StandardOutput(StandardStream stream) : m_Stream(stream), m_IsClosed(IsClosed(stream)) {}
 
     std::string Write(std::string_view bytes) override;
     bool HasLostReader() const override { return m_HasLostReader; }
@@ -17,7 +18,10 @@ public:
     int GetColumns() const override;
 
 private:
+    static bool IsClosed(StandardStream stream);
+
     StandardStream m_Stream;
+    bool m_IsClosed;
     bool m_HasLostReader = false;
 };
 

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 
 #include <cerrno>
+#include <cstdlib>
 #include <memory>
 
 #include "Engine/File/NativePath.h"
@@ -57,6 +58,14 @@ std::optional<FileStatus> GetFileStatus(const std::string& path) {
     status.m_Size = S_ISREG(found.st_mode) ? static_cast<std::uint64_t>(found.st_size) : 0;
     status.m_Modified = std::int64_t{found.st_mtim.tv_sec} * 1'000'000'000 + found.st_mtim.tv_nsec;
     return status;
+}
+
+std::optional<std::string> TargetOfLink(const std::string& path) {
+    struct stat found;
+    if (lstat(path.c_str(), &found) != 0 || !S_ISLNK(found.st_mode))
+        return std::nullopt;
+    const std::unique_ptr<char, decltype(&std::free)> target(realpath(path.c_str(), nullptr), &std::free);
+    return target != nullptr ? std::optional<std::string>(target.get()) : std::nullopt;
 }
 
 std::optional<std::vector<FolderEntry>> ListFolder(const std::string& path) {

@@ -43,6 +43,22 @@ std::optional<FileStatus> GetFileStatus(const std::string& path) {
     return status;
 }
 
+std::optional<std::string> TargetOfLink(const std::string& path) {
+    const DWORD attributes = GetFileAttributesW(SystemPath(EnginePath(path)).c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0)
+        return std::nullopt;
+    const Handle file(CreateFileW(SystemPath(EnginePath(path)).c_str(), FILE_READ_ATTRIBUTES,
+                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+                                  FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    std::wstring target(32 * 1024, L'\0'); // the longest path there is
+    const DWORD length =
+        file.IsOpen() ? GetFinalPathNameByHandleW(file.Get(), target.data(), static_cast<DWORD>(target.size()), 0) : 0;
+    if (length == 0 || length >= target.size())
+        return std::nullopt;
+    target.resize(length);
+    return ToUtf8(PathFromNative(target));
+}
+
 std::optional<std::vector<FolderEntry>> ListFolder(const std::string& path) {
     WIN32_FIND_DATAW found;
     const HANDLE search = FindFirstFileW((SystemPath(EnginePath(path + "/")) + L"*").c_str(), &found);

@@ -1,5 +1,6 @@
 #include "Corvid/Terminal/StandardOutputs.h"
 
+#include <fcntl.h>
 #include <poll.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -17,7 +18,13 @@ int NumberOf(StandardStream stream) {
 
 } // namespace
 
+bool StandardOutput::IsClosed(StandardStream stream) {
+    return fcntl(NumberOf(stream), F_GETFD) < 0;
+}
+
 std::string StandardOutput::Write(std::string_view bytes) {
+    if (m_IsClosed)
+        return std::strerror(EBADF);
     const int number = NumberOf(m_Stream);
     while (!bytes.empty()) {
         const ssize_t written = write(number, bytes.data(), bytes.size());

@@ -14,6 +14,11 @@ HANDLE HandleOf(StandardStream stream) {
 
 } // namespace
 
+// What is closed here fails when it is written to.
+bool StandardOutput::IsClosed(StandardStream) {
+    return false;
+}
+
 std::string StandardOutput::Write(std::string_view bytes) {
     bool isWritten;
     if (m_Stream == StandardStream::Output || IsTerminal()) {

@@ -21,9 +21,13 @@ std::string WithInt(std::string bytes, std::size_t offset, std::int32_t value) {
 // Offsets into the cube: the header, three numbers, two vectors, the count of materials, the first string's length.
 constexpr std::size_t kMaterialCount = 4 + 4 + 1 + 4 + 12 + 12;
 
+// Into the panels: "Margins", behind its length.
+constexpr std::size_t kMarginsWord = 151;
+
 TEST(BinaryExplainer, EachFaultIsFoundOnceAtItsOffset) {
     const std::string cube = BinaryOf("Mesh/cube.mesh");
     const std::string hull = BinaryOf("Entity/HullFragments.entity");
+    const std::string panels = BinaryOf("Brushes/ConsolePanels.brushes");
     struct Case {
         const char* m_Name;
         std::string m_Bytes;
@@ -42,6 +46,8 @@ TEST(BinaryExplainer, EachFaultIsFoundOnceAtItsOffset) {
          "@37 MeshData.NumMaterials [bad-count]\n"},
         {"StringTooLong", WithInt(cube, kMaterialCount + 4, 256), "a.mesh",
          "@41 MeshData.Material[0].DiffuseTextureFileName [too-long]\n"},
+        {"ContentWordUnknown", WithInt(panels, kMarginsWord, 'X' | 'a' << 16), "a.brushes",
+         "@147 brush[1].content [unknown-word]\n"},
         {"UnknownType", WithInt(hull, 8, 'X' | 'e' << 16), "a.entity", "@4 entityType [unknown-type]\n"},
     };
     for (const Case& each : kCases)

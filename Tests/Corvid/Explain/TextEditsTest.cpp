@@ -40,6 +40,9 @@ const Edit kEdits[] = {
     {"FieldDoubled", kCube, Do::Double, 41, "", "", "42:3 MeshData.Vertex[0].U0 [unknown-label]\n"},
     {"FieldsSwapped", kCube, Do::Swap, 10, "", "",
      "10:3 MeshData.Material[0].SelfIlluminationTextureFileName [out-of-order]\n"},
+    {"RecordLineDoubled", kPanels, Do::Double, 30, "", "", "31:2 brush[2].Pressed [unknown-label]\n"},
+    {"ElementLineDoubled", kCube, Do::Double, 36, "", "", "37:2 MeshData.Vertex [unknown-label]\n"},
+    {"MatrixLineDoubled", kCube, Do::Double, 24, "", "", "25:3 MeshData.Point[0].Orientation [unknown-label]\n"},
     {"LineBeyondTheRecord", kCube, Do::Insert, 20, "", "\t\tShine 1",
      "20:3 MeshData.Material[0].Shine [unknown-label]\n"},
     {"LineWithNestedOnes", kCube, Do::Insert, 8, "", "\tExtra\r\n\t\tDeep 1\r\n\t\tDeeper 2",
@@ -65,6 +68,8 @@ const Edit kEdits[] = {
      "6:14 ParticleSimulation.EmitterType[0] [unknown-word]\n"},
     {"TypeWordWithoutClass", kBlast, Do::Replace, 6, "Point", "MeshSurface",
      "6:14 ParticleSimulation.EmitterType[0] [unknown-word]\n"},
+    {"ContentWordLost", kPanels, Do::Replace, 11, "content \"Margins\"", "Nothing 1",
+     "11:2 brush[1].content [missing-field]\n11:2 brush[1].Nothing [unknown-label]\n"},
     {"ContentWordMisspelt", kPanels, Do::Replace, 11, "Margins", "Margin", "11:10 brush[1].content [unknown-word]\n"},
 
     // Values
@@ -78,6 +83,11 @@ const Edit kEdits[] = {
     {"ClosingBracketLost", kCube, Do::Replace, 6, " ]", "", "6:49 MeshData.MaxBoundingExtents [bad-value]\n"},
     {"MatrixRowSpoilt", kCube, Do::Replace, 26, "-1.0", "-1,0", "26:27 MeshData.Point[0].Orientation [bad-value]\n"},
     {"MatrixRowDropped", kCube, Do::Drop, 26, "", "", "27:2 MeshData.Point[0].Orientation [bad-value]\n"},
+    {"MatrixRowWithoutItsBracket", kCube, Do::Replace, 25, "[ ", "",
+     "25:5 MeshData.Point[0].Orientation [bad-value]\n"},
+    {"LineBetweenMatrixRows", kCube, Do::Insert, 26, "", "\t\t\tExtra 1",
+     "26:4 MeshData.Point[0].Extra [unknown-label]\n"},
+    {"BlankLineBetweenMatrixRows", kCube, Do::Insert, 26, "", "", "26:1 MeshData.Point[0] [unknown-label]\n"},
     {"TailOfALabelLine", kCube, Do::Replace, 9, "Material", "Material 1", "9:11 MeshData.Material[0] [bad-value]\n"},
     {"AnchorOutOfRange", kBlast, Do::Replace, 39, "4", "9",
      "39:19 ParticleSimulation.EmitterContents[0].BillboardAnchor [bad-value]\n"},
@@ -144,6 +154,18 @@ TEST(TextEdits, CutAnywhereIsFoundOnce) {
         for (std::size_t line = 1; line < lineCount; ++line) {
             const LoadedFile file = LoadNamed(Apply({"", example, Do::Cut, line, "", "", ""}), example);
             EXPECT_EQ(file.m_Log.GetAll().size(), 1u) << example << " cut behind line " << line << "\n"
+                                                      << FindingsOf(file);
+        }
+    }
+}
+
+TEST(TextEdits, CutWithinALineIsFoundOnce) {
+    for (const char* example : {kCube, kBlast, kPanels, kHull}) {
+        const std::string text = ReadExample(example).substr(0, 3000);
+        const std::size_t lastLine = text.rfind('\n', text.size() - 3); // its value may be shorter and still be one
+        for (std::size_t size = text.find('\n') + 1; size < lastLine; size += 3) {
+            const LoadedFile file = LoadNamed(text.substr(0, size), example);
+            EXPECT_EQ(file.m_Log.GetAll().size(), 1u) << example << " cut to " << size << " bytes\n"
                                                       << FindingsOf(file);
         }
     }

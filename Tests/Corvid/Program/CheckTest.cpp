@@ -119,12 +119,33 @@ TEST_F(CheckTest, ShowsFiveOfAKindAndAHundredLines) {
                     "\"field\":\"M.T[].i\",\"more\":4}\n");
 }
 
+TEST_F(CheckTest, CountsWhatIsNotKept) {
+    DiagnosticLog log(20);
+    for (int i = 0; i < 23; ++i)
+        log.Add(DiagnosticCode::IndexRange, {}, "M.T[" + std::to_string(i) + "].i", "");
+    log.Add(DiagnosticCode::BadValue, {}, "M.a", "");
+    EXPECT_TRUE(log.HasErrors());
+    const auto shown = SelectShown(log, {});
+    ASSERT_EQ(shown.size(), 7u);
+    EXPECT_EQ(shown[5].m_More, 18u);
+    EXPECT_EQ(shown[6].m_More, 1u);
+    EXPECT_TRUE(shown[6].m_IsClosing);
+}
+
 TEST_F(CheckTest, LossIsNotedByField) {
     const std::string examples = std::string(CORVID_SOURCE_FOLDER) + "/Examples/";
     EXPECT_EQ(Corvid({"check", "--loss", examples + "Mesh", examples + "Particle", examples + "Brushes"}).m_Out, "");
     Put("color.mesh", Cube("\t\tColor 0", "\t\tColor ff102030")); // of a vertex: the engine does not keep it
     EXPECT_THAT(Corvid({"check", "--loss", "color.mesh"}).m_Out,
                 HasSubstr("note: MeshData.Vertex[0].Color: 1 value does not survive loading and saving, by 1 [loss]"));
+
+    Put("layouts/Quest.layout", "layout 1\nentity Quest\n\ttint color\n");
+    std::string bytes = "BIN\n" + std::string("\5\0\0\0Q\0u\0e\0s\0t\0", 14);
+    for (const float channel : {0.5f, 0.25f, 1.0f, 0.0f}) // text has 8 bits for each
+        bytes.append(reinterpret_cast<const char*>(&channel), sizeof channel);
+    Put("q.entity", bytes);
+    EXPECT_THAT(Corvid({"check", "--loss", "--layouts", "layouts", "q.entity"}).m_Out,
+                HasSubstr("q.entity: note: tint: 1 value does not come back from text, by 0.0019"));
 }
 
 } // namespace Corvid

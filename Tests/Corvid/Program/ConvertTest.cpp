@@ -32,6 +32,8 @@ TEST_F(ConvertTest, CheckAndDryRunWriteNothing) {
     EXPECT_EQ(run.m_Status, kExitFindings);
     EXPECT_EQ(run.m_Out, "d/b.mesh\n");
     EXPECT_EQ(run.m_Err, "1 converted, 1 unchanged, 0 refused, 0 failed\n");
+    EXPECT_EQ(Corvid({"convert", "--to", "txt", "--check", "-o", "out", "d"}).m_Out, "out/a.mesh\nout/b.mesh\n");
+    EXPECT_EQ(Corvid({"convert", "--to", "txt", "-n", "-o", "-", "d/b.mesh"}).m_Out, "convert d/b.mesh -> -\n");
     run = Corvid({"convert", "--to", "txt", "-n", "-o", "out", "d"});
     EXPECT_EQ(run.m_Status, kExitDone);
     EXPECT_EQ(run.m_Out, "convert d/a.mesh -> out/a.mesh\nconvert d/b.mesh -> out/b.mesh\n");

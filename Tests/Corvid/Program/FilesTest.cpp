@@ -41,9 +41,32 @@ TEST_F(FilesTest, LinksAreFollowedToFilesOnly) {
     std::filesystem::create_symlink("d", "way");
     EXPECT_THAT(Found({"d"}), ElementsAre("d/a.entity", "d/l.entity", "d/z.entity!"));
     EXPECT_THAT(Found({"way"}), ElementsAre("way/a.entity", "way/l.entity", "way/z.entity!"));
-    EXPECT_THAT(Found({"d", "way", "far"}), ElementsAre("d/a.entity", "d/l.entity", "d/z.entity!"));
+    EXPECT_THAT(Found({"d", "way", "far"}), ElementsAre("d/a.entity", "d/l.entity", "d/z.entity!", "far/b.entity"));
+}
+
+// Each entry of a folder is a file of its own, so that each gets its result; a given link is the file it leads to.
+TEST_F(FilesTest, LinksWithinAFolderAreFilesOfTheirOwn) {
+    Put("d/a.entity", "");
+    std::filesystem::create_symlink("a.entity", "d/l.entity");
+    std::filesystem::create_hard_link("d/a.entity", "d/h.entity");
+    std::filesystem::create_symlink("d/a.entity", "l");
+    EXPECT_THAT(Found({"d", "./d/l.entity"}), ElementsAre("d/a.entity", "d/h.entity", "d/l.entity"));
+    EXPECT_THAT(Found({"d/a.entity", "l"}), ElementsAre("d/a.entity"));
+    EXPECT_THAT(Found({"l", "d"}), ElementsAre("d/h.entity", "d/l.entity", "l"));
 }
 #endif
+
+TEST_F(FilesTest, ListsTakeStandardInputAndNoNul) {
+    Put("list", std::string("-\nd/a.entity\0d/b.entity\n", 24));
+    FileSelection selection;
+    selection.m_ListPath = "list";
+    const FileList list = FindFiles(selection, "");
+    ASSERT_EQ(list.m_Files.size(), 2u);
+    EXPECT_TRUE(list.m_Files[0].IsStandardInput());
+    EXPECT_THAT(list.m_Files[1].m_Error, HasSubstr("-0"));
+    selection.m_Paths = {"-"};
+    EXPECT_THAT(FindFiles(selection, "").m_UsageError, HasSubstr("once"));
+}
 
 TEST_F(FilesTest, ShardsAreDisjointAndTogetherEverything) {
     EXPECT_EQ(HashOfPath(""), 0xCBF29CE484222325u);
