@@ -38,6 +38,12 @@ private:
     std::string m_Error;
 };
 
+DiagnosticCode CodeOf(const std::string& error) {
+    return error.starts_with("not glTF")              ? DiagnosticCode::NotAnArchive
+           : error.starts_with("needs the extension") ? DiagnosticCode::Refused
+                                                      : DiagnosticCode::BadValue;
+}
+
 bool MakeMesh(const ListedFile& file, MeshData& mesh, FileOutcome& outcome) {
     const std::optional<std::string> bytes = ReadListedFile(file, outcome);
     if (!bytes)
@@ -57,8 +63,7 @@ bool MakeMesh(const ListedFile& file, MeshData& mesh, FileOutcome& outcome) {
     if (!neighbours.GetError().empty())
         AddFailure(outcome, DiagnosticCode::CannotRead, neighbours.GetError());
     else
-        outcome.m_Log.Add(error.starts_with("not glTF") ? DiagnosticCode::NotAnArchive : DiagnosticCode::BadValue, {},
-                          {}, error);
+        outcome.m_Log.Add(CodeOf(error), {}, {}, error);
     return false;
 }
 
