@@ -3,37 +3,7 @@
 # What the build has to say goes to standard error; standard output and the exit status are the program's own.
 set -u
 
-root=$(dirname "$(readlink -f "$0")")
-build=$root/build
-program=$build/recast
-stamp=$build/.recast-built # as old as the sources that the program was built from
-
-IsProgramCurrent() {
-    [ -x "$program" ] && [ -f "$stamp" ] && [ -z "$(find "$root/CMakeLists.txt" "$root/cmake" "$root/Engine" \
-        "$root/GS" "$root/Recast" -newer "$stamp" -print -quit)" ]
-}
-
-BuildProgram() {
-    . "$root/cmake/tools.sh"
-    RequireTools g++ cmake make || return 1
-    [ -x "$program" ] || echo "recast.sh: building $program" >&2
-    touch "$stamp.new"
-    log=$build/build.log
-    if { cmake -S "$root" -B "$build" && cmake --build "$build" -j "$(nproc)" --target recast; } >"$log" 2>&1; then
-        mv "$stamp.new" "$stamp"
-        return
-    fi
-    cat "$log" >&2
-    echo "recast.sh: the build failed" >&2
-    return 1
-}
-
-if ! IsProgramCurrent; then
-    mkdir -p "$build" || exit 1
-    # One build at a time: scripts start conversions side by side.
-    exec 9>"$build/.lock"
-    if command -v flock >/dev/null; then flock 9; fi
-    IsProgramCurrent || BuildProgram </dev/null || exit 1
-    exec 9>&-
-fi
-exec "$program" "$@"
+here=$(dirname "$(readlink -f "$0")")
+. "$here/cmake/tools.sh"
+BuildWhenNeeded "$here" recast true Engine GS Kinds Recast || exit 1
+exec "$here/build/recast" "$@"

@@ -41,9 +41,10 @@ programs, with headers and a CMake package: Corvid.")
     set(CPACK_DEBIAN_CORVID_PACKAGE_SECTION utils)
     set(CPACK_DEBIAN_CORVID_PACKAGE_RECOMMENDS recast)
     set(CPACK_DEBIAN_CORVID_DESCRIPTION
-        "Converts, checks, compares and shows whole folders of meshes, particle effects,
-brush sets and entity definitions, with exact numbers and errors that say where.
-This package holds the program and its integrations with git, CI and editors.")
+        "Converts, checks, compares and shows whole folders of meshes, particle
+effects, brush sets and entity definitions, with exact numbers and errors that
+say where. This package holds the program and its integrations with git, CI and
+editors.")
 
     # What a Debian package carries beside its files.
     if(CMAKE_INSTALL_PREFIX STREQUAL "/usr")

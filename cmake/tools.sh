@@ -1,4 +1,4 @@
-# For the scripts of this project: makes sure that the tools and packages they need are there. Sourced, not run.
+# For the scripts of this project: makes sure that the tools, packages and programs they need are there. Sourced, not run.
 
 # Runs apt-get as root, without questions; its output goes to standard error.
 RunAptGet() {
@@ -51,5 +51,42 @@ RequireCorvidPackages() {
     HasCorvidPackages && return 0
     echo "The program corvid needs $packages, and not all could be installed here." \
         "Please install them: apt-get install $packages" >&2
+    return 1
+}
+
+# BuildWhenNeeded root program require folder...: builds the program in root/build when a source in these folders of the
+# root is newer than it; `require` is a command that gets what only this program needs. What the build has to say goes to
+# standard error.
+BuildWhenNeeded() {
+    root=$1 target=$2 require=$3
+    shift 3
+    build=$root/build
+    stamp=$build/.$target-built # as old as the sources that the program was built from
+    IsProgramCurrent "$@" && return 0
+    mkdir -p "$build" || return 1
+    # One build at a time: scripts start conversions side by side.
+    exec 9>"$build/.lock"
+    if command -v flock >/dev/null; then flock 9; fi
+    IsProgramCurrent "$@" || BuildProgram </dev/null || return 1
+    exec 9>&-
+}
+
+# Of the root, target and stamp that are set, with these folders.
+IsProgramCurrent() {
+    [ -x "$build/$target" ] && [ -f "$stamp" ] && [ -z "$(cd "$root" && find CMakeLists.txt cmake "$@" \
+        -newer "$stamp" -print -quit)" ]
+}
+
+BuildProgram() {
+    RequireTools g++ cmake make && "$require" || return 1
+    [ -x "$build/$target" ] || echo "$target.sh: building $build/$target" >&2
+    touch "$stamp.new"
+    log=$build/build.log
+    if { cmake -S "$root" -B "$build" && cmake --build "$build" -j "$(nproc)" --target "$target"; } >"$log" 2>&1; then
+        mv "$stamp.new" "$stamp"
+        return
+    fi
+    cat "$log" >&2
+    echo "$target.sh: the build failed" >&2
     return 1
 }
