@@ -2,46 +2,9 @@
 # compare.sh recast recast.exe: runs both programs, the second one under Wine, on every shipped example, every case of
 # Tests/Recast/Cases and what differs between the systems. The files that they leave, what they print and their exit
 # statuses must be the same, byte for byte, but for the address that the unknown type's text shows.
-set -uo pipefail
+. "$(dirname "$(readlink -f "$0")")/cases.sh"
 
-root=$(dirname "$(readlink -f "$0")")/../..
-here=$(readlink -f "$1")
-there=$(readlink -f "$2")
-scratch=$(mktemp -d)
-export WINEPREFIX=$scratch/prefix WINEDEBUG=-all LC_ALL=C.UTF-8 DISPLAY=
-trap 'wineserver -k 2>/dev/null; rm -rf "$scratch"' EXIT
-
-passed=0
-failed=0
-
-# Case name arguments...: both programs in a copy of the folder "input" each, which is emptied afterwards.
-Case() {
-    local name=$1 side
-    shift
-    for side in here there; do
-        rm -rf "$scratch/$side"
-        cp -r "$scratch/input" "$scratch/$side"
-        (
-            cd "$scratch/$side" || exit 1
-            if [ $side = here ]; then "$here" "$@"; else wine "$there" "$@"; fi </dev/null 2>/dev/null
-            echo "status $?"
-        ) | sed 's/^0x[0-9a-f]* is/0xADDRESS is/' >"$scratch/$side.output"
-    done
-    if cmp "$scratch/here.output" "$scratch/there.output" && diff -r "$scratch/here" "$scratch/there"; then
-        passed=$((passed + 1))
-    else
-        echo "differs: $name ($*)"
-        failed=$((failed + 1))
-    fi
-    rm -rf "$scratch/input"
-    mkdir "$scratch/input"
-}
-
-# Input path [file]: the case's input file, a copy or standard input.
-Input() {
-    mkdir -p "$(dirname "$scratch/input/$1")"
-    if [ $# -eq 2 ]; then cp "$2" "$scratch/input/$1"; else cat >"$scratch/input/$1"; fi
-}
+Normalized() { sed 's/^0x[0-9a-f]* is/0xADDRESS is/'; }
 
 KindOf() {
     case $1 in
@@ -52,14 +15,7 @@ KindOf() {
     esac
 }
 
-mkdir "$scratch/input"
-wineserver -p 2>/dev/null # one server for all runs: a run that meets a server about to leave fails
-wineboot --init >/dev/null 2>&1
-usage=$(wine "$there" 2>/dev/null </dev/null)
-if [[ $usage != "Usage: recast"* ]]; then
-    echo "Wine cannot run $2 here."
-    exit 77
-fi
+StartWine "Usage: recast"
 
 # The examples, into both encodings.
 while IFS= read -r -d '' example; do
@@ -121,5 +77,4 @@ if [ -d "$root/Tests/Recast/Cases" ]; then
     done < <(find "$root/Tests/Recast/Cases" -name arguments -print0 | sort -z)
 fi
 
-echo "$passed passed, $failed failed"
-[ $failed -eq 0 ]
+Summary
