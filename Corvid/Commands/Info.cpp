@@ -54,7 +54,8 @@ void DeclareCommand(CommandDeclaration& declaration, InfoOptions& options) {
     DeclareJobs(declaration, options.m_Batch.m_Jobs);
     DeclareLook(declaration, options.m_Look);
     declaration.Example("corvid info Examples/Mesh/cube.mesh", "counts, bounds, textures of a mesh");
-    declaration.Example("corvid info --json Examples", "an object for each file below the folder, then the totals");
+    declaration.Example("corvid info --json --layouts Examples/Layouts Examples",
+                        "an object for each file below the folder, then the totals");
 }
 
 int RunCommand(const InfoOptions& options, Console& console) {

@@ -24,7 +24,7 @@ while IFS= read -r -d '' example; do
         Input "$name" "$example"
         Case "$name into $format" "$(KindOf "$name")" "$name" result "$format"
     done
-done < <(find "$root/Examples" -type f -print0 | sort -z)
+done < <(find "$root/Examples" -type f ! -name "*.layout" -print0 | sort -z)
 
 # The command line.
 Case "no arguments"

@@ -111,6 +111,54 @@ class Shell:
                     expect(process.returncode == -signal_number, "the run ends by the signal", process.returncode)
                     expect(not errors or b"interrupted, " in errors, "the closing line tells of it", errors)
 
+    def many(self):
+        """A hundred thousand files, by way of a folder and of a list; most are links, which are quick to make."""
+        os.makedirs(os.path.join(self.folder, "huge"))
+        for i in range(100000):
+            path = os.path.join(self.folder, "huge", "f%05d.entity" % i)
+            if i % 10000 == 0:  # a file has only so many links
+                source = shutil.copy(os.path.join(self.examples, "Entity", "HullFragments.entity"), path)
+            else:
+                os.link(source, path)
+        run = self.run("check", "huge")
+        expect(run.returncode == 0 and run.stdout == b"", "a hundred thousand files are checked", run.stdout[:300])
+        expect(run.stderr == b"100000 files, 0 with errors, 0 with warnings\n", "and counted", run.stderr)
+        names = "".join("huge/f%05d.entity\n" % i for i in reversed(range(100000))).encode()
+        run = self.run("check", "--list", "--files-from", "-", "--shard", "7/50", input=names)
+        lines = run.stdout.splitlines()
+        expect(1700 < len(lines) < 2300 and lines == sorted(lines), "a list of them, sharded, in order", len(lines))
+        shutil.rmtree(os.path.join(self.folder, "huge"))
+
+    def vanishing(self):
+        """Folders and files that vanish while the run goes on are told of; the others are done."""
+        going = os.path.join(self.folder, "going")
+        shutil.copytree(os.path.join(self.folder, "many"), going)
+        process = subprocess.Popen([self.corvid, "convert", "--to", "bin", "-o", "kept", "-j", "1", "going", "nothing"],
+                                   cwd=self.folder, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+        while process.poll() is None and not os.path.exists(os.path.join(self.folder, "kept", "f00100.particle")):
+            time.sleep(0.001)
+        os.rename(going, os.path.join(self.folder, "elsewhere"))
+        errors = process.communicate(timeout=120)[1].decode().splitlines()
+        expect(process.returncode == 2, "what is not there is status 2", process.returncode)
+        expect("nothing: error: No such file or directory [cannot-read]" in errors, "and is told of", errors[-3:])
+        lost = [line for line in errors if line.startswith("going/f")]
+        kept = len(os.listdir(os.path.join(self.folder, "kept")))
+        expect(len(lost) + kept == 1500 and all("[cannot-read]" in line for line in lost), "each file has one fate",
+               (len(lost), kept))
+        expect(errors[-1] == "%d converted, 0 unchanged, 0 refused, %d failed" % (kept, len(lost) + 1), "and is counted",
+               errors[-1])
+
+    def long_paths(self):
+        """Paths of 300 columns and more: progress keeps to its line, diagnostics and results are whole."""
+        deep = os.path.join("deep", *["x" * 70] * 5)
+        os.makedirs(os.path.join(self.folder, deep))
+        with open(os.path.join(self.folder, deep, "bad.mesh"), "wb") as file:
+            file.write(b"TXT\r\nMeshData\r\n")
+        shutil.copy(os.path.join(self.examples, "Mesh", "cube.mesh"), os.path.join(self.folder, deep, "cube.mesh"))
+        status, seen = self.on_terminal("convert", "--to", "bin", "-o", "far", "--progress=always", "deep")
+        expect(status == 1 and (deep + "/bad.mesh:3:1:").encode() in seen, "a long path is printed whole", seen[-600:])
+        expect(os.path.exists(os.path.join(self.folder, "far", *["x" * 70] * 5, "cube.mesh")), "and converted")
+
     def full_disk(self):
         """A file system that fills in the middle of a batch: in a mount namespace of its own, where that may be had."""
         script = ("mount -t tmpfs -o size=256k none small && cd . && \"$0\" convert --to bin -o small many; "
@@ -138,7 +186,7 @@ def main():
     with tempfile.TemporaryDirectory(prefix="shell-") as folder:
         shell = Shell(options.corvid, options.examples, folder)
         shell.fill("many", 1500)
-        for step in (shell.look, shell.pipes, shell.kills, shell.full_disk):
+        for step in (shell.look, shell.pipes, shell.kills, shell.many, shell.vanishing, shell.long_paths, shell.full_disk):
             step()
     sys.exit(1 if FAILED else 0)
 

@@ -135,6 +135,7 @@ TEST_F(CheckTest, CountsWhatIsNotKept) {
 TEST_F(CheckTest, LossIsNotedByField) {
     const std::string examples = std::string(CORVID_SOURCE_FOLDER) + "/Examples/";
     EXPECT_EQ(Corvid({"check", "--loss", examples + "Mesh", examples + "Particle", examples + "Brushes"}).m_Out, "");
+    EXPECT_EQ(Corvid({"check", "--strict", "--loss", "--layouts", examples + "Layouts", examples}).m_Out, "");
     Put("color.mesh", Cube("\t\tColor 0", "\t\tColor ff102030")); // of a vertex: the engine does not keep it
     EXPECT_THAT(Corvid({"check", "--loss", "color.mesh"}).m_Out,
                 HasSubstr("note: MeshData.Vertex[0].Color: 1 value does not survive loading and saving, by 1 [loss]"));
