@@ -76,6 +76,7 @@ std::string GlbOf(const MeshData& mesh, const ListedFile& file, const ExportOpti
 void Export(const ListedFile& file, const Form& form, const ExportOptions& options, FileOutcome& outcome) {
     LoadOptions load;
     load.m_Kind = options.m_Kind;
+    options.m_Layouts.ApplyTo(load);
     const std::optional<LoadedFile> loaded = LoadListedFile(file, load, outcome);
     if (!loaded || loaded->m_Object == nullptr || outcome.m_Log.HasErrors())
         return;
@@ -116,6 +117,7 @@ void DeclareCommand(CommandDeclaration& declaration, ExportOptions& options) {
                      "put the PNG or JPEG files of DIR that have the names of the mesh's textures into the GLB",
                      ValueRole::Folder);
     DeclareKind(declaration, options.m_Kind);
+    DeclareLayouts(declaration, options.m_Layouts);
     DeclareDiagnostics(declaration, options.m_Diagnostics);
     DeclareLook(declaration, options.m_Look);
     declaration.Example("corvid export Examples/Mesh/cube.mesh -o cube.glb", "a mesh for a modelling tool");

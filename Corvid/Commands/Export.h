@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Corvid/Commands/CommonOptions.h"
+#include "Corvid/Commands/LayoutOptions.h"
 
 namespace Corvid {
 
@@ -9,6 +10,7 @@ struct ExportOptions {
     std::string m_Output;
     std::optional<std::string> m_TextureFolder;
     std::optional<Kind> m_Kind;
+    LayoutOptions m_Layouts;
     DiagnosticOptions m_Diagnostics;
     LookOptions m_Look;
 };

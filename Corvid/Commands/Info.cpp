@@ -52,6 +52,7 @@ void DeclareCommand(CommandDeclaration& declaration, InfoOptions& options) {
     DeclareKind(declaration, options.m_Kind);
     DeclareLayouts(declaration, options.m_Layouts);
     DeclareJobs(declaration, options.m_Batch.m_Jobs);
+    DeclareDiagnostics(declaration, options.m_Diagnostics);
     DeclareLook(declaration, options.m_Look);
     declaration.Example("corvid info Examples/Mesh/cube.mesh", "counts, bounds, textures of a mesh");
     declaration.Example("corvid info --json --layouts Examples/Layouts Examples",
@@ -66,7 +67,8 @@ int RunCommand(const InfoOptions& options, Console& console) {
     if (const int status = CheckFileList(list, "info", console); status != kExitDone)
         return status;
     DiagnosticPrinting printing;
-    printing.m_Style.m_HasColor = console.HasColor(options.m_Look.m_Color, true);
+    printing.m_Style = {options.m_Diagnostics.m_Format, console.HasColor(options.m_Look.m_Color, true)};
+    printing.m_Limits.m_MostLines = options.m_Diagnostics.m_MostLines;
     if (options.m_Look.m_IsQuiet)
         printing.m_Limits.m_Least = Severity::Error;
 

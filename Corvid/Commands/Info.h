@@ -10,6 +10,7 @@ struct InfoOptions {
     std::optional<Kind> m_Kind;
     LayoutOptions m_Layouts;
     bool m_IsJson = false;
+    DiagnosticOptions m_Diagnostics;
     LookOptions m_Look;
 };
 

@@ -41,6 +41,7 @@ FileOutcome MakeListedEntry(const ListedFile& file, const ViewOptions& options, 
     FileOutcome outcome;
     LoadOptions load;
     load.m_Kind = options.m_Kind;
+    options.m_Layouts.ApplyTo(load);
     std::optional<LoadedFile> loaded = LoadListedFile(file, load, outcome);
     if (!loaded)
         return outcome;
@@ -114,7 +115,9 @@ void DeclareCommand(CommandDeclaration& declaration, ViewOptions& options) {
         },
         "write no page that is larger (default: 200M; K and M are 1,024 and its square)");
     DeclareKind(declaration, options.m_Kind);
+    DeclareLayouts(declaration, options.m_Layouts);
     DeclareJobs(declaration, options.m_Batch.m_Jobs);
+    DeclareDiagnostics(declaration, options.m_Diagnostics);
     DeclareLook(declaration, options.m_Look);
     declaration.Example("corvid view Examples -o examples.html", "a page of all files below the folder");
     declaration.Example("corvid view Examples/Mesh --max-size 20M -o meshes.html", "or none, if it would be larger");
@@ -131,11 +134,14 @@ int RunCommand(const ViewOptions& options, Console& console) {
     const FileList list = FindFiles(options.m_Batch.m_Files, {});
     if (const int status = CheckFileList(list, "view", console); status != kExitDone)
         return status;
+    if (options.m_Page.empty())
+        return console.PrintUsageError("view", "the destination is empty");
     if (const ListedFile* file = FindShownFile(list, options.m_Page))
         return console.PrintUsageError("view", "the page would take the place of '" + PrintedPath(file->m_Path) +
                                                    "', which it shows; give another name to -o");
     DiagnosticPrinting printing;
-    printing.m_Style.m_HasColor = console.HasColor(options.m_Look.m_Color, true);
+    printing.m_Style = {options.m_Diagnostics.m_Format, console.HasColor(options.m_Look.m_Color, true)};
+    printing.m_Limits.m_MostLines = options.m_Diagnostics.m_MostLines;
     if (options.m_Look.m_IsQuiet)
         printing.m_Limits.m_Least = Severity::Error;
 
@@ -180,7 +186,7 @@ int RunCommand(const ViewOptions& options, Console& console) {
                            std::string(WordOf(DiagnosticCode::CannotWrite)) + "]\n");
         return kExitCouldNotRun;
     }
-    if (!options.m_Look.m_IsQuiet)
+    if (!options.m_Look.m_IsQuiet && options.m_Diagnostics.m_Format == DiagnosticFormat::Text)
         console.PrintError(CountOf(result.m_FileCount, "file") + ", " + std::to_string(brokenCount) +
                            " with errors, on a page of " + SizeText(page.size()) + "\n");
     return result.m_Status;

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "Corvid/Commands/CommonOptions.h"
+#include "Corvid/Commands/LayoutOptions.h"
 
 namespace Corvid {
 
@@ -11,6 +12,8 @@ struct ViewOptions {
     BatchOptions m_Batch;
     std::string m_Page; // the destination
     std::optional<Kind> m_Kind;
+    LayoutOptions m_Layouts;
+    DiagnosticOptions m_Diagnostics;
     std::uint64_t m_MaxSize = std::uint64_t{200} << 20; // bytes of the page
     LookOptions m_Look;
 };
