@@ -172,6 +172,39 @@ async function testKeyboard() {
     assert.deepEqual([...met].filter((name) => name.startsWith("unseen")), []);
 }
 
+// A folder of 500 files stays usable: the page comes at once, as does each file that is looked at.
+async function testManyFiles() {
+    const kMany = 500;
+    const many = join(folder, "many");
+    mkdirSync(many);
+    const effect = readFileSync(join(source, "Examples/Particle/ReactorBlast.particle"));
+    const cube = readFileSync(join(source, "Examples/Mesh/cube-binary.mesh"));
+    for (let i = 0; i < kMany; ++i)
+        writeFileSync(join(many, `file-${String(i).padStart(3, "0")}.${i % 5 === 0 ? "particle" : "mesh"}`), i % 5 === 0 ? effect : cube);
+    const page = join(folder, "many.html");
+    const run = spawnSync(corvid, ["view", many, "-o", page], { encoding: "utf8" });
+    assert.equal(run.status, 0, run.stderr);
+    const start = performance.now();
+    await browser.open(pathToFileURL(page).href);
+    assert.equal(await browser.run("() => document.querySelectorAll('#files li').length"), kMany);
+    const loaded = performance.now();
+    assert.ok(loaded - start < 15000, `the page is there after ${loaded - start} ms`);
+    for (const name of ["file-499.mesh", "file-250.particle", "file-001.mesh"]) {
+        const asked = performance.now();
+        await browser.run(`(name) => [...document.querySelectorAll("#files button")]
+            .find((button) => button.textContent.includes(name)).click()`, name);
+        while (!(await text()).includes(name.endsWith("mesh") ? "BoundingRadius" : "EmitRate"))
+            assert.ok(performance.now() - asked < 10000, `${name} is shown in time`);
+        assert.match(await browser.run("() => document.querySelector('h2').textContent"), new RegExp(name));
+    }
+    await browser.run("() => document.getElementById('search').focus()");
+    for (const letter of "-49")
+        await browser.press(letter);
+    assert.equal(await browser.run("() => document.getElementById('matches').textContent"), `10 of ${kMany} files`);
+    await delay(500);
+    await keep("many");
+}
+
 async function testWithoutWebGl(page) {
     browser = await Browser.start(program, { hasWebGl: false });
     await browser.resize(1280, 900);
@@ -198,6 +231,7 @@ async function test(page) {
     } else {
         console.log(`${browserName} has no WebGL here: models are not tested`);
     }
+    await testManyFiles();
     const complaints = browser.complaints.filter((line) => hasWebGl || !/WebGL/.test(line));
     assert.deepEqual(complaints, [], "nothing in the console");
     assert.deepEqual(browser.requests.filter((url) => !/^(file|blob|data|about):/.test(url)), [], "nothing is fetched");
