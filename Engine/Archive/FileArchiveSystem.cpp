@@ -25,7 +25,7 @@ bool StartsWith(InputStream& input, std::string_view start) {
     return std::string_view(input.GetPosition(), input.GetAvailable()).starts_with(start);
 }
 
-// Looks at the header bytes one by one, as detection is told to report them.
+// Each byte that a header lacks is a report of its own.
 bool IsBinary(const File& file, InputStream& input) {
     input.Ensure(kBinaryHeader.size());
     for (std::size_t i = input.GetAvailable(); i < kBinaryHeader.size(); ++i)

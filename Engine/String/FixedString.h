@@ -20,13 +20,13 @@ public:
             CopyString(GetBuffer(), other.m_Text);
         return *this;
     }
-    FixedString& operator=(const char16_t* text) // bounded: cut, and reported, when it does not fit
-    {
+
+    // Bounded: cut, and reported, when it does not fit.
+    FixedString& operator=(const char16_t* text) {
         CopyString(GetBuffer(), text);
         return *this;
     }
-    FixedString& operator=(std::u16string_view text) // the same
-    {
+    FixedString& operator=(std::u16string_view text) {
         CopyString(GetBuffer(), text);
         return *this;
     }
