@@ -51,7 +51,7 @@ ElementRoom TextFileReader::GetRoom(const ElementSize& smallest) const {
 }
 
 std::uint64_t TextFileReader::GetLinesTaken() const {
-    return m_Lines.GetLinesTaken() + m_LinesTakenAhead;
+    return m_Lines.GetLinesTaken() + m_LinesTakenInWindow;
 }
 
 ReportPosition TextFileReader::GetPosition() const {

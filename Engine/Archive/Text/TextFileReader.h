@@ -56,7 +56,7 @@ public:
     void ReadLabeledObject(Label label, Archivable& object, void* context) override;
     void ReadLabeledObject(Label label, Archivable& object) override;
 
-    // When reading: the header is no look-up.
+    // Moves behind the header, which is no look-up.
     void SkipFirstLine();
 
     void Stop() override;
@@ -111,7 +111,7 @@ private:
 
     void UpdateWays();
     std::uint64_t GetLinesTaken() const;
-    std::uint64_t GetLookUps() const { return m_LookUpsByLine + m_LinesTakenAhead; }
+    std::uint64_t GetLookUps() const { return m_LookUpsByLine + m_LinesTakenInWindow; }
 
     TextLineReader m_Lines;
     BitsRule m_BitsRule;
@@ -121,8 +121,8 @@ private:
     std::uint64_t m_ExpectedTabs = 0;    // what a line as written has in front of its label: these bytes,
     std::uint64_t m_ExpectedTabMask = 0; // as far as the mask has them
 
-    std::uint64_t m_LinesTakenAhead = 0; // as written and in place: each one line and one look-up
-    std::uint64_t m_LookUpsByLine = 0;   // of a label
+    std::uint64_t m_LinesTakenInWindow = 0; // as written and in place: each one line and one look-up
+    std::uint64_t m_LookUpsByLine = 0;      // of a label
 
     TextLine m_CurrentLine;           // the last line that was taken or looked at by line
     std::string_view m_CurrentText;   // the same from its label on

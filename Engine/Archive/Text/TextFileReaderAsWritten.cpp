@@ -64,7 +64,7 @@ inline bool TextFileReader::TakeAsWritten(const char* valueEnd) {
     if (std::memcmp(valueEnd, "\r\n", 2) != 0) [[unlikely]]
         return false;
     GetInput().SetPosition(valueEnd + 2);
-    ++m_LinesTakenAhead;
+    ++m_LinesTakenInWindow;
     m_CurrentLineUnread = false;
     return true;
 }

@@ -19,7 +19,7 @@ const char* TextFileReader::FindInPlace(Label label) {
 bool TextFileReader::TakeInPlace(const char* valueEnd) {
     if (!m_Lines.TakeInPlace(valueEnd))
         return false;
-    ++m_LinesTakenAhead;
+    ++m_LinesTakenInWindow;
     m_CurrentLineUnread = false;
     return true;
 }
