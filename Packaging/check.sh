@@ -39,6 +39,9 @@ for package in "$build"/*.deb; do
     fi
 done
 
+twice=$(for package in "$build"/*.deb; do dpkg-deb -c "$package" | awk '$1 !~ /^d/ { print $6 }'; done | sort | uniq -d)
+[ -z "$twice" ] || Fail "packages that cannot be installed side by side: $twice"
+
 cd "$scratch" || exit 1
 examples=system/usr/share/doc/recast/examples
 system/usr/bin/recast mesh $examples/Mesh/cube.mesh converted >reports || Fail "the packed program does not run"

@@ -28,7 +28,6 @@ install(DIRECTORY Examples/ DESTINATION ${documents}/examples COMPONENT ${docume
 if(TARGET manual)
     corvid_install_compressed(${PROJECT_SOURCE_DIR}/Docs/recast.1 ${CMAKE_INSTALL_MANDIR}/man1 program)
     corvid_install_compressed(${PROJECT_BINARY_DIR}/recast-archive.5 ${CMAKE_INSTALL_MANDIR}/man5 program)
-    corvid_install_compressed(${PROJECT_SOURCE_DIR}/Docs/corvid-layout.5 ${CMAKE_INSTALL_MANDIR}/man5 program)
 endif()
 
 # The program corvid with its kit; recast stays a package of its own, which depends on nothing.

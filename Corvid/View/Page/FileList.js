@@ -47,6 +47,7 @@ class FileList {
         const words = this.search.value.toLowerCase().split(/\s+/).filter((word) => word !== "");
         for (const entry of this.entries)
             entry.item.hidden = !words.every((word) => entry.text.includes(word));
+        this.list.scrollTop = 0;
         const count = this.visible().length;
         this.matches.textContent = words.length === 0 ? plural(count, "file")
             : `${formatCount(count)} of ${plural(this.entries.length, "file")}`;
