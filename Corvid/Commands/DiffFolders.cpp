@@ -24,6 +24,13 @@ std::vector<std::string> NamesOf(const FileList& list) {
     return names;
 }
 
+// Whether the file may be in the other folder all the same: in a part of it that cannot be seen into.
+bool MayBeIn(const FileList& other, const std::string& name) {
+    return std::any_of(other.m_Files.begin(), other.m_Files.end(), [&](const ListedFile& file) {
+        return file.m_IsFolder && (file.m_Name.empty() || name.starts_with(file.m_Name + '/'));
+    });
+}
+
 class FolderDiff {
 public:
     FolderDiff(const std::string& before, const std::string& after, const DiffOptions& options, Console& console)
@@ -81,6 +88,8 @@ private:
                 return DiffTwoFiles({before, before.m_Path}, {after, after.m_Path}, m_Options, style);
             }
             const ListedFile& only = pair.m_After ? m_After.m_Files[*pair.m_After] : m_Before.m_Files[*pair.m_Before];
+            if (only.m_Error.empty() && MayBeIn(pair.m_After ? m_Before : m_After, only.m_Name))
+                return outcome;
             if (only.m_Error.empty())
                 TellFileChange(outcome, pair.m_After ? Change::Added : Change::Removed, m_Options, style);
             else

@@ -87,16 +87,22 @@ std::optional<std::vector<FolderEntry>> ListFolder(const std::string& path) {
 }
 
 bool MakeFolders(const std::string& path) {
+    int error = 0; // why a folder was not made, which says more than that it is not there
     for (std::size_t end = path.find('/', 1);; end = path.find('/', end + 1)) {
         const std::string folder = path.substr(0, end);
-        if (mkdir(folder.c_str(), 0777) != 0 && errno != EEXIST && (errno != EROFS && errno != EACCES))
-            return false;
+        if (mkdir(folder.c_str(), 0777) != 0 && errno != EEXIST) {
+            error = errno;
+            if (error != EROFS && error != EACCES) // which may be said of one that is there
+                return false;
+        }
         if (end == std::string::npos)
             break;
     }
     struct stat status;
-    if (stat(path.c_str(), &status) != 0)
+    if (stat(path.c_str(), &status) != 0) {
+        errno = error != 0 ? error : errno;
         return false;
+    }
     errno = ENOTDIR;
     return S_ISDIR(status.st_mode);
 }
