@@ -159,6 +159,39 @@ class Shell:
         expect(status == 1 and (deep + "/bad.mesh:3:1:").encode() in seen, "a long path is printed whole", seen[-600:])
         expect(os.path.exists(os.path.join(self.folder, "far", *["x" * 70] * 5, "cube.mesh")), "and converted")
 
+    def forbidden(self):
+        """What may not be read or written, as a user who is bound by permissions."""
+        folder = os.path.join(self.folder, "forbidden")
+        program = shutil.copy(self.corvid, os.path.join(self.folder, "corvid-for-anyone"))
+        for name in ("d", "d/shut", "whole", "closed"):
+            os.makedirs(os.path.join(folder, name))
+        for name in ("d/a.particle", "d/b.particle", "d/shut/c.particle", "whole/c.particle"):
+            with open(os.path.join(folder, name), "wb") as file:
+                file.write(self.effect)
+        os.chmod(self.folder, 0o755)
+        os.chmod(os.path.join(folder, "d/b.particle"), 0)
+        os.chmod(os.path.join(folder, "d/shut"), 0)
+        os.chmod(os.path.join(folder, "closed"), 0o555)
+        more = {"user": 65534, "group": 65534, "extra_groups": []} if os.geteuid() == 0 else {}
+
+        def lines(*arguments):
+            run = subprocess.run([program, *arguments], cwd=folder, capture_output=True, text=True, timeout=120, **more)
+            expect(run.returncode == 2, "what is forbidden is status 2", (arguments, run.returncode, run.stderr))
+            return (run.stdout + run.stderr).splitlines()
+
+        denied = ": error: Permission denied [cannot-read]"
+        told = lines("check", "d")
+        expect(told == ["d/b.particle" + denied, "d/shut" + denied, "3 files, 2 with errors, 0 with warnings"],
+               "a file and a folder that may not be read", told)
+        told = lines("convert", "--to", "bin", "-o", "closed/out", "d")
+        expect("d/a.particle: error: closed/out/a.particle: Permission denied [cannot-write]" in told,
+               "a folder that may not be made", told)
+        told = lines("diff", "closed", "d")
+        expect("+ a.particle" in told, "what is new is told of", told)
+        told = lines("diff", "d/shut", "whole")
+        expect(told == ["d/shut" + denied], "no folder is compared unseen", told)
+        os.chmod(os.path.join(folder, "d/shut"), 0o755)
+
     def full_disk(self):
         """A file system that fills in the middle of a batch: in a mount namespace of its own, where that may be had."""
         script = ("mount -t tmpfs -o size=256k none small && cd . && \"$0\" convert --to bin -o small many; "
@@ -186,7 +219,8 @@ def main():
     with tempfile.TemporaryDirectory(prefix="shell-") as folder:
         shell = Shell(options.corvid, options.examples, folder)
         shell.fill("many", 1500)
-        for step in (shell.look, shell.pipes, shell.kills, shell.many, shell.vanishing, shell.long_paths, shell.full_disk):
+        for step in (shell.look, shell.pipes, shell.kills, shell.many, shell.vanishing, shell.long_paths, shell.forbidden,
+                     shell.full_disk):
             step()
     sys.exit(1 if FAILED else 0)
 
