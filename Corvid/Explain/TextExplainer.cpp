@@ -243,9 +243,12 @@ bool TextExplainer::StandsWithoutItsLine(const Record& record) {
 // Lists --------------------------------------------------------------------------------------------------------------
 
 void TextExplainer::ReadList(LayoutIndex index, Record& record, const ElementPlace* outer) {
+    ReadListAt(index, Find(index, record, outer), record, outer);
+}
+
+void TextExplainer::ReadListAt(LayoutIndex index, const Place& place, Record& record, const ElementPlace* outer) {
     const LayoutNode& node = m_Layout[index];
     bool isBad = false;
-    const Place place = Find(index, record, outer);
     const std::optional<std::int32_t> count = ReadCount(index, place, outer, isBad);
     if (index + 1 == node.m_End) { // only 0 is known
         if (count && *count != 0 && !isBad)
@@ -272,15 +275,27 @@ void TextExplainer::ReadList(LayoutIndex index, Record& record, const ElementPla
     element.m_IsNamedByCount = record.m_Labels->IsNamedByCount(index) && ElementLabels(m_Layout, index).size() == 1;
     element.m_OuterIndices = outer != nullptr ? outer->GetIndices() : "";
     LayoutIndex first = index + 1;
-    while (m_Layout[first].m_Kind == LayoutKind::Use || m_Layout[first].m_Kind == LayoutKind::When)
-        ++first;
+    bool isFirstConditional = false;
+    for (; m_Layout[first].m_Kind == LayoutKind::Use || m_Layout[first].m_Kind == LayoutKind::When; ++first)
+        isFirstConditional |= m_Layout[first].m_Kind == LayoutKind::When;
     bool isComplete = true;
     for (; !count || element.m_Index < static_cast<std::uint32_t>(*count); ++element.m_Index) {
         SkipBlankLines(record);
-        const Place firstPlace = FindElement(first, record, element, true);
-        if (firstPlace.m_Kind == Place::Kind::Missing && StandsInElement(index)) {
+        const bool standsHere = StandsInElement(index);
+        Place firstPlace;
+        if (!isFirstConditional)
+            firstPlace = FindElement(first, record, element, true);
+        const bool isMissing = firstPlace.m_Kind == Place::Kind::Missing;
+        if (isFirstConditional && (standsHere || (count && !AlwaysHasField(index)))) {
+            const LineIndex before = m_Line;
+            ReadElement(index, nullptr, record, element);
+            if (!count && m_Line == before)
+                break;
+            continue;
+        }
+        if (isMissing && StandsInElement(index)) {
             ReportMissing(first, &element, "");
-        } else if (firstPlace.m_Kind == Place::Kind::Missing) {
+        } else if (isMissing) {
             isComplete = false;
             NoteMismatch(index, record);
             if (count)
@@ -290,7 +305,7 @@ void TextExplainer::ReadList(LayoutIndex index, Record& record, const ElementPla
                                   " here");
             break;
         }
-        ReadElement(index, firstPlace, record, element);
+        ReadElement(index, &firstPlace, record, element);
     }
     m_Tree.EndList();
     m_Tree.SetCount(list, static_cast<std::int32_t>(element.m_Index));
@@ -326,8 +341,8 @@ std::optional<std::int32_t> TextExplainer::ReadCount(LayoutIndex index, const Pl
     return static_cast<std::int32_t>(value.m_Integer);
 }
 
-void TextExplainer::ReadElement(LayoutIndex list, const Place& first, Record& record, const ElementPlace& element) {
-    bool isFirst = true;
+void TextExplainer::ReadElement(LayoutIndex list, const Place* first, Record& record, const ElementPlace& element) {
+    bool isFirst = first != nullptr;
     const LayoutNode& listNode = m_Layout[list];
     // The group of one element; what stands under a condition or in a block is read with it.
     const auto readGroup = [&](const auto& self, LayoutIndex begin, LayoutIndex end) -> void {
@@ -344,7 +359,10 @@ void TextExplainer::ReadElement(LayoutIndex list, const Place& first, Record& re
             } else if (isFirst) {
                 isFirst = false;
                 m_Conditions.SetUnknown(index);
-                ReadFieldAt(index, first, record, &element);
+                if (node.m_Kind == LayoutKind::Count)
+                    ReadListAt(index, *first, record, &element);
+                else
+                    ReadFieldAt(index, *first, record, &element);
             } else if (node.m_Kind == LayoutKind::Count) {
                 ReadList(index, record, &element);
             } else {
@@ -356,6 +374,15 @@ void TextExplainer::ReadElement(LayoutIndex list, const Place& first, Record& re
         }
     };
     readGroup(readGroup, list + 1, listNode.m_End);
+}
+
+// Whether an element has a field that no condition can take away.
+bool TextExplainer::AlwaysHasField(LayoutIndex list) const {
+    for (LayoutIndex index = list + 1; index < m_Layout[list].m_End; index = m_Layout[index].m_End) {
+        if (m_Layout[index].m_Kind != LayoutKind::When)
+            return true;
+    }
+    return false;
 }
 
 // Elements that stand there beyond the count.

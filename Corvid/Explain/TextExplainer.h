@@ -72,7 +72,9 @@ private:
     RowPlace FindRow(std::uint32_t depth, int due) const;
     void ReadMatrix(LayoutIndex index, std::uint32_t depth, Record& record, const ElementPlace* element);
     void ReadList(LayoutIndex index, Record& record, const ElementPlace* outer);
-    void ReadElement(LayoutIndex list, const Place& first, Record& record, const ElementPlace& element);
+    void ReadListAt(LayoutIndex index, const Place& place, Record& record, const ElementPlace* outer);
+    // Without a first place, the element begins with a condition: what stands at the current line tells.
+    void ReadElement(LayoutIndex list, const Place* first, Record& record, const ElementPlace& element);
     std::optional<std::int32_t> ReadCount(LayoutIndex index, const Place& place, const ElementPlace* outer,
                                           bool& isBad);
     void PassOverElements(LayoutIndex list, Record& record, bool isReported, std::int32_t count);
@@ -87,6 +89,7 @@ private:
     std::optional<LineIndex> FindBelow(std::string_view label, Record& record);
     bool AreElementsComplete(LineIndex found, const ElementPlace& element, Record& record);
     bool StandsInElement(LayoutIndex list) const;
+    bool AlwaysHasField(LayoutIndex list) const;
     bool StandsForNextList(LayoutIndex list, Record& record);
     void NoteMismatch(LayoutIndex list, Record& record);
     std::size_t CountBelow(std::string_view label, Record& record);

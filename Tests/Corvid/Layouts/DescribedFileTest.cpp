@@ -1,31 +1,17 @@
 #include <gtest/gtest.h>
 
 #include "Corvid/Load/LoadedFile.h"
-#include "Engine/Layout/LayoutParser.h"
-#include "Kinds/BuiltInLayouts.h"
 #include "Tests/Corvid/Explain/ExplainFixture.h"
+#include "Tests/Corvid/Layouts/OneLayout.h"
 #include "Tests/Support/SpelledFile.h"
 
 namespace Corvid {
 
 namespace {
 
-class OneLayout final : public LayoutSource {
-public:
-    explicit OneLayout(const std::string& fields, const char* header = "layout 1\nentity Quest\n")
-        : m_Layout(std::make_shared<LibraryLayout>()) {
-        ParsedLayout parsed = ParseLayout(header + fields, BuiltInBlocks());
-        m_Layout->m_Path = u"Quest.layout";
-        m_Layout->m_Errors = parsed.m_Errors;
-        if (parsed.m_Layout)
-            m_Layout->m_Plan = std::make_shared<RecordPlan>(*parsed.m_Layout);
-    }
-
-    std::shared_ptr<const LibraryLayout> Find(std::string_view) const override { return m_Layout; }
-
-private:
-    std::shared_ptr<LibraryLayout> m_Layout;
-};
+OneLayout Quest(const std::string& fields) {
+    return OneLayout("layout 1\nentity Quest\n" + fields);
+}
 
 struct Outcome {
     std::string m_Findings;
@@ -77,7 +63,7 @@ TEST(DescribedFile, FilesThatTouchADoubtAreRefused) {
         {"\tn count\n\t\tr\n\t\t\tm int ?\n", "n 2\nr\n\tm 1\nr\n\tm 2\n", "r[0].m"}, // once
     };
     for (const Case& row : cases) {
-        const OneLayout layout(row.m_Fields);
+        const OneLayout layout = Quest(row.m_Fields);
         std::string expected;
         if (row.m_Touched != nullptr)
             expected = row.m_Touched + std::string(*row.m_Touched != '\0' ? " " : "") + "[unproven]\n";
@@ -91,14 +77,14 @@ TEST(DescribedFile, FilesThatTouchADoubtAreRefused) {
 }
 
 TEST(DescribedFile, NothingTellsABinaryFileWhatNobodyKnows) {
-    const OneLayout layout("\twhen ?\n\t\tx int\n\ty int\n");
+    const OneLayout layout = Quest("\twhen ?\n\t\tx int\n\ty int\n");
     const std::string bytes = SpelledFile().String("entityType", "Quest").Int("y", 2).GetBinary();
     EXPECT_EQ(Judge(layout, bytes).m_Findings, "[unproven]\n");
     EXPECT_FALSE(Judge(layout, bytes, true).m_IsUsable);
 }
 
 TEST(DescribedFile, AnAssumedLayoutIsAWarningThatStaysOne) {
-    const OneLayout layout("\tx float\n", "layout 1 assumed\nentity Quest\n");
+    const OneLayout layout("layout 1 assumed\nentity Quest\n\tx float\n");
     LoadOptions options;
     options.m_Layouts = &layout;
     LoadedFile file = LoadNamed(Text("x 1.5\n"), "a.entity", options);
@@ -109,7 +95,7 @@ TEST(DescribedFile, AnAssumedLayoutIsAWarningThatStaysOne) {
 }
 
 TEST(DescribedFile, WhatIsImpossibleIsAnError) {
-    const OneLayout layout("\tb bool\n\tf float\n\tw word \"A\" \"B\"\n\tn count\n\tc color\n");
+    const OneLayout layout = Quest("\tb bool\n\tf float\n\tw word \"A\" \"B\"\n\tn count\n\tc color\n");
     const auto spell = [](float number, const char* word, int count) {
         return SpelledFile()
             .String("entityType", "Quest")
@@ -147,14 +133,38 @@ TEST(DescribedFile, WhatIsImpossibleIsAnError) {
     }
 }
 
+// What an element begins with: a list, or a condition.
+TEST(DescribedFile, ElementsThatBeginWithNoPlainField) {
+    constexpr const char* kLists = "\tn count\n\t\ta count\n\t\t\tb int\n\t\tc int\n\td bool\n";
+    constexpr const char* kConditions =
+        "\tk bool\n\tn count\n\t\twhen k\n\t\t\ta int\n\t\tc bool\n\t\twhen c\n\t\t\tb int\n\td bool\n";
+    const struct {
+        const char* m_Fields;
+        const char* m_Lines;
+        const char* m_Findings;
+    } cases[] = {
+        {kLists, "n 0\nd TRUE\n", ""},
+        {kLists, "n 2\na 0\nc 1\na 2\nb 1\nb 2\nc 1\nd TRUE\n", ""},
+        {kLists, "n 1\na 1\nb 1\nc 1\nd TRUE\n", ""},
+        {kLists, "n 2\na 1\nb 1\nc 1\nd TRUE\n", "7:1 a[1] [missing-field]\n"},
+        {kConditions, "k TRUE\nn 2\na 1\nc FALSE\na 1\nc TRUE\nb 1\nd TRUE\n", ""},
+        {kConditions, "k FALSE\nn 2\nc FALSE\nc TRUE\nb 1\nd TRUE\n", ""},
+        {kConditions, "k FALSE\nn 2\nc FALSE\nd TRUE\n", "6:1 a[1] [missing-field]\n"},
+        {kConditions, "k FALSE\nn 1\nc FALSE\nc FALSE\nd TRUE\n", "6:1 c [unknown-label]\n"},
+    };
+    for (const auto& row : cases)
+        EXPECT_EQ(Judge(Quest(row.m_Fields), Text(row.m_Lines)).m_Findings, row.m_Findings)
+            << row.m_Fields << row.m_Lines;
+}
+
 TEST(DescribedFile, AFieldThatIsDueAndAbsentIsAnError) {
-    const OneLayout layout("\ta bool\n\twhen a\n\t\tx int\n\ty int\n");
+    const OneLayout layout = Quest("\ta bool\n\twhen a\n\t\tx int\n\ty int\n");
     EXPECT_EQ(Judge(layout, Text("a TRUE\ny 1\n")).m_Findings, "4:1 x [missing-field]\n");
     EXPECT_EQ(Judge(layout, Text("a FALSE\nx 1\ny 1\n")).m_Findings, "4:1 x [unknown-label]\n");
 }
 
 TEST(DescribedFile, ABadLayoutIsToldWithItsPlace) {
-    const OneLayout layout("\ta flot\n");
+    const OneLayout layout = Quest("\ta flot\n");
     LoadOptions options;
     options.m_Layouts = &layout;
     const LoadedFile file = LoadNamed(Text("a 1\n"), "a.entity", options);
@@ -165,7 +175,7 @@ TEST(DescribedFile, ABadLayoutIsToldWithItsPlace) {
 
 // Types that are built in never ask.
 TEST(DescribedFile, SettledTypesAreAlwaysBuiltIn) {
-    const OneLayout layout("\tx int\n");
+    const OneLayout layout = Quest("\tx int\n");
     LoadOptions options;
     options.m_Layouts = &layout;
     const LoadedFile file = LoadNamed("TXT\nentityType \"Fleet\"\ndefaultCohesionRange \"Far\"\n", "a.entity", options);
