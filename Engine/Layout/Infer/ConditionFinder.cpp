@@ -26,6 +26,7 @@ struct Candidate {
     std::uint32_t m_Field;
     bool m_IsBool;
     std::vector<std::int32_t> m_Values; // 0 and 1, or the index of the word; -1: not there
+    std::vector<std::uint32_t> m_Owner; // the instance of m_Record that each is seen from
 };
 
 struct Explanation {
@@ -34,7 +35,7 @@ struct Explanation {
     bool m_IsBool = false;
     std::size_t m_Words = 0;
     bool m_IsWeak = false; // most of its words stand once only
-    std::size_t m_Asked = 0;
+    std::size_t m_Asked = 0; // values that it stands on
     std::uint32_t m_Samples[2] = {0, 0}; // without the field, and with it
     bool m_IsUncertain = false;
 
@@ -114,6 +115,7 @@ std::vector<Candidate> Finder::FindCandidates(RecordDraft& record) const {
             candidate.m_Record = around;
             candidate.m_Field = index;
             candidate.m_IsBool = field.m_Kinds.Has(LayoutKind::Bool);
+            candidate.m_Owner = instanceOf;
             for (const std::uint32_t i : instanceOf) {
                 if (field.m_Tokens[i] == kNone) {
                     candidate.m_Values.push_back(-1);
@@ -167,13 +169,15 @@ bool Finder::Explain(const Candidate& candidate, const RecordDraft& record, cons
     const DraftField& field = candidate.m_Record->m_Fields[candidate.m_Field];
     std::vector<std::int8_t> sides(candidate.m_IsBool ? 2 : field.m_Words.size(), -1);
     std::size_t askedCount = 0;
+    std::vector<bool> isCounted(candidate.m_Record->m_Instances.size(), false); // one value decides for many elements
     std::set<std::uint32_t> samples[2];
     for (std::size_t i = 0; i < asked.size(); ++i) {
         if (!asked[i])
             continue;
-        ++askedCount;
         if (candidate.m_Values[i] < 0)
             return false;
+        askedCount += isCounted[candidate.m_Owner[i]] ? 0u : 1u;
+        isCounted[candidate.m_Owner[i]] = true;
         std::int8_t& side = sides[static_cast<std::size_t>(candidate.m_Values[i])];
         const std::int8_t here = present[i] ? 1 : 0;
         if (side != -1 && side != here)

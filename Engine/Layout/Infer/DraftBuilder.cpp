@@ -65,6 +65,8 @@ void Builder::ReadValue(DraftField& field, const SampleLine& line) const {
     if (const auto number = ReadIntText(line.m_Value))
         Remember(field.m_Numbers, *number, kMostNumbers);
     if (!(field.m_Kinds & kNumberKinds).IsEmpty())
+        field.m_Decimals.Add(line.m_Value);
+    if (!(field.m_Kinds & kNumberKinds).IsEmpty())
         field.m_Largest = std::max(field.m_Largest, std::abs(std::strtod(std::string(line.m_Value).c_str(), nullptr)));
 }
 
@@ -238,9 +240,21 @@ std::optional<SampleConflict> Builder::Build(RecordDraft& record) {
     return std::nullopt;
 }
 
+// Digits that are as many as a colour has, time and again.
+bool AreLikeColors(const std::vector<std::int32_t>& numbers) {
+    constexpr std::int32_t kLeastOfEightDigits = 10'000'000;
+    const auto likeColors = std::count_if(numbers.begin(), numbers.end(),
+                                          [](std::int32_t number) { return number >= kLeastOfEightDigits; });
+    return likeColors >= 2 && 2 * likeColors >= static_cast<std::ptrdiff_t>(numbers.size());
+}
+
 // Digits alone are no decimals: writers give these a point.
 void DropUnlikelyKinds(RecordDraft& record) {
     for (DraftField& field : record.m_Fields) {
+        if (field.IsLikelyDouble())
+            field.m_Usual = LayoutKind::Double;
+        if (!field.m_Usual.has_value() && field.m_Kinds.Has(LayoutKind::Color) && AreLikeColors(field.m_Numbers))
+            field.m_Usual = LayoutKind::Color;
         if (field.m_Known == kNoLayoutIndex && field.m_Kinds.Has(LayoutKind::Int64)) {
             field.m_Kinds.Remove(LayoutKind::Float);
             field.m_Kinds.Remove(LayoutKind::Double);
@@ -270,6 +284,15 @@ std::optional<SampleConflict> BuildDraft(std::span<const SampleTree* const> tree
         return conflict;
     DropUnlikelyKinds(draft);
     return std::nullopt;
+}
+
+void SettleDecimals(RecordDraft& draft) {
+    for (DraftField& field : draft.m_Fields) {
+        if (field.m_Decimals.IsFloat() && field.m_Kinds.Has(LayoutKind::Float))
+            field.m_Kinds = {LayoutKind::Float};
+        if (field.m_Inner != nullptr)
+            SettleDecimals(*field.m_Inner);
+    }
 }
 
 } // namespace Corvid

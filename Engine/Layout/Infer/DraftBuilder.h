@@ -17,4 +17,7 @@ namespace Corvid {
 std::optional<SampleConflict> BuildDraft(std::span<const SampleTree* const> trees, const KnownLayout* known,
                                          RecordDraft& draft);
 
+// Settles decimals that nothing but floats can have been written from, where bytes have not told.
+void SettleDecimals(RecordDraft& draft);
+
 } // namespace Corvid

@@ -182,8 +182,9 @@ void Maker::AddValue(DraftField& field) {
     }
     if (!kNumberKinds.Has(kind))
         return;
-    node.m_IsDoubtful =
-        m_IsAssumed ? field.m_Kinds.Has(LayoutKind::Color) && !field.m_Kinds.IsOne() : !field.m_Kinds.IsOne();
+    node.m_IsDoubtful = m_IsAssumed
+                            ? (field.m_Kinds.Has(LayoutKind::Color) && !field.m_Kinds.IsOne()) || field.IsLikelyDouble()
+                            : !field.m_Kinds.IsOne();
     const bool isKnown = field.m_Known != kNoLayoutIndex;
     const bool mayCount = isKnown ? (*m_Known)[field.m_Known].m_Kind == LayoutKind::Count : !m_IsAssumed;
     if (kind == LayoutKind::Int && !node.m_IsDoubtful && mayCount && field.m_Numbers.size() == 1 &&

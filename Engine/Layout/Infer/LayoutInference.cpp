@@ -20,7 +20,8 @@ namespace {
 
 constexpr std::string_view kTypeLabel = "entityType";
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
-constexpr int kMostRounds = 4; // of narrowing kinds by one another
+constexpr int kMostRounds = 4;       // of narrowing kinds by one another
+constexpr std::size_t kManyMore = 4; // times as many files that fit as files that do not
 
 struct TextSample {
     const Sample* m_Sample;
@@ -64,6 +65,7 @@ private:
     void FitTwins();
     bool Narrow(const std::vector<std::pair<DraftField*, KindSet>>& kinds);
     void FitOthers();
+    void FitGroup(std::vector<const BinarySample*> files);
     FitAnswer::Verdict FitSideBySide(std::span<const BinarySample* const> files, bool isTakenOver);
     void Apply(const DraftLayout& made, const FitAnswer& answer);
 
@@ -132,6 +134,32 @@ void TypeInference::FitTwins() {
     }
 }
 
+// Bytes that the field takes at least in binary, with what is nested in it.
+std::size_t LeastSizeOf(const Layout& layout, LayoutIndex field) {
+    std::size_t size = LeastBytesOf(layout[field].m_Kind);
+    const bool isAlwaysThere = layout[field].m_Kind == LayoutKind::Record || layout[field].m_Kind == LayoutKind::Use;
+    for (LayoutIndex inner = field + 1; isAlwaysThere && inner < layout[field].m_End; inner = layout[inner].m_End)
+        size += LeastSizeOf(layout, inner);
+    return size;
+}
+
+// Whether numbers that a binary file has in the field tell if it counts. They do not while elements may take no bytes.
+bool CanNumbersTell(const DraftLayout& made, LayoutIndex node) {
+    const DraftField& field = *made.m_Fields[node];
+    const Layout& layout = made.m_Layout;
+    const LayoutIndex end = layout[node].m_End;
+    if (field.m_Shape == DraftShape::List) {
+        std::size_t size = 0;
+        for (LayoutIndex inner = node + 1; inner < end; inner = layout[inner].m_End)
+            size += LeastSizeOf(layout, inner);
+        return size > 0;
+    }
+    if (field.m_Numbers == std::vector<std::int32_t>{0}) // nobody knows what its elements would be
+        return false;
+    const bool mayCountOne = field.m_Numbers == std::vector<std::int32_t>{1} && end < layout.GetSize();
+    return !mayCountOne || LeastSizeOf(layout, end) > 0;
+}
+
 void TypeInference::Apply(const DraftLayout& made, const FitAnswer& answer) {
     for (LayoutIndex node = 0; node < made.m_Layout.GetSize(); ++node) {
         const FitAnswer::Choice choice = answer.m_Choices[node];
@@ -156,6 +184,8 @@ void TypeInference::Apply(const DraftLayout& made, const FitAnswer& answer) {
             continue;
         field->m_WasSeen[0] = field->m_WasSeen[0] || (answer.m_SeenBools[node] & 1) != 0;
         field->m_WasSeen[1] = field->m_WasSeen[1] || (answer.m_SeenBools[node] & 2) != 0;
+        if (!CanNumbersTell(made, node))
+            continue;
         std::vector<std::int32_t> numbers;
         std::set_union(field->m_Numbers.begin(), field->m_Numbers.end(), answer.m_SeenNumbers[node].begin(),
                        answer.m_SeenNumbers[node].end(), std::back_inserter(numbers));
@@ -190,18 +220,13 @@ FitAnswer::Verdict TypeInference::FitSideBySide(std::span<const BinarySample* co
     return answer.m_Verdict;
 }
 
-// Binary samples without a twin, so many at a time as can be read side by side, small ones first.
-void TypeInference::FitOthers() {
-    std::stable_sort(m_Others.begin(), m_Others.end(), [](const BinarySample* left, const BinarySample* right) {
-        return left->m_Values.size() < right->m_Values.size();
-    });
-    for (std::size_t first = 0; first < m_Others.size(); first += kMostFiles) {
-        std::vector<const BinarySample*> files(
-            m_Others.begin() + static_cast<std::ptrdiff_t>(first),
-            m_Others.begin() + static_cast<std::ptrdiff_t>(std::min(first + kMostFiles, m_Others.size())));
-        if (FitSideBySide(files, true) != FitAnswer::Verdict::FitsNot)
-            continue;
+// Files that are read side by side; where too much is open, each half for itself. Those that nothing fits cast doubt on
+// the layout: the others settle anything only if they are many more.
+void TypeInference::FitGroup(std::vector<const BinarySample*> files) {
+    FitAnswer::Verdict verdict = FitSideBySide(files, true);
+    if (verdict == FitAnswer::Verdict::FitsNot) {
         // One that nothing fits would hide what the others show.
+        const std::size_t before = files.size();
         std::erase_if(files, [this](const BinarySample* file) {
             const bool fits = FitSideBySide({&file, 1}, false) != FitAnswer::Verdict::FitsNot;
             if (!fits)
@@ -210,8 +235,28 @@ void TypeInference::FitOthers() {
                                                {}});
             return !fits;
         });
-        if (!files.empty())
-            FitSideBySide(files, true);
+        const std::size_t unfit = before - files.size();
+        if (files.empty() || unfit == 0)
+            return;
+        verdict = FitSideBySide(files, files.size() >= kManyMore * unfit);
+        m_HasBytes = m_HasBytes || verdict == FitAnswer::Verdict::Fits;
+    }
+    if (verdict != FitAnswer::Verdict::Undecided || files.size() < 2)
+        return;
+    const auto middle = files.begin() + static_cast<std::ptrdiff_t>(files.size() / 2);
+    FitGroup({files.begin(), middle});
+    FitGroup({middle, files.end()});
+}
+
+// Binary samples without a twin, so many at a time as can be read side by side, small ones first.
+void TypeInference::FitOthers() {
+    std::stable_sort(m_Others.begin(), m_Others.end(), [](const BinarySample* left, const BinarySample* right) {
+        return left->m_Values.size() < right->m_Values.size();
+    });
+    for (std::size_t first = 0; first < m_Others.size(); first += kMostFiles) {
+        const std::size_t end = std::min(first + kMostFiles, m_Others.size());
+        FitGroup({m_Others.begin() + static_cast<std::ptrdiff_t>(first),
+                  m_Others.begin() + static_cast<std::ptrdiff_t>(end)});
     }
 }
 
@@ -236,6 +281,7 @@ void TypeInference::Run() {
     FindConditions(m_Draft, m_Trees, GetKnown());
     FindBlocks(m_Draft, m_Blocks);
     FitTwins();
+    SettleDecimals(m_Draft);
     FitOthers();
     const DraftLayout made = Make(!m_HasBytes);
     m_Result.m_Layout = made.m_Layout;

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "Engine/Layout/Infer/DecimalEvidence.h"
 #include "Engine/Layout/Infer/SampleTree.h"
 #include "Engine/Layout/Infer/ValueKinds.h"
 #include "Engine/Layout/Layout.h"
@@ -76,11 +77,16 @@ struct DraftField {
     bool m_IsUnproven = false;            // of a list: no sample has two elements
     bool m_WasSeen[2] = {false, false};   // of a bool
     double m_Largest = 0.0;               // magnitude, of numbers
+    DecimalEvidence m_Decimals;
     std::vector<DraftWhen> m_Whens;       // outermost first
     std::unique_ptr<RecordDraft> m_Inner; // fields of the record, or of one element
 
     LayoutIndex m_Node = kNoLayoutIndex; // in the layout that was made last
 
+    // Text speaks for a double, as far as it can.
+    bool IsLikelyDouble() const {
+        return m_Decimals.IsNoFloat() && m_Kinds.Has(LayoutKind::Float) && m_Kinds.Has(LayoutKind::Double);
+    }
     bool IsOptional() const { return m_PresentCount < m_Tokens.size(); }
 };
 

@@ -8,8 +8,6 @@
 #include "Engine/Layout/Infer/LayoutInference.h"
 #include "Engine/Layout/LayoutParser.h"
 #include "Engine/Layout/LayoutText.h"
-#include "Tests/Engine/Layout/Infer/RandomLayout.h"
-#include "Tests/Engine/Layout/Infer/StrictConverter.h"
 
 namespace Corvid {
 
@@ -163,43 +161,6 @@ TEST(KnownLayoutTest, WhatContradictsNamesBothLines) {
         EXPECT_EQ(type.m_Problems[0].m_Other.m_Sample, "Quest.layout");
         EXPECT_EQ(type.m_Problems[0].m_Other.m_Line, each.layoutLine) << type.m_Problems[0].m_Message;
     }
-}
-
-// Of random types: what samples have only now and then, others may contradict; else what comes out converts right.
-TEST(KnownLayoutTest, InferenceInTwoStepsConvertsNothingWrong) {
-    int written = 0;
-    int contradicted = 0;
-    for (std::uint32_t seed = 1; seed <= 60; ++seed) {
-        RandomLayout random(seed);
-        Layout layout;
-        for (const bool isSecond : {false, true}) {
-            std::vector<Sample> samples;
-            for (int i = 0; i < 16; ++i) {
-                const RandomLayout::File file = random.MakeFile();
-                samples.push_back({std::to_string(i), i % 4 == 3 ? file.m_Binary : file.m_Text});
-            }
-            const LayoutToContinue known{layout, "known"};
-            InferredType type = InferLayouts(samples, {}, isSecond ? &known : nullptr).m_Types.at(0);
-            if (!type.m_HasLayout) {
-                ASSERT_TRUE(isSecond && type.m_Problems.at(0).m_Other.m_Sample == "known") << "seed " << seed;
-                ++contradicted;
-                continue;
-            }
-            layout = std::move(type.m_Layout);
-            const std::string text = WriteLayoutText(layout, {});
-            layout = *ParseLayout(text, {}).m_Layout;
-        }
-        for (int i = 0; i < 10; ++i) {
-            const RandomLayout::File file = random.MakeFile();
-            const auto binary = ToBinary(layout, file.m_Text, false);
-            const auto text = ToText(layout, file.m_Binary, false);
-            written += (binary.has_value() ? 1 : 0) + (text.has_value() ? 1 : 0);
-            EXPECT_EQ(binary.value_or(file.m_Binary), file.m_Binary) << "seed " << seed;
-            EXPECT_EQ(text.value_or(file.m_Text), file.m_Text) << "seed " << seed;
-        }
-    }
-    EXPECT_LE(contradicted, 6);
-    EXPECT_GE(written, 60 * 10 * 2 * 8 / 10);
 }
 
 } // namespace

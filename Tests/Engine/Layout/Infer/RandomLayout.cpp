@@ -26,7 +26,7 @@ struct RandomLayout::Writing {
 
     void Line(const std::string& label, const std::string& value) {
         m_Text.append(static_cast<std::size_t>(m_Depth), '\t').append(label);
-        m_Text.append(value.empty() || label.empty() ? "" : " ").append(value).append("\r\n");
+        m_Text.append(value.empty() ? "" : " ").append(value).append("\r\n"); // rows of a matrix have no label
     }
     template <class Value> void Bytes(const Value& value) {
         m_Binary.append(reinterpret_cast<const char*>(&value), sizeof(value));
