@@ -1,15 +1,18 @@
-// LayoutBenchmark: a record of 30 MB, loaded and saved by compiled code and by its layout, in both encodings, and how
-// long an ordinary layout takes to parse. Prints the best of some runs.
+// LayoutBenchmark: a record of 30 MB, loaded and saved by compiled code and by its layout, in both encodings; how long
+// an ordinary layout takes to parse; how long a layout takes to be inferred from a thousand samples. Prints the best of
+// some runs.
 
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "Engine/Archive/FileArchiveSystem.h"
 #include "Engine/Archive/Record.h"
 #include "Engine/Layout/DescribedRecord.h"
+#include "Engine/Layout/Infer/LayoutInference.h"
 #include "Engine/Layout/LayoutLister.h"
 #include "Engine/Layout/LayoutParser.h"
 #include "Engine/Layout/LayoutText.h"
@@ -44,6 +47,25 @@ public:
     static void Fields(auto& self, auto& fields) { fields.List(u"BuoyCount", u"Buoy", self.m_Buoys); }
 
     DynamicVector<Buoy> m_Buoys;
+};
+
+// An entity file of a type that nobody has described, of 10 KB.
+class Voyage final : public Record<Voyage> {
+public:
+    static void Fields(auto& self, auto& fields) {
+        fields.Value(u"entityType", self.m_Type);
+        fields.Value(u"IsCharted", self.m_IsCharted);
+        if (self.m_IsCharted)
+            fields.Value(u"Depth", self.m_Depth);
+        fields.List(u"BuoyCount", u"Buoy", self.m_Buoys);
+        fields.Value(u"Last", self.m_Last);
+    }
+
+    FixedString<32> m_Type;
+    bool m_IsCharted = false;
+    float m_Depth = 0.0f; // fathoms
+    DynamicVector<Buoy> m_Buoys;
+    std::int32_t m_Last = 0;
 };
 
 template <class Step> double BestSeconds(Step step) {
@@ -91,21 +113,51 @@ void Measure(const char* name, const Chart& chart, const std::shared_ptr<const R
                 saveCompiled / saveDescribed);
 }
 
+void Fill(Buoy& buoy, int i) {
+    const float number = static_cast<float>(i);
+    buoy.m_Name = i % 3 == 0 ? u"Outer marker" : u"Inner marker of the harbour";
+    buoy.m_IsLit = i % 2 == 0;
+    buoy.m_Position = {number * 0.37f, -number, number / 7.0f};
+    buoy.m_Depth = number / 3.0f;
+    buoy.m_Group = i % 100;
+    buoy.m_Tint = UnpackColor(static_cast<std::uint32_t>(i) * 2654435761u);
+}
+
+// Texts, and some binary files that are none of them.
+void MeasureInference() {
+    constexpr int kSamples = 1'000;
+    std::vector<Sample> samples;
+    std::size_t bytes = 0;
+    for (int i = 0; i < kSamples; ++i) {
+        Voyage voyage;
+        voyage.m_Type = u"Quest";
+        voyage.m_IsCharted = i % 3 != 0;
+        voyage.m_Depth = static_cast<float>(i) / 7.0f;
+        voyage.m_Last = i - 500;
+        const int buoys = 62 + i % 10;
+        voyage.m_Buoys.SetCapacity(buoys);
+        for (int buoy = 0; buoy < buoys; ++buoy)
+            Fill(voyage.m_Buoys.Append(), i * 61 + buoy);
+        samples.push_back({std::to_string(i), Save(voyage, i % 10 == 9 ? ArchiveFormat::Binary : ArchiveFormat::Text)});
+        bytes += samples.back().m_Bytes.size();
+    }
+    bool isSound = true;
+    const double seconds = BestSeconds([&] {
+        const Inference inference = InferLayouts(samples, {});
+        isSound &= inference.m_Types.at(0).m_HasLayout && inference.m_Types[0].m_Marks.empty();
+    });
+    std::printf("a layout of %d samples of %.1f KB%s: inferred in %.2f s\n", kSamples,
+                static_cast<double>(bytes) / 1e3 / kSamples, isSound ? "" : ", NOT PROVEN", seconds);
+}
+
 } // namespace
 
 int main() {
     constexpr int kBuoys = 210'000;
     Chart chart;
-    for (int i = 0; i < kBuoys; ++i) {
-        Buoy& buoy = chart.m_Buoys.Append();
-        const float number = static_cast<float>(i);
-        buoy.m_Name = i % 3 == 0 ? u"Outer marker" : u"Inner marker of the harbour";
-        buoy.m_IsLit = i % 2 == 0;
-        buoy.m_Position = {number * 0.37f, -number, number / 7.0f};
-        buoy.m_Depth = number / 3.0f;
-        buoy.m_Group = i % 100;
-        buoy.m_Tint = UnpackColor(static_cast<std::uint32_t>(i) * 2654435761u);
-    }
+    chart.m_Buoys.SetCapacity(kBuoys);
+    for (int i = 0; i < kBuoys; ++i)
+        Fill(chart.m_Buoys.Append(), i);
     const Layout layout = LayoutOf("Chart", chart);
     const auto plan = std::make_shared<RecordPlan>(layout);
     Measure("text", chart, plan, ArchiveFormat::Text);
@@ -118,5 +170,6 @@ int main() {
     bool isSound = true;
     const double parsing = BestSeconds([&] { isSound &= ParseLayout(text, blocks).m_Layout.has_value(); });
     std::printf("a layout of 110 lines%s: parsed in %.3f ms\n", isSound ? "" : ", NOT SOUND", parsing * 1000.0);
+    MeasureInference();
     return 0;
 }

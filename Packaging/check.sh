@@ -52,7 +52,7 @@ if [ -x system/usr/bin/corvid ]; then
     system/usr/bin/corvid convert -q --to bin -o again.mesh $examples/Mesh/cube.mesh && cmp again.mesh converted ||
         Fail "the packed corvid converts otherwise than recast"
     for file in man/man1/corvid.1.gz man/man5/corvid-layout.5.gz bash-completion/completions/corvid \
-        zsh/vendor-completions/_corvid fish/vendor_completions.d/corvid.fish corvid/integrations/git/config; do
+        zsh/vendor-completions/_corvid fish/vendor_completions.d/corvid.fish corvid/integrations/git/config corvid/layouts/README; do
         [ -s "system/usr/share/$file" ] || Fail "the package has no $file"
     done
 fi

@@ -40,6 +40,7 @@ if(TARGET corvid)
     else()
         install(DIRECTORY Integrations/ DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/corvid/integrations COMPONENT corvid
             PATTERN windows EXCLUDE)
+        install(FILES Packaging/Layouts/README DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/corvid/layouts COMPONENT corvid)
         if(TARGET corvid-documents)
             corvid_install_compressed(${PROJECT_BINARY_DIR}/corvid.1 ${CMAKE_INSTALL_MANDIR}/man1 corvid)
             corvid_install_compressed(${PROJECT_SOURCE_DIR}/Docs/corvid-layout.5 ${CMAKE_INSTALL_MANDIR}/man5 corvid)
