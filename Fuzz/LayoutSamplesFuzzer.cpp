@@ -36,7 +36,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     std::optional<LayoutToContinue> toContinue;
     if (known.m_Layout)
-        toContinue.emplace(*known.m_Layout, "known");
+        toContinue.emplace(LayoutToContinue{*known.m_Layout, "known"});
     const Inference inference = InferLayouts(samples, BuiltInBlocks(), toContinue ? &*toContinue : nullptr);
     for (const InferredType& type : inference.m_Types) {
         if (!type.m_HasLayout || type.m_TypeWord != "Quest")

@@ -211,7 +211,7 @@ int RunCommand(const LayoutInferOptions& options, Console& console) {
     Findings findings(options, console);
     std::optional<LayoutToContinue> toContinue;
     if (known != nullptr)
-        toContinue.emplace(known->m_Plan->GetLayout(), *options.m_Known);
+        toContinue.emplace(LayoutToContinue{known->m_Plan->GetLayout(), *options.m_Known});
     const Inference inference = InferLayouts(samples, BuiltInBlocks(), toContinue.has_value() ? &*toContinue : nullptr);
     AddProblems(inference.m_Problems, DiagnosticCode::BadText, findings);
     if (toContinue.has_value() &&
