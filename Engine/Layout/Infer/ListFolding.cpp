@@ -3,13 +3,16 @@
 #include <algorithm>
 #include <map>
 #include <optional>
+#include <set>
 #include <string_view>
 
 namespace Corvid {
 
 namespace {
 
-constexpr std::size_t kMostLabels = 4; // of one element
+constexpr std::size_t kMostLabels = 4;        // of one element
+constexpr std::size_t kMostVaryingLabels = 8; // where not each element has all of them
+constexpr std::size_t kLeastProofs = 2;       // places with two of those elements or more
 
 class Folder {
 public:
@@ -47,7 +50,9 @@ private:
     Labels LabelsBehind(const Place& place, std::size_t count) const;
     std::optional<Labels> FindElement(const Candidate& candidate) const;
     std::optional<Labels> FindLoneElement(const Candidate& candidate) const;
-    void Fold(const Candidate& candidate, std::size_t elementSize);
+    using Sizes = std::vector<std::size_t>; // of the elements of one place
+    std::optional<std::vector<Sizes>> FindVaryingElements(const Candidate& candidate) const;
+    void Fold(const Candidate& candidate, const std::vector<Sizes>& sizes);
     bool FoldOne(bool isLone, std::vector<std::string>& unproven);
 
     std::span<DraftInstance> m_Instances;
@@ -151,7 +156,54 @@ std::optional<Folder::Labels> Folder::FindLoneElement(const Candidate& candidate
     return element.empty() ? std::nullopt : std::optional(element);
 }
 
-void Folder::Fold(const Candidate& candidate, std::size_t elementSize) {
+// Elements that begin alike, and have some of their further labels only now and then: those that stand between two
+// beginnings. By place, nothing if that is not how the lines stand everywhere.
+std::optional<std::vector<Folder::Sizes>> Folder::FindVaryingElements(const Candidate& candidate) const {
+    std::string_view first;
+    std::set<std::string_view> further;
+    std::size_t proofs = 0;
+    for (const Place& place : candidate.m_Places) {
+        const DraftInstance& instance = m_Instances[place.m_Instance];
+        std::int32_t begun = 0;
+        for (std::size_t token = place.m_Token + 1; begun < place.m_Count; ++token) {
+            const std::string_view label = token < instance.m_Tokens.size() ? LabelOf(instance, token) : "";
+            if (begun == 0 && first.empty())
+                first = label;
+            if (label.empty() || (begun == 0 && label != first))
+                return std::nullopt;
+            if (label == first)
+                ++begun;
+            else
+                further.insert(label);
+        }
+        proofs += place.m_Count >= 2 ? 1u : 0u;
+    }
+    if (proofs < kLeastProofs || further.empty() || further.size() >= kMostVaryingLabels)
+        return std::nullopt;
+    std::vector<Sizes> sizes;
+    for (const Place& place : candidate.m_Places) {
+        const DraftInstance& instance = m_Instances[place.m_Instance];
+        const auto labelAt = [&](std::size_t token) {
+            return token < instance.m_Tokens.size() ? LabelOf(instance, token) : std::string_view();
+        };
+        std::size_t token = place.m_Token + 1;
+        Sizes& sizesHere = sizes.emplace_back();
+        for (std::int32_t element = 0; element < place.m_Count; ++element) {
+            if (labelAt(token) != first)
+                return std::nullopt;
+            const std::size_t begin = token++;
+            std::set<std::string_view> used;
+            while (further.contains(labelAt(token)) && used.insert(labelAt(token)).second)
+                ++token;
+            sizesHere.push_back(token - begin);
+        }
+        if (labelAt(token) == first || further.contains(labelAt(token)))
+            return std::nullopt;
+    }
+    return sizes;
+}
+
+void Folder::Fold(const Candidate& candidate, const std::vector<Sizes>& sizes) {
     for (std::size_t i = candidate.m_Places.size(); i-- > 0;) {
         const Place& place = candidate.m_Places[i];
         std::vector<SampleToken>& tokens = m_Instances[place.m_Instance].m_Tokens;
@@ -159,9 +211,9 @@ void Folder::Fold(const Candidate& candidate, std::size_t elementSize) {
         count.m_IsCount = true;
         const auto first = tokens.begin() + place.m_Token + 1;
         auto last = first;
-        for (std::int32_t element = 0; element < place.m_Count; ++element) {
+        for (const std::size_t size : sizes[i]) {
             const auto begin = last;
-            last += static_cast<std::ptrdiff_t>(elementSize);
+            last += static_cast<std::ptrdiff_t>(size);
             count.m_Elements.emplace_back(std::make_move_iterator(begin), std::make_move_iterator(last));
         }
         tokens.erase(first, last);
@@ -191,7 +243,18 @@ bool Folder::FoldOne(bool isLone, std::vector<std::string>& unproven) {
             continue;
         if (isLone)
             unproven.emplace_back(label);
-        Fold(candidate, element->size());
+        std::vector<Sizes> sizes;
+        for (const Place& place : candidate.m_Places)
+            sizes.emplace_back(static_cast<std::size_t>(place.m_Count), element->size());
+        Fold(candidate, sizes);
+        return true;
+    }
+    for (std::size_t i = 0; i < order.size() && !isLone; ++i) {
+        const Candidate& candidate = candidates.at(order[i]);
+        const auto sizes = FindVaryingElements(candidate);
+        if (!sizes.has_value())
+            continue;
+        Fold(candidate, *sizes);
         return true;
     }
     return false;

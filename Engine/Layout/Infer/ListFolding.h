@@ -10,9 +10,10 @@
 namespace Corvid {
 
 // Finds the counts among the lines of a record: an integer n in front of n equal groups of one to four labels, wherever
-// the record stands. Their elements' tokens move into the count's token. Inner lists are folded before the lists whose
-// elements hold them. Of the labels that are counts, those are returned of which no sample has two elements.
-// What `known`, if there is one, knows better is left alone.
+// the record stands; or of n groups that begin with one label and have others only now and then. Their elements' tokens
+// move into the count's token. Inner lists are folded before the lists whose elements hold them. Of the labels that are
+// counts, those are returned of which no sample has two elements. What `known`, if there is one, knows better is left
+// alone.
 std::vector<std::string> FoldLists(std::span<DraftInstance> instances, std::span<const SampleTree* const> trees,
                                    const KnownLayout* known);
 

@@ -79,6 +79,9 @@ void RandomLayout::AddList(int depth) {
     m_Deciders.emplace_back();
     const int labels = Draw(1, 4);
     for (int i = 0; i < labels; ++i) {
+        if (i > 0 && Chance(8) && depth < 3 && AddWhen(depth)) {
+            continue;
+        }
         if (Chance(50)) {
             AddValue();
         } else if (Chance(20) && depth < 2) {
