@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <limits>
 #include <optional>
 #include <unordered_map>
 
@@ -228,9 +229,10 @@ bool Search::ReadValue(State& state, LayoutKind kind) {
             value = bytes[0];
             if (m_Notes != nullptr)
                 m_Notes->m_SeenBools[node] |= static_cast<std::uint8_t>(1 << value);
-        } else if (kind == LayoutKind::Int && m_Notes != nullptr) {
+        } else if ((kind == LayoutKind::Int || kind == LayoutKind::Int64) && m_Notes != nullptr) {
             std::vector<std::int32_t>& numbers = m_Notes->m_SeenNumbers[node];
-            const std::int32_t number = TakeInt(bytes);
+            const bool isLarge = kind == LayoutKind::Int64 && TakeInt(bytes.substr(sizeof(std::int32_t))) != 0;
+            const std::int32_t number = isLarge ? std::numeric_limits<std::int32_t>::max() : TakeInt(bytes);
             const auto place = std::lower_bound(numbers.begin(), numbers.end(), number);
             if (place == numbers.end() || *place != number)
                 numbers.insert(place, number);

@@ -31,9 +31,10 @@ struct FitAnswer {
         bool m_IsSettled = false;
     };
     std::vector<Choice> m_Choices;
-    std::vector<std::uint8_t> m_SeenBools;                // by node, bit 0: FALSE, bit 1: TRUE
-    std::vector<std::vector<std::int32_t>> m_SeenNumbers; // by node, of integers and counts; sorted
-    std::vector<std::uint32_t> m_Sides[2];                // by node of a condition, samples where it is false, true
+    std::vector<std::uint8_t> m_SeenBools; // by node, bit 0: FALSE, bit 1: TRUE
+    std::vector<std::vector<std::int32_t>>
+        m_SeenNumbers;                     // by node, of integers (large ones as the largest) and counts; sorted
+    std::vector<std::uint32_t> m_Sides[2]; // by node of a condition, samples where it is false, true
 };
 
 inline constexpr std::uint64_t kMostStepsOfType = 40'000'000; // in all questions about one type

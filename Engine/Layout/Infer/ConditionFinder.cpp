@@ -34,8 +34,8 @@ struct Explanation {
     std::vector<DraftWhen> m_Around; // the conditions that hold wherever it is asked
     bool m_IsBool = false;
     std::size_t m_Words = 0;
-    bool m_IsWeak = false; // most of its words stand once only
-    std::size_t m_Asked = 0; // values that it stands on
+    bool m_IsWeak = false;               // most of its words stand once only
+    std::size_t m_Asked = 0;             // values that it stands on
     std::uint32_t m_Samples[2] = {0, 0}; // without the field, and with it
     bool m_IsUncertain = false;
 

@@ -160,6 +160,12 @@ bool CanNumbersTell(const DraftLayout& made, LayoutIndex node) {
     return !mayCountOne || LeastSizeOf(layout, end) > 0;
 }
 
+// What looks like eight bytes of a number that was always 0 or 1 may be a count with an element of zeros.
+bool MayCountInstead(const DraftField& field, const std::vector<std::int32_t>& numbers) {
+    return field.m_Numbers.size() == 1 && (field.m_Numbers[0] == 0 || field.m_Numbers[0] == 1) &&
+           numbers != field.m_Numbers && !numbers.empty();
+}
+
 void TypeInference::Apply(const DraftLayout& made, const FitAnswer& answer) {
     for (LayoutIndex node = 0; node < made.m_Layout.GetSize(); ++node) {
         const FitAnswer::Choice choice = answer.m_Choices[node];
@@ -178,6 +184,8 @@ void TypeInference::Apply(const DraftLayout& made, const FitAnswer& answer) {
         if (field == nullptr || field->m_IsBuiltIn)
             continue;
         const LayoutKind kind = static_cast<LayoutKind>(choice.m_Choice);
+        if (kind == LayoutKind::Int64 && MayCountInstead(*field, answer.m_SeenNumbers[node]))
+            continue;
         if (choice.m_IsSettled && field->m_Shape == DraftShape::Value && field->m_Kinds.Has(kind))
             field->m_Kinds = {kind};
         if (!answer.m_IsCertain)
