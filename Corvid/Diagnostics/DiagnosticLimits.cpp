@@ -77,7 +77,7 @@ std::vector<ShownDiagnostic> SelectShown(const DiagnosticLog& log, const Diagnos
         if (diagnostic.m_Severity >= limits.m_Least)
             selection.Add(diagnostic);
     }
-    for (const DiagnosticLog::LeftOut& leftOut : log.GetLeftOut()) {
+    for (const auto& [key, leftOut] : log.GetLeftOut()) {
         if (leftOut.m_First.m_Severity >= limits.m_Least)
             selection.AddLeftOut(leftOut.m_First, leftOut.m_Count);
     }

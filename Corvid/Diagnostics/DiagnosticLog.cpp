@@ -7,27 +7,24 @@ namespace Corvid {
 
 namespace {
 
-constexpr std::size_t kMostLeftOut = 1000; // codes and fields
+constexpr std::size_t kMostGroups = 1000; // of codes and fields; what is beyond them counts for the first
 
 } // namespace
 
 void DiagnosticLog::LeaveOut(Diagnostic diagnostic, std::uint64_t count) {
-    const std::string field = FieldOfAnyElement(diagnostic.m_Field);
-    const auto same = std::find_if(m_LeftOut.begin(), m_LeftOut.end(), [&](const LeftOut& other) {
-        return other.m_First.m_Code == diagnostic.m_Code && FieldOfAnyElement(other.m_First.m_Field) == field;
-    });
-    if (same != m_LeftOut.end())
-        same->m_Count += count;
-    else if (m_LeftOut.size() < kMostLeftOut)
-        m_LeftOut.push_back({std::move(diagnostic), count});
-    else
-        m_LeftOut.back().m_Count += count;
+    CodeAndField key(diagnostic.m_Code, FieldOfAnyElement(diagnostic.m_Field));
+    auto group = m_LeftOut.find(key);
+    if (group == m_LeftOut.end())
+        group = m_LeftOut.size() < kMostGroups ? m_LeftOut.try_emplace(std::move(key)).first : m_LeftOut.begin();
+    if (group->second.m_Count == 0)
+        group->second.m_First = std::move(diagnostic);
+    group->second.m_Count += count;
 }
 
 void DiagnosticLog::Append(DiagnosticLog other) {
     for (Diagnostic& diagnostic : other.m_Diagnostics)
         Add(std::move(diagnostic));
-    for (LeftOut& leftOut : other.m_LeftOut)
+    for (auto& [key, leftOut] : other.m_LeftOut)
         LeaveOut(std::move(leftOut.m_First), leftOut.m_Count);
 }
 
@@ -42,7 +39,7 @@ void DiagnosticLog::SortByPlace() {
 
 template <class Change> void DiagnosticLog::ForEach(Change change) {
     std::for_each(m_Diagnostics.begin(), m_Diagnostics.end(), change);
-    for (LeftOut& leftOut : m_LeftOut)
+    for (auto& [key, leftOut] : m_LeftOut)
         change(leftOut.m_First);
 }
 
@@ -64,7 +61,7 @@ bool DiagnosticLog::Has(Severity severity) const {
     return std::any_of(m_Diagnostics.begin(), m_Diagnostics.end(),
                        [&](const Diagnostic& diagnostic) { return diagnostic.m_Severity == severity; }) ||
            std::any_of(m_LeftOut.begin(), m_LeftOut.end(),
-                       [&](const LeftOut& leftOut) { return leftOut.m_First.m_Severity == severity; });
+                       [&](const auto& group) { return group.second.m_First.m_Severity == severity; });
 }
 
 } // namespace Corvid

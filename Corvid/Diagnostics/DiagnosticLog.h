@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -37,7 +38,8 @@ public:
     bool IsEmpty() const { return m_Diagnostics.empty(); }
     bool HasErrors() const { return Has(Severity::Error); }
 
-    const std::vector<LeftOut>& GetLeftOut() const { return m_LeftOut; }
+    using CodeAndField = std::pair<DiagnosticCode, std::string>; // the field without its indices
+    const std::map<CodeAndField, LeftOut>& GetLeftOut() const { return m_LeftOut; }
 
     void Append(DiagnosticLog other);
 
@@ -57,7 +59,7 @@ private:
 
     std::size_t m_MostKept;
     std::vector<Diagnostic> m_Diagnostics;
-    std::vector<LeftOut> m_LeftOut; // of few codes and fields
+    std::map<CodeAndField, LeftOut> m_LeftOut;
 };
 
 } // namespace Corvid

@@ -147,23 +147,29 @@ bool TextExplainer::IsDoubled(LineIndex line, Record& record, const ElementPlace
            CountBelow(label, record) >= static_cast<std::size_t>(*element->m_Count) - element->m_Index;
 }
 
-// What stands where the next row is due. A line in front of all the rows that are due belongs to nobody; another one is
-// a row that has lost its bracket.
-TextExplainer::RowPlace TextExplainer::FindRow(std::uint32_t depth, int due) const {
-    const auto isInside = [&](LineIndex line) {
-        return m_Lines[line].IsBlank() || m_Lines[line].GetLabel().starts_with('[') ||
-               (m_Lines.IsIndented() && m_Lines[line].m_Depth >= depth);
-    };
-    if (m_Line == m_Lines.GetSize() || !isInside(m_Line))
-        return RowPlace::Missing;
-    if (m_Lines[m_Line].GetLabel().starts_with('['))
-        return RowPlace::Row;
+// Where the next of the rows that are due stands; nothing: nowhere. Lines in front of all of them belong to nobody;
+// another one is a row that has lost its bracket.
+std::optional<LineIndex> TextExplainer::FindRow(std::uint32_t depth, int due) const {
+    std::optional<LineIndex> firstLine;
+    std::optional<LineIndex> firstRow;
     int rows = 0;
-    for (LineIndex line = m_Line; line < m_Lines.GetSize() && isInside(line) && rows < due; ++line)
-        rows += m_Lines[line].GetLabel().starts_with('[') ? 1 : 0;
-    if (rows == due || (m_Lines[m_Line].IsBlank() && rows > 0))
-        return RowPlace::Stranger;
-    return m_Lines[m_Line].IsBlank() ? RowPlace::Missing : RowPlace::Row;
+    for (LineIndex index = m_Line; index < m_Lines.GetSize() && rows < due; ++index) {
+        const ArchiveLine& line = m_Lines[index];
+        if (line.IsBlank())
+            continue;
+        const bool isRow = line.GetLabel().starts_with('[');
+        if (!isRow && (!m_Lines.IsIndented() || line.m_Depth < depth))
+            break;
+        firstLine = firstLine ? firstLine : index;
+        if (isRow) {
+            firstRow = firstRow ? firstRow : index;
+            ++rows;
+        }
+    }
+    if (rows == due)
+        return firstRow;
+    const bool isBehindBlanks = firstLine && *firstLine != m_Line;
+    return isBehindBlanks && rows == 0 ? std::nullopt : firstLine;
 }
 
 // Rows are taken as they come: a spoilt one costs no other.
@@ -175,10 +181,10 @@ void TextExplainer::ReadMatrix(LayoutIndex index, std::uint32_t depth, Record& r
     bool isWhole = true;
     for (int row = 0; row < size; ++row) {
         const std::string which = "row " + std::to_string(row + 1) + " of " + std::to_string(size);
-        RowPlace place = FindRow(depth, size - row);
-        for (; place == RowPlace::Stranger; place = FindRow(depth, size - row))
+        const std::optional<LineIndex> found = FindRow(depth, size - row);
+        while (found && m_Line < *found)
             ReportUnknown(m_Line++, record);
-        if (place == RowPlace::Missing) {
+        if (!found) {
             if (isWhole && m_Line == m_Lines.GetSize())
                 m_IsEndReported = true;
             if (isWhole)

@@ -57,9 +57,6 @@ private:
         bool m_IsEarly = false;    // the current line stays where it is
     };
 
-    // What stands where a row of a matrix is due.
-    enum class RowPlace { Row, Stranger, Missing };
-
     // What a line that is passed over may come too early for.
     enum class Passing { Any, NoElements };
 
@@ -69,7 +66,7 @@ private:
     void ReadFieldAt(LayoutIndex index, const Place& place, Record& record, const ElementPlace* element);
     void ReadNested(LayoutIndex index, std::uint32_t depth, const Record& outer, const ElementPlace* element);
     bool IsDoubled(LineIndex line, Record& record, const ElementPlace* element);
-    RowPlace FindRow(std::uint32_t depth, int due) const;
+    std::optional<LineIndex> FindRow(std::uint32_t depth, int due) const;
     void ReadMatrix(LayoutIndex index, std::uint32_t depth, Record& record, const ElementPlace* element);
     void ReadList(LayoutIndex index, Record& record, const ElementPlace* outer);
     void ReadListAt(LayoutIndex index, const Place& place, Record& record, const ElementPlace* outer);
