@@ -157,6 +157,26 @@ TEST(DescribedFile, ElementsThatBeginWithNoPlainField) {
             << row.m_Fields << row.m_Lines;
 }
 
+// Cut at any length, a described file is refused with a reason, in either encoding.
+TEST(DescribedFile, CutAnywhereItIsRefused) {
+    const OneLayout layout = Quest("\ts string\n\tn count\n\t\tr\n\t\t\tk bool\n\t\t\twhen k\n\t\t\t\tf float\n"
+                                   "\t\tw word \"A\" \"B\"\n\tm count\n\tc color\n\tlast bool\n");
+    const std::string text =
+        Text("s \"abc\"\nn 2\nr\n\tk TRUE\n\tf 1.5\nw \"A\"\nr\n\tk FALSE\nw \"B\"\nm 0\nc ff00ff00\n"
+             "last TRUE");
+    LoadOptions options;
+    options.m_Layouts = &layout;
+    const LoadedFile sound = LoadNamed(text, "a.entity", options);
+    ASSERT_EQ(FindingsOf(sound), "");
+    const std::string binary = SaveToBytes(*sound.m_Object, ArchiveFormat::Binary, FloatPrecision::Exact).value();
+    for (const std::string& whole : {text, binary}) {
+        ASSERT_FALSE(LoadNamed(whole, "a.entity", options).m_Log.HasErrors());
+        for (std::size_t length = 0; length < whole.size(); ++length)
+            EXPECT_TRUE(LoadNamed(whole.substr(0, length), "a.entity", options).m_Log.HasErrors())
+                << whole.substr(0, 3) << " of " << length;
+    }
+}
+
 TEST(DescribedFile, AFieldThatIsDueAndAbsentIsAnError) {
     const OneLayout layout = Quest("\ta bool\n\twhen a\n\t\tx int\n\ty int\n");
     EXPECT_EQ(Judge(layout, Text("a TRUE\ny 1\n")).m_Findings, "4:1 x [missing-field]\n");
