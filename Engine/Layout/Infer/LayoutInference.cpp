@@ -244,6 +244,7 @@ void TypeInference::FitGroup(std::vector<const BinarySample*> files) {
             return !fits;
         });
         const std::size_t unfit = before - files.size();
+        m_HasBytes = m_HasBytes || unfit == 0; // each by itself could be read, so nothing may be taken for granted
         if (files.empty() || unfit == 0)
             return;
         verdict = FitSideBySide(files, files.size() >= kManyMore * unfit);
