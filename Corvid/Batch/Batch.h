@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <chrono>
 #include <condition_variable>
 #include <cstddef>
 #include <cstdint>
@@ -50,7 +51,10 @@ public:
     }
 
 private:
-    static constexpr std::size_t kMostWaiting = 4096; // results that an earlier one keeps waiting
+    using Results = std::map<std::size_t, Result>;
+
+    static constexpr std::size_t kMostWaiting = 2048; // results that an earlier one keeps waiting
+    static constexpr std::chrono::milliseconds kGathering{2};
 
     std::size_t RunAlone() {
         std::size_t taken = 0;
@@ -72,49 +76,56 @@ private:
             Result result = m_Work(item);
             lock.lock();
             m_Results.emplace(item, std::move(result));
-            m_HasResult.notify_one();
+            if (AreManyReady())
+                m_HasResults.notify_one();
         }
         ++m_ThreadsDone;
-        m_HasResult.notify_one();
+        m_HasResults.notify_one();
     }
 
     // The item that everything waits for may not be held up itself.
     bool IsNextBehind() const { return m_NextInOrder < m_Order.size() && m_Order[m_NextInOrder] <= m_NextToTake; }
 
+    // Results are gathered for a moment: to wake up for every small file would cost more than the file.
     std::size_t HandOn(std::size_t threadCount) {
         std::size_t taken = 0;
+        bool isLast = false;
+        bool isWanted = true;
         std::unique_lock lock(m_Mutex);
-        for (;;) {
-            m_HasResult.wait(lock, [&] { return m_Results.contains(m_NextToTake) || m_ThreadsDone == threadCount; });
-            auto result = m_Results.extract(m_NextToTake);
-            if (result.empty()) { // nothing more comes; what was done behind a gap is told, too
-                if (m_Results.empty())
-                    break;
-                m_NextToTake = m_Results.begin()->first;
-                continue;
-            }
-            const std::size_t item = m_NextToTake++;
+        while (isWanted && !isLast) {
+            m_HasResults.wait_for(lock, kGathering, [&] { return m_ThreadsDone == threadCount || AreManyReady(); });
+            isLast = m_ThreadsDone == threadCount;
+            std::vector<typename Results::node_type> ready = ExtractReady(isLast);
             m_MayGoOn.notify_all();
             lock.unlock();
-            ++taken;
-            const bool goesOn = m_Take(item, std::move(result.mapped()));
+            for (std::size_t i = 0; i < ready.size() && isWanted; ++i, ++taken)
+                isWanted = m_Take(ready[i].key(), std::move(ready[i].mapped()));
             lock.lock();
-            if (!goesOn) {
-                m_IsStopped = true;
-                m_MayGoOn.notify_all();
-                break;
-            }
         }
+        m_IsStopped = true;
+        m_MayGoOn.notify_all();
         return taken;
+    }
+
+    bool AreManyReady() const { return m_Results.size() >= kMostWaiting / 2 && m_Results.contains(m_NextToTake); }
+
+    // Those up to the first that is still in work; at the end, what was done behind a gap, too.
+    std::vector<typename Results::node_type> ExtractReady(bool isLast) {
+        std::vector<typename Results::node_type> ready;
+        while (!m_Results.empty() && (isLast || m_Results.begin()->first == m_NextToTake)) {
+            ready.push_back(m_Results.extract(m_Results.begin()));
+            m_NextToTake = ready.back().key() + 1;
+        }
+        return ready;
     }
 
     std::vector<std::size_t> m_Order;
     Work m_Work;
     Take m_Take;
     std::mutex m_Mutex;
-    std::condition_variable m_HasResult;
+    std::condition_variable m_HasResults;
     std::condition_variable m_MayGoOn;
-    std::map<std::size_t, Result> m_Results;
+    Results m_Results;
     std::size_t m_NextInOrder = 0;
     std::size_t m_NextToTake = 0;
     std::size_t m_ThreadsDone = 0;

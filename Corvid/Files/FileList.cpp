@@ -186,8 +186,7 @@ void Finder::AddFound(const FileIdentity& folder, const FolderEntry& entry, cons
     const std::optional<FileStatus> status = GetFileStatus(path);
     if (!status)
         AddError(std::move(path), std::move(below));
-    else if (status->m_Type == FileType::File && !IsDestination(status->m_Identity) &&
-             m_Entries.emplace(folder, entry.m_Name).second)
+    else if (status->m_Type == FileType::File && m_Entries.emplace(folder, entry.m_Name).second)
         AddFile(std::move(path), std::move(below), *status);
 }
 

@@ -21,6 +21,8 @@ Console::~Console() {
 }
 
 void Console::Print(std::string_view text) {
+    if (text.empty())
+        return;
     const std::lock_guard lock(m_Mutex);
     if (m_HasLostReader || m_HasFailed)
         return;

@@ -37,6 +37,8 @@ ReadResult ReadAll(int number, std::size_t size) {
             return result;
         }
         taken += static_cast<std::size_t>(count);
+        if (taken == size) // of a file, it was asked for more: this is the end
+            break;
         if (taken > kMostBytes) {
             result.m_Error = "there is no end to it";
             return result;
