@@ -32,6 +32,8 @@ DiffSide SideOf(const std::string& path) {
     DiffSide side;
     side.m_File.m_Path = path;
     side.m_ShownPath = path;
+    if (!side.m_File.IsStandardInput())
+        side.m_File.m_Size = GetFileStatus(path).value_or(FileStatus()).m_Size;
     return side;
 }
 

@@ -10,6 +10,7 @@
 #include "Corvid/Files/FileStatus.h"
 #include "Corvid/Files/PrintedPath.h"
 #include "Corvid/Load/LoadedFile.h"
+#include "Corvid/Load/StreamedLoad.h"
 
 namespace Corvid {
 
@@ -62,10 +63,23 @@ struct ReadSide {
     std::optional<LoadedFile> m_Loaded;
 };
 
+// Whether both are so large that they are better not held in memory, and differ: then each is loaded for itself.
+bool AreLargeAndDiffer(const DiffSide& before, const DiffSide& after) {
+    const auto isLarge = [](const DiffSide& side) {
+        return side.m_File.m_Size >= kLeastStreamedSize && side.m_ShownPath == side.m_File.m_Path;
+    };
+    return isLarge(before) && isLarge(after) &&
+           (before.m_File.m_Size != after.m_File.m_Size || !HoldSameBytes(before.m_File.m_Path, after.m_File.m_Path));
+}
+
 void Load(ReadSide& read, const DiffSide& side, const DiffOptions& options) {
     LoadOptions load;
     load.m_Kind = options.m_Kind;
     options.m_Layouts.ApplyTo(load);
+    if (!read.m_Bytes) {
+        read.m_Loaded = LoadListedFile(side.m_File, load, read.m_Outcome);
+        return;
+    }
     const bool isNamed = !side.m_File.IsStandardInput();
     LoadedFile loaded =
         LoadFromBytes(std::move(*read.m_Bytes), isNamed ? EnginePath(side.m_ShownPath) : std::u16string(), load);
@@ -97,17 +111,21 @@ DiffOutcome DiffTwoFiles(const DiffSide& before, const DiffSide& after, const Di
     DiffOutcome outcome;
     ReadSide beforeRead;
     ReadSide afterRead;
-    beforeRead.m_Bytes = ReadListedFile(before.m_File, beforeRead.m_Outcome);
-    afterRead.m_Bytes = ReadListedFile(after.m_File, afterRead.m_Outcome);
+    const bool areStreamed = AreLargeAndDiffer(before, after);
+    if (!areStreamed) {
+        beforeRead.m_Bytes = ReadListedFile(before.m_File, beforeRead.m_Outcome);
+        afterRead.m_Bytes = ReadListedFile(after.m_File, afterRead.m_Outcome);
+    }
     // What is the same to the byte is read once, for its errors.
     const bool isSame =
         beforeRead.m_Bytes && beforeRead.m_Bytes == afterRead.m_Bytes &&
         KindFromFileName(EnginePath(before.m_ShownPath)) == KindFromFileName(EnginePath(after.m_ShownPath));
+    const bool isAlone = style.m_IsOneOfMany || options.m_Jobs == 1;
+    const std::launch launch = isAlone ? std::launch::deferred : std::launch::async;
     std::future<void> other;
-    if (afterRead.m_Bytes && !isSame)
-        other = std::async(style.m_IsOneOfMany || options.m_Jobs == 1 ? std::launch::deferred : std::launch::async,
-                           [&] { Load(afterRead, after, options); });
-    if (beforeRead.m_Bytes)
+    if (areStreamed || (afterRead.m_Bytes && !isSame))
+        other = std::async(launch, [&] { Load(afterRead, after, options); });
+    if (areStreamed || beforeRead.m_Bytes)
         Load(beforeRead, before, options);
     if (other.valid())
         other.get();
@@ -119,7 +137,7 @@ DiffOutcome DiffTwoFiles(const DiffSide& before, const DiffSide& after, const Di
     DiffSink sink(outcome.m_Data, options, style);
     const LoadedFile& beforeLoaded = *beforeRead.m_Loaded;
     const LoadedFile& afterLoaded = isSame ? beforeLoaded : *afterRead.m_Loaded;
-    const std::string obstacle = CompareLoaded(beforeLoaded, afterLoaded, options.m_Compare, sink);
+    const std::string obstacle = CompareLoaded(beforeLoaded, afterLoaded, options.m_Compare, launch, sink);
     if (!obstacle.empty()) {
         if (beforeLoaded.m_Kind && afterLoaded.m_Kind) // else it has been told what is wrong
             outcome.m_Errors += PrintedPath(after.m_ShownPath) + ": error: " + obstacle + "\n";

@@ -7,6 +7,8 @@ namespace Corvid {
 std::vector<ValueSpan> ElementsOf(const ValueTree& tree, ValueIndex list) {
     const auto labels = tree.GetElementLabels(tree[list]);
     std::vector<ValueSpan> elements;
+    if (labels.size() == 1 && tree.GetInt(tree[list]) > 0) // no more than there are values, whatever the count says
+        elements.reserve(std::min(static_cast<ValueIndex>(tree.GetInt(tree[list])), tree[list].m_End - list));
     std::ptrdiff_t lastPlace = 0; // of a label among those of an element
     for (ValueIndex i = list + 1; i < tree[list].m_End; i = tree[i].m_End) {
         const auto place = std::find(labels.begin(), labels.end(), tree[i].m_Label) - labels.begin();

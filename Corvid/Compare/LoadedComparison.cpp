@@ -1,5 +1,7 @@
 #include "Corvid/Compare/LoadedComparison.h"
 
+#include <future>
+
 #include "Corvid/Compare/TreeComparison.h"
 #include "Corvid/Values/ValueTreeWriter.h"
 
@@ -12,9 +14,13 @@ std::size_t CountOfValues(const LoadedFile& file) {
     return static_cast<std::size_t>(file.m_Size) / (file.m_Encoding == ArchiveFormat::Text ? 12 : 3);
 }
 
+ValueTree TreeOf(const LoadedFile& file) {
+    return StoredValuesOf(*file.GetBest(), CountOfValues(file));
+}
+
 } // namespace
 
-std::string CompareLoaded(const LoadedFile& before, const LoadedFile& after, CompareOptions options,
+std::string CompareLoaded(const LoadedFile& before, const LoadedFile& after, CompareOptions options, std::launch launch,
                           DifferenceSink& sink) {
     if (!before.m_Kind || !after.m_Kind)
         return "only data files of a known kind can be compared";
@@ -24,8 +30,9 @@ std::string CompareLoaded(const LoadedFile& before, const LoadedFile& after, Com
     if (before.GetBest() == nullptr || after.GetBest() == nullptr)
         return {};
     options.m_AreColorsBytes = before.m_Encoding == ArchiveFormat::Text || after.m_Encoding == ArchiveFormat::Text;
-    CompareTrees(StoredValuesOf(*before.GetBest(), CountOfValues(before)),
-                 StoredValuesOf(*after.GetBest(), CountOfValues(after)), options, sink);
+    std::future<ValueTree> beforeTree = std::async(launch, [&] { return TreeOf(before); });
+    const ValueTree afterTree = TreeOf(after);
+    CompareTrees(beforeTree.get(), afterTree, options, sink);
     return {};
 }
 

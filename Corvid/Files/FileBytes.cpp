@@ -1,9 +1,11 @@
 #include "Corvid/Files/FileBytes.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "Corvid/Files/FileStatus.h"
 #include "Corvid/Files/SystemError.h"
+#include "Engine/File/SourceFile.h"
 
 namespace Corvid {
 
@@ -16,6 +18,22 @@ std::string FolderOf(const std::string& path) {
 }
 
 } // namespace
+
+bool HoldSameBytes(const std::string& path, const std::string& otherPath) {
+    SourceFile file;
+    SourceFile other;
+    if (!file.Open(EnginePath(path)) || !other.Open(EnginePath(otherPath)))
+        return false;
+    char bytes[16 * 1024];
+    char otherBytes[sizeof bytes];
+    for (;;) {
+        const std::size_t count = file.Read(bytes, sizeof bytes);
+        if (other.Read(otherBytes, sizeof otherBytes) != count || std::memcmp(bytes, otherBytes, count) != 0)
+            return false;
+        if (count < sizeof bytes)
+            return file.GetError() == SourceError::None && other.GetError() == SourceError::None;
+    }
+}
 
 std::string OpenDestination(DestinationFile& destination, const std::string& path, bool makesFolders) {
     if (destination.Open(EnginePath(path)))

@@ -18,6 +18,9 @@ struct ReadResult {
 ReadResult ReadFileBytes(const std::string& path);
 ReadResult ReadStandardInput();
 
+// Whether two files hold the same; no, where one of them cannot be read.
+bool HoldSameBytes(const std::string& path, const std::string& otherPath);
+
 // Opens it, after making the folders above it where `makesFolders` allows that and they are missing; empty, or what the
 // system says.
 std::string OpenDestination(DestinationFile& destination, const std::string& path, bool makesFolders);

@@ -7,6 +7,8 @@ namespace Corvid {
 
 namespace {
 
+constexpr std::uint32_t kLabelBits = 0xFFFFFF; // of a node; no layout comes near so many labels
+
 std::size_t FloatCount(ValueKind kind) {
     switch (kind) {
     case ValueKind::Vector3:
@@ -51,25 +53,25 @@ std::span<const std::uint32_t> ValueTree::GetElementLabels(const ValueNode& list
     return {m_ElementLabels.data() + place + 1, m_ElementLabels[place]};
 }
 
-void ValueTree::AddFloat(std::string_view label, float value) {
+void ValueTree::AddFloat(TreeLabel label, float value) {
     Add(ValueKind::Float, label, std::bit_cast<std::uint32_t>(value));
 }
 
-void ValueTree::AddDouble(std::string_view label, double value) {
+void ValueTree::AddDouble(TreeLabel label, double value) {
     Add(ValueKind::Double, label, std::bit_cast<std::uint64_t>(value));
 }
 
-void ValueTree::AddString(std::string_view label, std::u16string_view value) {
+void ValueTree::AddString(TreeLabel label, std::u16string_view value) {
     Add(ValueKind::String, label, m_Units.size());
     m_Units.append(value).push_back(0);
 }
 
-void ValueTree::AddFloats(ValueKind kind, std::string_view label, std::span<const float> values) {
+void ValueTree::AddFloats(ValueKind kind, TreeLabel label, std::span<const float> values) {
     Add(kind, label, m_Floats.size());
     m_Floats.insert(m_Floats.end(), values.begin(), values.end());
 }
 
-void ValueTree::AddInts(ValueKind kind, std::string_view label, std::span<const std::int32_t> values) {
+void ValueTree::AddInts(ValueKind kind, TreeLabel label, std::span<const std::int32_t> values) {
     Add(kind, label, m_Ints.size());
     m_Ints.insert(m_Ints.end(), values.begin(), values.end());
 }
@@ -89,7 +91,7 @@ void ValueTree::BeginList(std::span<const std::string_view> elementLabels) {
         static_cast<std::uint32_t>(m_Nodes[index].m_Bits) | static_cast<std::uint64_t>(m_ElementLabels.size()) << 32;
     m_ElementLabels.push_back(static_cast<std::uint32_t>(elementLabels.size()));
     for (const std::string_view label : elementLabels)
-        m_ElementLabels.push_back(LabelIndex(label));
+        m_ElementLabels.push_back(LabelNumber(label));
     Begin(index);
 }
 
@@ -108,9 +110,15 @@ void ValueTree::Finish() {
     NameLists(0, GetSize());
 }
 
-ValueIndex ValueTree::Add(ValueKind kind, std::string_view label, std::uint64_t bits) {
+ValueIndex ValueTree::Add(ValueKind kind, TreeLabel label, std::uint64_t bits) {
     const ValueIndex index = GetSize();
-    m_Nodes.push_back({kind, false, LabelIndex(label), index + 1, bits});
+    const std::uint32_t number = label.m_Text.empty() ? label.m_Number : LabelNumber(label.m_Text);
+    m_NextLabel = number + 1;
+    ValueNode& node = m_Nodes.emplace_back();
+    node.m_Kind = kind;
+    node.m_Label = number & kLabelBits;
+    node.m_End = index + 1;
+    node.m_Bits = bits;
     return index;
 }
 
@@ -138,11 +146,8 @@ void ValueTree::NameLists(ValueIndex first, ValueIndex end) {
     }
 }
 
-std::uint32_t ValueTree::LabelIndex(std::string_view label) {
-    // Consecutive elements carry the labels of the last one, most often.
-    const auto next = m_NextLabel < m_Labels.size() && m_Labels[m_NextLabel] == label ? m_NextLabel : FindLabel(label);
-    m_NextLabel = next + 1;
-    return next;
+std::uint32_t ValueTree::LabelNumber(std::string_view label) {
+    return m_NextLabel < m_Labels.size() && m_Labels[m_NextLabel] == label ? m_NextLabel : FindLabel(label);
 }
 
 std::uint32_t ValueTree::FindLabel(std::string_view label) {

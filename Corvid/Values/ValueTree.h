@@ -1,5 +1,6 @@
 #pragma once
 
+#include <concepts>
 #include <cstdint>
 #include <functional>
 #include <span>
@@ -7,6 +8,8 @@
 #include <string_view>
 #include <unordered_map>
 #include <vector>
+
+#include "Corvid/Values/LargeBlockAllocator.h"
 
 namespace Corvid {
 
@@ -31,13 +34,13 @@ enum class ValueKind : std::uint8_t {
 using ValueIndex = std::uint32_t;
 
 struct ValueNode {
-    ValueKind m_Kind = ValueKind::Int;
+    ValueKind m_Kind : 7 = ValueKind::Int;
     // Of a list: its elements are told apart by its own label, since another list of the record has elements of the
     // same label.
-    bool m_IsNamedByCount = false;
-    std::uint32_t m_Label = 0; // see ValueTree::GetLabel
-    ValueIndex m_End = 0;      // behind the last node that is nested in this one
-    std::uint64_t m_Bits = 0;  // a number's bits, a list's count, or the place of a larger value
+    bool m_IsNamedByCount : 1 = false;
+    std::uint32_t m_Label : 24 = 0; // see ValueTree::GetLabel
+    ValueIndex m_End = 0;           // behind the last node that is nested in this one
+    std::uint64_t m_Bits = 0;       // a number's bits, a list's count, or the place of a larger value
 };
 
 // The values of an object as they stand in a file, in archive order: one flat list of nodes, each followed by what is
@@ -69,20 +72,34 @@ public:
     // Building, front to back
     // -------------------------------------------------------------------------------------------
 
-    void AddBool(std::string_view label, bool value) { Add(ValueKind::Bool, label, value ? 1 : 0); }
-    void AddInt(std::string_view label, std::int32_t value) {
-        Add(ValueKind::Int, label, static_cast<std::uint32_t>(value));
-    }
-    void AddInt64(std::string_view label, std::int64_t value) {
+    // A label by its text or, for those who look up texts themselves, by its number.
+    class TreeLabel {
+    public:
+        template <std::convertible_to<std::string_view> Text> TreeLabel(const Text& text) : m_Text(text) {}
+        explicit TreeLabel(std::uint32_t number) : m_Number(number) {}
+
+    private:
+        friend class ValueTree;
+        std::string_view m_Text; // empty: it has its number
+        std::uint32_t m_Number = 0;
+    };
+
+    std::uint32_t LabelNumber(std::string_view label);
+    // The label that follows most often: elements carry the labels of the last one.
+    std::uint32_t GuessNextLabel() const { return m_NextLabel; }
+
+    void AddBool(TreeLabel label, bool value) { Add(ValueKind::Bool, label, value ? 1 : 0); }
+    void AddInt(TreeLabel label, std::int32_t value) { Add(ValueKind::Int, label, static_cast<std::uint32_t>(value)); }
+    void AddInt64(TreeLabel label, std::int64_t value) {
         Add(ValueKind::Int64, label, static_cast<std::uint64_t>(value));
     }
-    void AddFloat(std::string_view label, float value);
-    void AddDouble(std::string_view label, double value);
-    void AddString(std::string_view label, std::u16string_view value);
-    void AddFloats(ValueKind kind, std::string_view label, std::span<const float> values);
-    void AddInts(ValueKind kind, std::string_view label, std::span<const std::int32_t> values);
+    void AddFloat(TreeLabel label, float value);
+    void AddDouble(TreeLabel label, double value);
+    void AddString(TreeLabel label, std::u16string_view value);
+    void AddFloats(ValueKind kind, TreeLabel label, std::span<const float> values);
+    void AddInts(ValueKind kind, TreeLabel label, std::span<const std::int32_t> values);
 
-    void BeginRecord(std::string_view label) { Begin(Add(ValueKind::Record, label, 0)); }
+    void BeginRecord(TreeLabel label) { Begin(Add(ValueKind::Record, label, 0)); }
     void EndRecord();
     // The count was added last, as an integer, and becomes a list.
     void BeginList(std::span<const std::string_view> elementLabels);
@@ -99,19 +116,18 @@ private:
         std::size_t operator()(std::string_view label) const { return std::hash<std::string_view>()(label); }
     };
 
-    ValueIndex Add(ValueKind kind, std::string_view label, std::uint64_t bits);
+    ValueIndex Add(ValueKind kind, TreeLabel label, std::uint64_t bits);
     void Begin(ValueIndex node) { m_Open.push_back(node); }
     void End();
     void NameLists(ValueIndex first, ValueIndex end);
-    std::uint32_t LabelIndex(std::string_view label);
     std::uint32_t FindLabel(std::string_view label);
 
-    std::vector<ValueNode> m_Nodes;
+    std::vector<ValueNode, LargeBlockAllocator<ValueNode>> m_Nodes;
     std::vector<std::string> m_Labels;
     std::unordered_map<std::string, std::uint32_t, LabelHash, std::equal_to<>> m_LabelIndices;
-    std::uint32_t m_NextLabel = 0; // a guess
-    ValueIndex m_LastList = 0;     // that was begun
-    std::vector<float> m_Floats;
+    std::uint32_t m_NextLabel = 0;
+    ValueIndex m_LastList = 0; // that was begun
+    std::vector<float, LargeBlockAllocator<float>> m_Floats;
     std::vector<std::int32_t> m_Ints;
     std::u16string m_Units;                     // of strings, each ended by a zero
     std::vector<std::uint32_t> m_ElementLabels; // per list: how many, then the labels

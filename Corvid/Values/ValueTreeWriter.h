@@ -1,5 +1,9 @@
 #pragma once
 
+#include <bit>
+#include <cstdint>
+#include <vector>
+
 #include "Corvid/Values/ValueTree.h"
 #include "Engine/Archive/NullArchive.h"
 
@@ -32,8 +36,23 @@ public:
     bool TakesAsStored() const override { return m_AreAsStored; }
 
 private:
+    struct LabelWords {
+        std::uint64_t m_Words[2];
+    };
+
+    ValueTree::TreeLabel LabelOf(Label label) {
+        // To compare what a label consists of is cheaper than to ask for its text.
+        const auto [words] = std::bit_cast<LabelWords>(label);
+        const std::uint32_t guess = m_Tree.GuessNextLabel();
+        const bool isKnown = guess < m_Words.size() &&
+                             ((m_Words[guess].m_Words[0] ^ words[0]) | (m_Words[guess].m_Words[1] ^ words[1])) == 0;
+        return ValueTree::TreeLabel(isKnown ? guess : NumberOf(label));
+    }
+    std::uint32_t NumberOf(Label label);
+
     ValueTree& m_Tree;
     bool m_AreAsStored;
+    std::vector<LabelWords> m_Words; // by number of the label
 };
 
 // Of anything that saves itself: a record, or the object of a kind. What a file of it would hold.
