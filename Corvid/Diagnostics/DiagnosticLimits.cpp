@@ -27,9 +27,10 @@ public:
 
     std::vector<ShownDiagnostic> Finish() {
         if (m_Limits.m_MostLines != 0 && m_Shown.size() > m_Limits.m_MostLines) {
-            for (std::size_t i = m_Limits.m_MostLines; i < m_Shown.size(); ++i)
+            const auto mostLines = static_cast<std::size_t>(m_Limits.m_MostLines);
+            for (std::size_t i = mostLines; i < m_Shown.size(); ++i)
                 m_LeftOut += m_Shown[i].m_More == 0 ? 1 : m_Shown[i].m_More;
-            m_Shown.resize(m_Limits.m_MostLines);
+            m_Shown.resize(mostLines);
         }
         if (m_LeftOut > 0)
             m_Shown.push_back({{}, m_LeftOut, true});
