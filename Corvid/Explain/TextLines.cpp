@@ -9,6 +9,8 @@ namespace Corvid {
 
 namespace {
 
+constexpr std::uint32_t kMostLabelBytes = 0x3FFFFFFF; // such a line is far too long
+
 ArchiveLine MakeLine(std::string_view text) {
     if (text.ends_with('\r'))
         text.remove_suffix(1);
@@ -20,7 +22,7 @@ ArchiveLine MakeLine(std::string_view text) {
     line.m_LabelStart = static_cast<std::uint32_t>(position);
     while (position < text.size() && !IsWhiteSpace(text[position]))
         ++position;
-    line.m_LabelLength = static_cast<std::uint32_t>(position - line.m_LabelStart);
+    line.m_LabelLength = static_cast<std::uint32_t>(position - line.m_LabelStart) & kMostLabelBytes;
     return line;
 }
 
@@ -49,6 +51,7 @@ std::uint64_t ArchiveLine::GetColumn(std::size_t byte) const {
 
 TextLines::TextLines(std::string_view text) : m_TextEnd(text.data() + text.size()) {
     TakeLine(text); // the header
+    m_Lines.reserve(static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) + 1);
     m_IsLastLineCut = !text.empty() && !text.ends_with('\n');
     while (!text.empty()) {
         m_Lines.push_back(MakeLine(TakeLine(text)));

@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "Corvid/Values/LargeBlockAllocator.h"
+
 namespace Corvid {
 
 using LineIndex = std::uint32_t;
@@ -13,12 +15,12 @@ using LineIndex = std::uint32_t;
 // One physical line of a text archive, its line end taken off.
 struct ArchiveLine {
     std::string_view m_Text;
-    std::uint32_t m_Depth = 0;       // tabs in front of the label; a blank line has none
-    std::uint32_t m_LabelStart = 0;  // bytes in front of the label
-    std::uint32_t m_LabelLength = 0; // 0: a blank line
-    LineIndex m_Next = 0;            // the next line that is not nested in this one: no deeper, and not blank
-    bool m_IsSpoilt = false;         // its text cannot be relied on, which has been reported: no more of it
-    bool m_IsReported = false;       // something about it has been reported
+    std::uint32_t m_Depth = 0;            // tabs in front of the label; a blank line has none
+    std::uint32_t m_LabelStart = 0;       // bytes in front of the label
+    LineIndex m_Next = 0;                 // the next line that is not nested in this one: no deeper, and not blank
+    std::uint32_t m_LabelLength : 30 = 0; // bytes; 0: a blank line
+    bool m_IsSpoilt : 1 = false;          // its text cannot be relied on, which has been reported: no more of it
+    bool m_IsReported : 1 = false;        // something about it has been reported
 
     bool IsBlank() const { return m_LabelLength == 0; }
     std::string_view GetLabel() const { return m_Text.substr(m_LabelStart, m_LabelLength); }
@@ -52,7 +54,7 @@ public:
 private:
     void LinkLines();
 
-    std::vector<ArchiveLine> m_Lines;
+    std::vector<ArchiveLine, LargeBlockAllocator<ArchiveLine>> m_Lines;
     const char* m_TextEnd;
     std::uint64_t m_EndNumber = 2;
     bool m_IsIndented = false;

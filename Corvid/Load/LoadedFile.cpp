@@ -75,8 +75,8 @@ private:
     void Explain(const FastLoad& load);
     void JudgeDescribed(FastLoad& load);
 
-    std::string_view GetBytes() const { return {m_Bytes.data(), m_File.m_Size}; }
-    PaddedView GetPadded() const { return {m_Bytes.data(), m_File.m_Size}; }
+    std::string_view GetBytes() const { return {m_Bytes.data(), m_Bytes.size() - InputStream::kPadding}; }
+    PaddedView GetPadded() const { return {m_Bytes.data(), m_Bytes.size() - InputStream::kPadding}; }
     bool IsText() const { return m_File.m_Encoding == ArchiveFormat::Text; }
     void Fail(DiagnosticCode code, DiagnosticPlace place, std::string_view field, std::string message) {
         m_File.m_Log.Add(code, place, std::string(field), std::move(message));
