@@ -247,6 +247,7 @@ void Loading::Explain(const FastLoad& load) {
     if (IsText()) {
         TextLines lines(m_Text);
         ReportBadText(lines, log);
+        tree.Reserve(lines.GetSize()); // a value takes a line, or several
         TextExplainer(layout, lines, log, tree).Run(kind != Kind::Entity || &layout == &m_EntityLayout);
     } else {
         BinaryExplainer explainer(layout, GetBytes(), m_Options.m_IsForText, log, tree);
