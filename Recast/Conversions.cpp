@@ -3,9 +3,9 @@
 #include <memory>
 
 #include "Engine/Render/Mesh/MeshSystem.h"
-#include "Engine/Render/Particle/ParticleSimulationDefinition.h"
 #include "Engine/Window/BrushSystem.h"
 #include "GS/Entity/EntitySystem.h"
+#include "Kinds/KindObject.h"
 
 namespace Corvid {
 
@@ -24,10 +24,10 @@ void ConvertMesh(FileArchiveSystem& archives, std::u16string_view source, std::u
 
 void ConvertParticle(FileArchiveSystem& archives, std::u16string_view source, std::u16string_view destination,
                      ArchiveFormat format) {
-    const auto definition = std::make_unique<ParticleSimulationDefinition>();
-    definition->LoadFromFile(archives, source);
-    definition->NormaliseEmitterFileNames();
-    definition->SaveToFile(archives, format, destination);
+    const auto effect = std::make_unique<ParticleObject>();
+    effect->m_Definition.LoadFromFile(archives, source);
+    effect->Finish();
+    effect->m_Definition.SaveToFile(archives, format, destination);
 }
 
 void ConvertBrushes(FileArchiveSystem& archives, std::u16string_view source, std::u16string_view destination,
