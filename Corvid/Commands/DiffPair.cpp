@@ -121,7 +121,8 @@ DiffOutcome DiffTwoFiles(const DiffSide& before, const DiffSide& after, const Di
         beforeRead.m_Bytes && beforeRead.m_Bytes == afterRead.m_Bytes &&
         KindFromFileName(EnginePath(before.m_ShownPath)) == KindFromFileName(EnginePath(after.m_ShownPath));
     const bool isAlone = style.m_IsOneOfMany || options.m_Jobs == 1;
-    const std::launch launch = isAlone ? std::launch::deferred : std::launch::async;
+    // Where the system gives no thread, the second part waits for the first.
+    const std::launch launch = isAlone ? std::launch::deferred : std::launch::async | std::launch::deferred;
     std::future<void> other;
     if (areStreamed || (afterRead.m_Bytes && !isSame))
         other = std::async(launch, [&] { Load(afterRead, after, options); });

@@ -1,6 +1,7 @@
 #include "Corvid/Diagnostics/DiagnosticLimits.h"
 
 #include <map>
+#include <optional>
 #include <utility>
 
 namespace Corvid {
@@ -40,7 +41,7 @@ public:
 private:
     struct Group {
         std::uint64_t m_Count = 0;
-        std::size_t m_MoreLine = 0; // where the line stands that tells how many more
+        std::optional<std::size_t> m_MoreLine; // where the line stands that tells how many more
     };
 
     bool IsOneTooMany(const Diagnostic& diagnostic, std::uint64_t count) {
@@ -52,7 +53,7 @@ private:
             group.m_Count += count;
             return false;
         }
-        if (group.m_Count++ == kMostOfAKind) {
+        if (!group.m_MoreLine) {
             group.m_MoreLine = m_Shown.size();
             Diagnostic more;
             more.m_Code = diagnostic.m_Code;
@@ -60,7 +61,7 @@ private:
             more.m_Field = std::move(field);
             m_Shown.push_back({std::move(more)});
         }
-        m_Shown[group.m_MoreLine].m_More += count;
+        m_Shown[*group.m_MoreLine].m_More += count;
         return true;
     }
 
