@@ -8,6 +8,7 @@ import os
 import pty
 import random
 import re
+import resource
 import select
 import shutil
 import signal
@@ -192,6 +193,21 @@ class Shell:
         expect(told == ["d/shut" + denied], "no folder is compared unseen", told)
         os.chmod(os.path.join(folder, "d/shut"), 0o755)
 
+    def without_threads(self):
+        """A user who may start no further thread: the run goes on with the one that it has."""
+        if os.geteuid() != 0:
+            print("skipped: limits of another user need root")
+            return
+        limited = {"user": 65534, "group": 65534, "extra_groups": [],
+                   "preexec_fn": lambda: resource.setrlimit(resource.RLIMIT_NPROC, (1, 1))}
+        program = os.path.join(self.folder, "corvid-for-anyone")
+        with open(os.path.join(self.folder, "other.particle"), "wb") as file:
+            file.write(self.effect.replace(b"\tNumEmitters", b"\tnone", 1))
+        for arguments, status in ((["diff", "-j", "2", "other.particle", "many/f00000.particle"], 1),
+                                  (["check", "-j", "2", "many"], 0)):
+            run = subprocess.run([program, *arguments], cwd=self.folder, capture_output=True, timeout=120, **limited)
+            expect(run.returncode == status, "without further threads", (arguments, run.returncode, run.stderr[-300:]))
+
     def full_disk(self):
         """A file system that fills in the middle of a batch: in a mount namespace of its own, where that may be had."""
         script = ("mount -t tmpfs -o size=256k none small && cd . && \"$0\" convert --to bin -o small many; "
@@ -220,7 +236,7 @@ def main():
         shell = Shell(options.corvid, options.examples, folder)
         shell.fill("many", 1500)
         for step in (shell.look, shell.pipes, shell.kills, shell.many, shell.vanishing, shell.long_paths, shell.forbidden,
-                     shell.full_disk):
+                     shell.without_threads, shell.full_disk):
             step()
     sys.exit(1 if FAILED else 0)
 
