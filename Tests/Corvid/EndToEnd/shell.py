@@ -199,6 +199,7 @@ class Shell:
             print("skipped: limits of another user need root")
             return
         limited = {"user": 65534, "group": 65534, "extra_groups": [],
+                   "env": dict(os.environ, ASAN_OPTIONS="detect_leaks=0"),  # the search for leaks is a thread, too
                    "preexec_fn": lambda: resource.setrlimit(resource.RLIMIT_NPROC, (1, 1))}
         program = os.path.join(self.folder, "corvid-for-anyone")
         with open(os.path.join(self.folder, "other.particle"), "wb") as file:
