@@ -43,7 +43,9 @@ private:
     void VisitWhen(LayoutIndex index) {
         const LayoutNode& node = m_Layout[index];
         const bool isUnknown = node.m_Condition.m_Field == kNoLayoutIndex;
-        const bool isThere = isUnknown ? StandsHere(index) : m_Conditions.Holds(index).value_or(false);
+        // What is read from binary has none of it, though the next value may have the same label.
+        const bool isThere =
+            isUnknown ? !m_IsFromBinary && StandsHere(index) : m_Conditions.Holds(index).value_or(false);
         if (isUnknown && m_IsFromBinary)
             Tell(index, "nobody knows when " + FirstLabel(index) + " is there", true);
         if (node.m_IsDoubtful && !isUnknown && node.m_Doubt.m_Alternatives.empty())
@@ -61,9 +63,11 @@ private:
     }
 
     void VisitValue(LayoutIndex index) {
-        if (m_Paths.IsAtEnd())
-            return;
         const LayoutNode& node = m_Layout[index];
+        const bool isText = node.m_Kind == LayoutKind::Word || node.m_Kind == LayoutKind::String;
+        if (m_Paths.IsAtEnd() || m_Values.GetLabel(m_Paths.GetNode()) != node.m_Label ||
+            (m_Paths.GetNode().m_Kind == ValueKind::String) != isText)
+            return; // of a file that was read with errors
         const ValueNode& value = m_Paths.GetNode();
         m_Trail.m_IsMet[index] = true;
         if (node.m_Kind == LayoutKind::Bool) {
@@ -72,7 +76,7 @@ private:
             m_Conditions.Set(index, isTrue);
             if (node.m_IsDoubtful && std::find(seen.begin(), seen.end(), isTrue) == seen.end())
                 Tell(index, std::string("nobody has seen it ") + (isTrue ? "TRUE" : "FALSE"));
-        } else if (node.m_Kind == LayoutKind::Word || node.m_Kind == LayoutKind::String) {
+        } else if (isText) {
             m_Conditions.Set(index, std::u16string(m_Values.GetString(value)));
         } else if (node.m_Kind == LayoutKind::Int && node.m_IsDoubtful) {
             Tell(index, "it may be a colour");

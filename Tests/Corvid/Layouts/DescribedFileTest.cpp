@@ -81,6 +81,19 @@ TEST(DescribedFile, NothingTellsABinaryFileWhatNobodyKnows) {
     const std::string bytes = SpelledFile().String("entityType", "Quest").Int("y", 2).GetBinary();
     EXPECT_EQ(Judge(layout, bytes).m_Findings, "[unproven]\n");
     EXPECT_FALSE(Judge(layout, bytes, true).m_IsUsable);
+
+    // Behind the record stands what has the label of the field that is not there.
+    const OneLayout alike = Quest("\tr\n\t\tn int\n\t\twhen ?\n\t\t\ts string\n\ts\n\t\tm int\n");
+    const std::string nested = SpelledFile()
+                                   .String("entityType", "Quest")
+                                   .Begin("r")
+                                   .Int("n", 2)
+                                   .End()
+                                   .Begin("s")
+                                   .Int("m", 3)
+                                   .End()
+                                   .GetBinary();
+    EXPECT_EQ(Judge(alike, nested).m_Findings, "[refused]\n[unproven]\n");
 }
 
 TEST(DescribedFile, AnAssumedLayoutIsAWarningThatStaysOne) {
