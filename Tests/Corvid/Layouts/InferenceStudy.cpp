@@ -72,7 +72,7 @@ StudyResult RunStudy(const StudySetting& setting) {
     StudyResult result;
     for (int type = 0; type < setting.m_Types; ++type) {
         const std::uint32_t seed = setting.m_FirstSeed + static_cast<std::uint32_t>(type);
-        RandomLayout random(seed);
+        RandomLayout random(seed, setting.m_Style);
         InferredType inferred = InferLayouts(DrawSamples(random, setting), BuiltInBlocks()).m_Types.at(0);
         if (setting.m_IsInTwoSteps) {
             const Layout first = inferred.m_Layout;

@@ -4,6 +4,8 @@
 #include <map>
 #include <string>
 
+#include "Tests/Engine/Layout/Infer/RandomLayout.h"
+
 namespace Corvid {
 
 // How layouts that are inferred from some files of random types do on files that were held out, converted as corvid
@@ -15,6 +17,7 @@ struct StudySetting {
     int m_Twins = 0;    // of the texts
     std::uint32_t m_FirstSeed = 1;
     bool m_IsInTwoSteps = false; // the same number of samples again continues the layout
+    RandomStyle m_Style = {};
 };
 
 struct StudyResult {

@@ -38,9 +38,9 @@ struct RandomLayout::Writing {
     }
 };
 
-RandomLayout::RandomLayout(std::uint32_t seed) : m_Random(seed) {
+RandomLayout::RandomLayout(std::uint32_t seed, const RandomStyle& style) : m_Style(style), m_Random(seed) {
     m_Deciders.emplace_back();
-    AddFields(0, Draw(4, 10));
+    AddFields(0, Draw(style.m_LeastFields, style.m_MostFields));
     m_Truth = m_Builder.Finish("Quest");
     m_Habits.resize(m_Truth.GetSize());
 }
@@ -50,49 +50,58 @@ int RandomLayout::Draw(int least, int most) {
 }
 
 std::string RandomLayout::NewLabel() {
-    return kLabels[Draw(0, static_cast<int>(std::size(kLabels)) - 1)] + std::to_string(++m_LabelCount);
+    const char* const label = kLabels[Draw(0, static_cast<int>(std::size(kLabels)) - 1)];
+    ++m_LabelCount;
+    if (!m_Style.m_HasSharedLabels)
+        return label + std::to_string(m_LabelCount);
+    int number = 0; // the first that is free in this record
+    while (!m_LabelsOfRecord.back().insert(label + std::to_string(number)).second)
+        ++number;
+    return label + std::to_string(number);
 }
 
 void RandomLayout::AddFields(int depth, int count) {
     for (int i = 0; i < count; ++i) {
         const int what = Draw(1, 100);
-        if (what <= 10 && depth < 3) {
-            m_Builder.Add(LayoutKind::Record, NewLabel());
-            m_Builder.Begin();
-            m_Deciders.emplace_back();
-            AddFields(depth + 1, Draw(1, 4));
-            m_Deciders.pop_back();
-            m_Builder.End();
-        } else if (what <= 22 && depth < 3) {
+        int share = m_Style.m_RecordShare;
+        if (what <= share && depth < m_Style.m_Depth) {
+            AddRecord(depth);
+        } else if (what <= (share += m_Style.m_ListShare) && depth < m_Style.m_Depth) {
             AddList(depth);
-        } else if (what > 38 || depth >= 3 || !AddWhen(depth)) {
+        } else if (what > share + m_Style.m_WhenShare || depth >= m_Style.m_Depth || !AddWhen(depth)) {
             AddValue();
         }
     }
 }
 
+void RandomLayout::AddRecord(int depth) {
+    m_Builder.Add(LayoutKind::Record, NewLabel());
+    m_Builder.Begin();
+    m_Deciders.emplace_back();
+    m_LabelsOfRecord.emplace_back();
+    AddFields(depth + 1, Draw(1, 4));
+    m_LabelsOfRecord.pop_back();
+    m_Deciders.pop_back();
+    m_Builder.End();
+}
+
 void RandomLayout::AddList(int depth) {
     const LayoutIndex count = m_Builder.Add(LayoutKind::Count, NewLabel());
     m_Habits.resize(count + 1);
-    m_Habits[count].m_Most = Chance(15) ? 1 : Draw(2, 4);
+    m_Habits[count].m_Most = Chance(15) ? 1 : Draw(2, m_Style.m_MostElements);
     m_Builder.Begin();
     m_Deciders.emplace_back();
     const int labels = Draw(1, 4);
     for (int i = 0; i < labels; ++i) {
-        if (i > 0 && Chance(8) && depth < 3 && AddWhen(depth)) {
+        const int whenShare = i > 0 ? m_Style.m_WhenInElementShare : m_Style.m_FirstInElementShare;
+        if (whenShare > 0 && Chance(whenShare) && depth < m_Style.m_Depth && AddWhen(depth))
             continue;
-        }
         if (Chance(50)) {
             AddValue();
-        } else if (Chance(20) && depth < 2) {
+        } else if (Chance(20) && depth + 1 < m_Style.m_Depth) {
             AddList(depth + 1);
         } else {
-            m_Builder.Add(LayoutKind::Record, NewLabel());
-            m_Builder.Begin();
-            m_Deciders.emplace_back();
-            AddFields(depth + 1, Draw(1, 4));
-            m_Deciders.pop_back();
-            m_Builder.End();
+            AddRecord(depth);
         }
     }
     m_Deciders.pop_back();
@@ -103,6 +112,9 @@ bool RandomLayout::AddWhen(int depth) {
     std::vector<std::pair<LayoutIndex, LayoutKind>> inSight;
     for (const auto& scope : m_Deciders)
         inSight.insert(inSight.end(), scope.begin(), scope.end());
+    std::erase_if(inSight, [this](const auto& decider) { // a label means the nearest value that has it
+        return m_Builder.FindEarlier(m_Builder.GetNode(decider.first).m_Label) != decider.first;
+    });
     if (inSight.empty())
         return false;
     const auto [field, kind] = inSight[static_cast<std::size_t>(Draw(0, static_cast<int>(inSight.size()) - 1))];
@@ -114,7 +126,7 @@ bool RandomLayout::AddWhen(int depth) {
         words.resize(static_cast<std::size_t>(Draw(1, static_cast<int>(words.size()) - 1)));
         condition.m_Words = std::move(words);
     }
-    condition.m_IsNegated = Chance(25);
+    condition.m_IsNegated = Chance(m_Style.m_NegatedShare);
     const LayoutIndex when = m_Builder.Add(LayoutKind::When, {});
     m_Builder.GetNode(when).m_Condition = condition;
     m_Builder.Begin();
@@ -126,14 +138,25 @@ bool RandomLayout::AddWhen(int depth) {
 }
 
 void RandomLayout::AddValue() {
-    static constexpr std::pair<LayoutKind, int> kShares[] = {
-        {LayoutKind::Bool, 16},    {LayoutKind::Int, 20},     {LayoutKind::Int64, 2}, {LayoutKind::Float, 28},
-        {LayoutKind::Double, 3},   {LayoutKind::String, 10},  {LayoutKind::Word, 8},  {LayoutKind::Color, 5},
-        {LayoutKind::Vector3, 3},  {LayoutKind::Vector4, 1},  {LayoutKind::Pair, 1},  {LayoutKind::Rect, 1},
-        {LayoutKind::Matrix33, 1}, {LayoutKind::Matrix44, 1},
+    const int usual = 33 - m_Style.m_WideShare - m_Style.m_DoubleShare; // of floats
+    const std::pair<LayoutKind, int> shares[] = {
+        {LayoutKind::Bool, 16},
+        {LayoutKind::Int, 20},
+        {LayoutKind::Int64, m_Style.m_WideShare},
+        {LayoutKind::Float, usual},
+        {LayoutKind::Double, m_Style.m_DoubleShare},
+        {LayoutKind::String, 10},
+        {LayoutKind::Word, 8},
+        {LayoutKind::Color, 5},
+        {LayoutKind::Vector3, 3},
+        {LayoutKind::Vector4, 1},
+        {LayoutKind::Pair, 1},
+        {LayoutKind::Rect, 1},
+        {LayoutKind::Matrix33, 1},
+        {LayoutKind::Matrix44, 1},
     };
     int what = Draw(1, 100);
-    const auto* share = std::begin(kShares);
+    const auto* share = std::begin(shares);
     while (what > share->second) {
         what -= share->second;
         ++share;
@@ -145,11 +168,15 @@ void RandomLayout::AddValue() {
     habit.m_Kind = Draw(0, 4);
     habit.m_Constant = Chance(30) ? 1 : Draw(2, 50);
     habit.m_ChanceOfTrue = Chance(10) ? 0 : Chance(10) ? 100 : Draw(25, 75);
-    habit.m_IsDigitsOnly = Chance(30);
+    habit.m_IsDigitsOnly = Chance(m_Style.m_DigitsOnlyShare);
+    if (m_Style.m_ZeroIntShare != 20 && Chance(m_Style.m_ZeroIntShare))
+        habit.m_Kind = 1;
+    if (m_Style.m_SkewShare > 0 && Chance(m_Style.m_SkewShare))
+        habit.m_ChanceOfTrue = Draw(3, 20);
     if (kind == LayoutKind::Word) {
         std::vector<std::u16string> words(std::begin(kWords), std::end(kWords));
         std::shuffle(words.begin(), words.end(), m_Random);
-        words.resize(static_cast<std::size_t>(Draw(2, 5)));
+        words.resize(static_cast<std::size_t>(Draw(2, m_Style.m_MostWords)));
         m_Builder.GetNode(node).m_Words = std::move(words);
     }
     if (kind == LayoutKind::Bool || kind == LayoutKind::Word)
@@ -159,7 +186,13 @@ void RandomLayout::AddValue() {
 void RandomLayout::WriteValue(Writing& writing, LayoutIndex index) {
     const LayoutNode& node = m_Truth[index];
     const Habit& habit = m_Habits[index];
-    const auto decimal = [&] { return Chance(15) ? 0.0 : Draw(-200'000, 200'000) / 1000.0; };
+    const auto decimal = [&] {
+        if (Chance(m_Style.m_ZeroDecimalShare))
+            return 0.0;
+        if (m_Style.m_RoundShare > 0 && Chance(m_Style.m_RoundShare))
+            return Draw(1, 40) / 4.0;
+        return Draw(-200'000, 200'000) / 1000.0;
+    };
     const auto number = [&]() -> std::int64_t {
         switch (habit.m_Kind) {
         case 0:
@@ -231,6 +264,8 @@ void RandomLayout::WriteValue(Writing& writing, LayoutIndex index) {
             units += static_cast<char16_t>(Draw('A', 'Z'));
         if (habit.m_Kind == 2)
             units = u"Constant";
+        if (m_Style.m_HasFewStrings && habit.m_Kind != 2)
+            units = kWords[Draw(0, 4)] + std::u16string(u"Name");
         writing.String(units);
         text = '"' + Ascii(units) + '"';
         break;
