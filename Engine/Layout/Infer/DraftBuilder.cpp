@@ -24,7 +24,8 @@ template <class Value> void Remember(std::vector<Value>& values, const Value& va
 
 class Builder {
 public:
-    Builder(std::span<const SampleTree* const> trees, const KnownLayout* known) : m_Trees(trees), m_Known(known) {}
+    Builder(std::span<const SampleTree* const> trees, const KnownLayout* known, bool isCautious)
+        : m_Trees(trees), m_Known(known), m_IsCautious(isCautious) {}
 
     std::optional<SampleConflict> Build(RecordDraft& record);
 
@@ -40,6 +41,7 @@ private:
 
     std::span<const SampleTree* const> m_Trees;
     const KnownLayout* m_Known;
+    bool m_IsCautious;
     std::size_t m_FieldCount = 0;
 };
 
@@ -217,7 +219,7 @@ std::optional<SampleConflict> Builder::EnterField(RecordDraft& record, std::uint
 std::optional<SampleConflict> Builder::Build(RecordDraft& record) {
     if (m_Known != nullptr)
         FoldKnownLists(record.m_Instances, *m_Known);
-    const std::vector<std::string> unproven = FoldLists(record.m_Instances, m_Trees, m_Known);
+    FoldLists(record.m_Instances, m_Trees, m_Known, m_IsCautious);
     if (auto conflict = OrderFields(record, m_Trees, m_Known))
         return conflict;
     m_FieldCount += record.m_Fields.size();
@@ -227,11 +229,10 @@ std::optional<SampleConflict> Builder::Build(RecordDraft& record) {
         DraftField& field = record.m_Fields[index];
         if (auto conflict = ReadField(record, index))
             return conflict;
-        if (field.m_Shape == DraftShape::List && field.m_Known != kNoLayoutIndex)
-            field.m_IsUnproven = m_Known->GetLayout()[field.m_Known].m_IsDoubtful &&
-                                 (field.m_Numbers.empty() || field.m_Numbers.back() < 2);
-        else if (field.m_Shape == DraftShape::List)
-            field.m_IsUnproven = std::find(unproven.begin(), unproven.end(), field.m_Label) != unproven.end();
+        if (field.m_Shape == DraftShape::List) {
+            const bool isProven = field.m_Known != kNoLayoutIndex && !m_Known->GetLayout()[field.m_Known].m_IsDoubtful;
+            field.m_IsUnproven = !isProven && (field.m_Numbers.empty() || field.m_Numbers.back() < 2);
+        }
         if (field.m_Shape != DraftShape::Value) {
             if (auto conflict = EnterField(record, index))
                 return conflict;
@@ -267,7 +268,7 @@ void DropUnlikelyKinds(RecordDraft& record) {
 } // namespace
 
 std::optional<SampleConflict> BuildDraft(std::span<const SampleTree* const> trees, const KnownLayout* known,
-                                         RecordDraft& draft) {
+                                         bool isCautious, RecordDraft& draft) {
     draft.m_KnownEnd = known != nullptr ? known->GetLayout().GetSize() : 0;
     for (std::uint32_t sample = 0; sample < trees.size(); ++sample) {
         DraftInstance& instance = draft.m_Instances.emplace_back();
@@ -280,7 +281,7 @@ std::optional<SampleConflict> BuildDraft(std::span<const SampleTree* const> tree
             instance.m_Tokens.push_back({line, false, {}});
         }
     }
-    if (auto conflict = Builder(trees, known).Build(draft))
+    if (auto conflict = Builder(trees, known, isCautious).Build(draft))
         return conflict;
     DropUnlikelyKinds(draft);
     return std::nullopt;

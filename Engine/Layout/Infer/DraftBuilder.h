@@ -13,9 +13,10 @@ namespace Corvid {
 // Puts all text samples of one type over each other: fields, lists and nested records, and what their values allow.
 // Nothing is said of conditions yet. The first line of each, the word of the type, is no field. A conflict when no
 // layout can describe all samples.
-// `known`, which has read the samples, is what is known of them before; null: nothing.
+// `known`, which has read the samples, is what is known of them before; null: nothing. The cautious leave out of a list
+// whose elements stand alone what may stand behind it.
 std::optional<SampleConflict> BuildDraft(std::span<const SampleTree* const> trees, const KnownLayout* known,
-                                         RecordDraft& draft);
+                                         bool isCautious, RecordDraft& draft);
 
 // Settles decimals that nothing but floats can have been written from, where bytes have not told.
 void SettleDecimals(RecordDraft& draft);

@@ -42,8 +42,8 @@ struct SamplesOfType {
 class TypeInference {
 public:
     TypeInference(const SamplesOfType& samples, const LayoutBlocks& blocks, const LayoutToContinue* known,
-                  InferredType& result)
-        : m_Samples(samples), m_Blocks(blocks), m_Result(result) {
+                  bool areTwinsBelieved, InferredType& result)
+        : m_Samples(samples), m_Blocks(blocks), m_AreTwinsBelieved(areTwinsBelieved), m_Result(result) {
         if (known != nullptr) {
             m_Known.emplace(known->m_Layout);
             m_KnownName = known->m_Name;
@@ -55,13 +55,19 @@ public:
 
     void Run();
 
+    // Binary samples that no layout reads.
+    std::size_t GetUnfitCount() const { return m_UnfitCount; }
+
 private:
     void Report(const SampleConflict& conflict);
     const KnownLayout* GetKnown() const { return m_Known.has_value() ? &*m_Known : nullptr; }
     DraftLayout Make(bool isAssumed) {
-        return MakeLayout(m_Draft, m_Result.m_TypeWord, m_Blocks, isAssumed,
+        return MakeLayout(*m_Draft, m_Result.m_TypeWord, m_Blocks, isAssumed,
                           m_Known.has_value() ? &m_Known->GetLayout() : nullptr);
     }
+    std::optional<SampleConflict> ReadTexts();
+    struct Twins;
+    bool NarrowByTwins(Twins& twins, const std::vector<std::vector<SampleValue>>& values);
     void FitTwins();
     bool Narrow(const std::vector<std::pair<DraftField*, KindSet>>& kinds);
     void FitOthers();
@@ -71,12 +77,14 @@ private:
 
     const SamplesOfType& m_Samples;
     const LayoutBlocks& m_Blocks;
+    bool m_AreTwinsBelieved;
     InferredType& m_Result;
     std::optional<KnownLayout> m_Known;
     std::string m_KnownName;
     std::vector<const SampleTree*> m_Trees;
-    RecordDraft m_Draft;
+    std::unique_ptr<RecordDraft> m_Draft = std::make_unique<RecordDraft>();
     std::vector<const BinarySample*> m_Others; // binary samples without a twin
+    std::size_t m_UnfitCount = 0;
     bool m_HasBytes = false;
     std::uint64_t m_StepsLeft = kMostStepsOfType;
 };
@@ -110,28 +118,50 @@ bool TypeInference::Narrow(const std::vector<std::pair<DraftField*, KindSet>>& k
     return true;
 }
 
-void TypeInference::FitTwins() {
-    const std::vector<std::vector<SampleValue>> values = ListValues(m_Draft, m_Trees);
-    std::vector<std::pair<std::size_t, const BinarySample*>> twins;
-    for (const BinarySample& binary : m_Samples.m_Binaries) {
-        bool hasTwin = false;
-        for (std::size_t text = 0; text < values.size(); ++text) {
-            const auto kinds = FitTwin(values[text], binary.m_Values);
-            if (kinds.empty() && !(values[text].empty() && binary.m_Values.empty()))
-                continue;
-            hasTwin = Narrow(kinds) || hasTwin;
-            twins.emplace_back(text, &binary);
+// A binary sample and the text samples that it may be a twin of.
+struct TypeInference::Twins {
+    const BinarySample* m_Binary;
+    std::vector<std::size_t> m_Texts;
+};
+
+// False where it is a twin of none, or of one that contradicts what others show. Of several texts that go with the same
+// bytes one is the twin at the most, so all that they say stays possible.
+bool TypeInference::NarrowByTwins(Twins& twins, const std::vector<std::vector<SampleValue>>& values) {
+    std::map<DraftField*, std::pair<KindSet, std::size_t>> possible; // by how many texts
+    std::erase_if(twins.m_Texts, [&](std::size_t text) {
+        const auto kinds = FitTwin(values[text], twins.m_Binary->m_Values);
+        for (const auto& [field, ofField] : kinds) {
+            possible[field].first |= ofField;
+            ++possible[field].second;
         }
-        if (hasTwin)
-            ++m_Result.m_TwinCount;
-        else
-            m_Others.push_back(&binary);
+        return kinds.empty() && !(values[text].empty() && twins.m_Binary->m_Values.empty());
+    });
+    std::vector<std::pair<DraftField*, KindSet>> kinds;
+    for (const auto& [field, ofField] : possible) {
+        if (ofField.second == twins.m_Texts.size())
+            kinds.emplace_back(field, ofField.first);
     }
-    m_HasBytes = m_HasBytes || !twins.empty();
-    for (int round = 1; round < kMostRounds; ++round) {
-        for (const auto& [text, binary] : twins)
-            Narrow(FitTwin(values[text], binary->m_Values));
+    return !twins.m_Texts.empty() && Narrow(kinds);
+}
+
+void TypeInference::FitTwins() {
+    const std::vector<std::vector<SampleValue>> values = ListValues(*m_Draft, m_Trees);
+    std::vector<Twins> all;
+    for (const BinarySample& binary : m_Samples.m_Binaries) {
+        Twins& twins = all.emplace_back(Twins{&binary, {}});
+        for (std::size_t text = 0; text < values.size() && m_AreTwinsBelieved; ++text)
+            twins.m_Texts.push_back(text);
     }
+    for (int round = 0; round < kMostRounds; ++round) {
+        std::erase_if(all, [&](Twins& twins) {
+            const bool isTwin = NarrowByTwins(twins, values);
+            if (!isTwin)
+                m_Others.push_back(twins.m_Binary);
+            return !isTwin;
+        });
+    }
+    m_Result.m_TwinCount = static_cast<int>(all.size());
+    m_HasBytes = m_HasBytes || !all.empty();
 }
 
 // Bytes that the field takes at least in binary, with what is nested in it.
@@ -244,6 +274,7 @@ void TypeInference::FitGroup(std::vector<const BinarySample*> files) {
             return !fits;
         });
         const std::size_t unfit = before - files.size();
+        m_UnfitCount += unfit;
         m_HasBytes = m_HasBytes || unfit == 0; // each by itself could be read, so nothing may be taken for granted
         if (files.empty() || unfit == 0)
             return;
@@ -269,6 +300,34 @@ void TypeInference::FitOthers() {
     }
 }
 
+// Fields of which nobody knows when they are there.
+std::size_t CountUnknown(const RecordDraft& record) {
+    std::size_t count = 0;
+    for (const DraftField& field : record.m_Fields) {
+        const auto isUnknown = [](const DraftWhen& when) { return when.IsUnknown(); };
+        count += std::any_of(field.m_Whens.begin(), field.m_Whens.end(), isUnknown) ? 1u : 0u;
+        count += field.m_Inner != nullptr ? CountUnknown(*field.m_Inner) : 0;
+    }
+    return count;
+}
+
+// Cautiously first; boldly where that explains more.
+std::optional<SampleConflict> TypeInference::ReadTexts() {
+    auto conflict = BuildDraft(m_Trees, GetKnown(), true, *m_Draft);
+    if (!conflict.has_value())
+        FindConditions(*m_Draft, m_Trees, GetKnown());
+    const std::size_t unknown = CountUnknown(*m_Draft);
+    if (!conflict.has_value() && unknown == 0)
+        return std::nullopt;
+    auto bold = std::make_unique<RecordDraft>();
+    if (BuildDraft(m_Trees, GetKnown(), false, *bold).has_value())
+        return conflict;
+    FindConditions(*bold, m_Trees, GetKnown());
+    if (conflict.has_value() || CountUnknown(*bold) < unknown)
+        m_Draft = std::move(bold);
+    return std::nullopt;
+}
+
 void TypeInference::Run() {
     m_Result.m_TextCount = static_cast<int>(m_Samples.m_Texts.size());
     m_Result.m_BinaryCount = static_cast<int>(m_Samples.m_Binaries.size());
@@ -282,20 +341,33 @@ void TypeInference::Run() {
     if (m_Known.has_value())
         conflict = m_Known->Read(m_Trees);
     if (!conflict.has_value())
-        conflict = BuildDraft(m_Trees, GetKnown(), m_Draft);
+        conflict = ReadTexts();
     if (conflict.has_value()) {
         Report(*conflict);
         return;
     }
-    FindConditions(m_Draft, m_Trees, GetKnown());
-    FindBlocks(m_Draft, m_Blocks);
+    FindBlocks(*m_Draft, m_Blocks);
     FitTwins();
-    SettleDecimals(m_Draft);
+    SettleDecimals(*m_Draft);
     FitOthers();
     const DraftLayout made = Make(!m_HasBytes);
     m_Result.m_Layout = made.m_Layout;
     m_Result.m_Marks = DescribeMarks(made);
     m_Result.m_HasLayout = true;
+}
+
+// What looks like a twin may be an accident, of zeros above all. It is when the other binary samples say otherwise.
+InferredType InferType(const SamplesOfType& samples, const LayoutBlocks& blocks, const LayoutToContinue* known,
+                       const InferredType& begun) {
+    InferredType result = begun;
+    TypeInference inference(samples, blocks, known, true, result);
+    inference.Run();
+    if (inference.GetUnfitCount() == 0 || result.m_TwinCount == 0)
+        return result;
+    InferredType other = begun;
+    TypeInference withoutTwins(samples, blocks, known, false, other);
+    withoutTwins.Run();
+    return withoutTwins.GetUnfitCount() < inference.GetUnfitCount() ? other : result;
 }
 
 // The word of the type, where a sample begins as one of an entity does.
@@ -354,12 +426,12 @@ Inference InferLayouts(std::span<const Sample> samples, const LayoutBlocks& bloc
             inference.m_Problems.push_back({"no entity definition", {sample->m_Name, (*tree)[1].m_Line}, {}});
     }
     for (const auto& [word, ofType] : types) {
-        InferredType& result = inference.m_Types.emplace_back();
+        InferredType result;
         result.m_TypeWord = word;
         result.m_AnySample = ofType.m_Texts.empty() ? ofType.m_Binaries.front().m_Sample->m_Name
                                                     : ofType.m_Texts.front().m_Sample->m_Name;
         const bool isKnown = known != nullptr && known->m_Layout.GetName() == word;
-        TypeInference(ofType, blocks, isKnown ? known : nullptr, result).Run();
+        inference.m_Types.push_back(InferType(ofType, blocks, isKnown ? known : nullptr, result));
     }
     return inference;
 }

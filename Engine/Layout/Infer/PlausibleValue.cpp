@@ -21,7 +21,6 @@ constexpr double kLargestIntOfFew = 268435456.0;    // 2^28; the bits of everyda
 constexpr double kLargestInt64OfFew = 8589934592.0; // 2^33; two integers side by side lie above, mostly
 constexpr double kLargestFloat = 1000.0;
 constexpr double kLargestFloatOfFew = 1e9;
-constexpr double kSmallestFloat = 1e-12; // integers and letters, read as floats, lie below
 
 template <class Number> Number Take(std::string_view bytes, std::size_t index = 0) {
     Number number;

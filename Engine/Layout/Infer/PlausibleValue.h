@@ -9,6 +9,8 @@
 
 namespace Corvid {
 
+inline constexpr double kSmallestFloat = 1e-12; // integers and letters, read as floats, lie below
+
 // What the text samples say of a field's numbers.
 struct NumberRange {
     double m_Largest = 0.0;       // magnitude

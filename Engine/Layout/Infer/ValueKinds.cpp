@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "Engine/Archive/Text/TextValues.h"
+#include "Engine/Layout/Infer/PlausibleValue.h"
 #include "Engine/Math/Color.h"
 #include "Engine/String/NumberFormat.h"
 #include "Engine/String/NumberScan.h"
@@ -92,7 +93,8 @@ template <class Number> Number Take(std::string_view bytes) {
 template <class Number> bool LooksLike(Number stored, Number shown) {
     if (stored == shown || (std::isnan(stored) && std::isnan(shown)))
         return true;
-    if (!std::isfinite(stored) || !std::isfinite(shown))
+    const bool isNoNumber = stored != 0 && std::abs(static_cast<double>(stored)) < kSmallestFloat;
+    if (!std::isfinite(stored) || !std::isfinite(shown) || isNoNumber)
         return false;
     char storedText[kMaxDoubleText + kFormatSlack];
     char shownText[kMaxDoubleText + kFormatSlack];
