@@ -68,6 +68,7 @@ private:
     bool FindEncoding();
     bool FindKind();
     bool FindBinaryKind();
+    bool HoldsUnsettledEntity();
     bool FindTypeOfEntity();
     std::string FindTypeWord(DiagnosticPlace& place);
     bool FindLayout(std::string_view typeWord, DiagnosticPlace place);
@@ -153,16 +154,22 @@ bool Loading::FindBinaryKind() {
         if (LoadFast(kind, GetPadded(), m_Path).m_IsClean)
             kinds.push_back(kind);
     }
-    DiagnosticPlace place;
     if (kinds.size() == 1)
         m_File.m_Kind = kinds.front();
-    else if (kinds.empty() && EntityTypeFromWord(FindTypeWord(place)))
-        m_File.m_Kind = Kind::Entity; // of a type without a settled layout
+    else if (kinds.empty() && HoldsUnsettledEntity())
+        m_File.m_Kind = Kind::Entity; // a layout may read it
     else
         Fail(DiagnosticCode::UnknownKind, {}, {},
              std::string(kinds.empty() ? "no kind of file reads like this" : "several kinds of files read like this") +
                  "; --type mesh, particle, brushes or entity tells which it is");
     return m_File.m_Kind.has_value();
+}
+
+bool Loading::HoldsUnsettledEntity() {
+    DiagnosticPlace place;
+    const std::optional<EntityType> type = EntityTypeFromWord(FindTypeWord(place));
+    const EntityTypeRow* const row = type ? FindEntityType(*type) : nullptr;
+    return row != nullptr && row->m_Create != nullptr && !row->m_IsLayoutSettled;
 }
 
 // Of an entity without a layout, nothing more can be said.

@@ -20,6 +20,14 @@ TEST(LoadedFile, KindComesFromOptionThenContentOfTextThenExtension) {
         const char* m_FirstFinding;
     };
     const std::string junk = "BIN\n\1\2\3";
+    const auto binaryEntity = [](const std::string& type, const std::string& rest) {
+        std::string bytes = "BIN\n" + std::string{static_cast<char>(type.size()), '\0', '\0', '\0'};
+        for (const char letter : type)
+            bytes += {letter, '\0'};
+        return bytes + rest;
+    };
+    const std::string trigger = binaryEntity("Trigger", ""), more = binaryEntity("Trigger", "x");
+    const std::string ability = binaryEntity("Ability", "x");
     const std::string strange = "TXT\r\nSomething 1\r\n";
     const Case kCases[] = {
         {"Extension", mesh, "a.MESH", {}, Kind::Mesh, ""},
@@ -28,6 +36,9 @@ TEST(LoadedFile, KindComesFromOptionThenContentOfTextThenExtension) {
         {"OptionWins", mesh, "a.mesh", Kind::Brushes, Kind::Brushes, "2:1 onlyLoadOnDemand [missing-field]"},
         {"ContentOfBinary", meshBinary, "a", {}, Kind::Mesh, ""},
         {"ExtensionOfBinary", meshBinary, "a.brushes", {}, Kind::Brushes, "@"},
+        {"BinaryEntity", trigger, "a", {}, Kind::Entity, ""},
+        {"BinaryEntityOfTypeWithoutLayout", ability, "a", {}, Kind::Entity, "@4 entityType [no-layout]"},
+        {"BinaryThatIsNotReadWhole", more, "a", {}, {}, "[unknown-kind]"},
         {"BinaryOfNoKind", junk, "a", {}, {}, "[unknown-kind]"},
         {"TextOfNoKind", strange, "a", {}, {}, "[unknown-kind]"},
     };
