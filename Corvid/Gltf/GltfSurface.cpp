@@ -120,20 +120,19 @@ bool GltfSurface::AddPrimitive(const GltfPrimitive& primitive, const GltfTransfo
     return true;
 }
 
-// Without normals a surface is flat: each triangle has vertices of its own.
 bool GltfSurface::AddTriangle(MeshTriangle triangle, const Part& part, std::string& error) {
-    if (!part.m_HasNormals) {
-        if (m_Vertices.size() + 3 > m_MaxElements) {
+    if (part.m_IsFlat) {
+        if (GetVertexCount() + 3 > m_MaxElements) {
             error = "describes more vertices than a file of its size may have";
             return false;
         }
         std::int32_t* const corners[] = {&triangle.m_iVertex0, &triangle.m_iVertex1, &triangle.m_iVertex2};
         const std::size_t begin = m_Vertices.size();
         for (std::int32_t* corner : corners) {
-            m_Vertices.push_back(MeshVertex(m_Vertices[static_cast<std::size_t>(*corner)]));
-            m_LacksTangent.push_back(true);
+            m_Vertices.push_back(m_FlatVertices[static_cast<std::size_t>(*corner)]);
             *corner = static_cast<std::int32_t>(m_Vertices.size()) - 1;
         }
+        m_LacksTangent.resize(m_Vertices.size(), true);
         const Vector3 origin = m_Vertices[begin].m_Position;
         const Vector3 normal =
             UnitOr(Cross(m_Vertices[begin + 1].m_Position - origin, m_Vertices[begin + 2].m_Position - origin),
@@ -182,15 +181,17 @@ bool GltfSurface::FindPart(const GltfPrimitive& primitive, const GltfTransform& 
     if (!ReadAttributes(primitive, attributes, error))
         return false;
     attributes.m_CoordinateTransform = FindCoordinateTransform(primitive);
-    part = {m_Vertices.size(), attributes.m_Count, !attributes.m_Normals.empty()};
+    const bool isFlat = attributes.m_Normals.empty() && primitive.m_Mode != GltfMode::Points;
+    std::vector<MeshVertex>& vertices = isFlat ? m_FlatVertices : m_Vertices;
+    part = {vertices.size(), attributes.m_Count, isFlat};
     found->second = part;
     const bool hasTangents = !attributes.m_Tangents.empty();
     m_HasTangents = m_HasTangents || hasTangents;
     m_HasCoordinates = m_HasCoordinates || !attributes.m_Coordinates0.empty();
     for (std::size_t i = 0; i < attributes.m_Count; ++i)
-        m_Vertices.push_back(PlaceVertex(attributes, i, world));
+        vertices.push_back(PlaceVertex(attributes, i, world));
     m_LacksTangent.resize(m_Vertices.size(), !hasTangents);
-    RestoreOwnBits(primitive, part, hasTangents);
+    RestoreOwnBits(primitive, std::span(vertices).subspan(part.m_Begin), hasTangents);
     return true;
 }
 
@@ -199,7 +200,7 @@ bool GltfSurface::ReadAttributes(const GltfPrimitive& primitive, Attributes& att
         const auto found = primitive.m_Attributes.find(semantic);
         if (found == primitive.m_Attributes.end())
             return true;
-        if (!m_Access.ReadFloats(found->second, width, m_MaxElements - m_Vertices.size(), values, error)) {
+        if (!m_Access.ReadFloats(found->second, width, m_MaxElements - GetVertexCount(), values, error)) {
             error = std::string(semantic) + ": " + error;
             return false;
         }
@@ -265,16 +266,17 @@ MeshVertex GltfSurface::PlaceVertex(const Attributes& attributes, std::size_t in
     return vertex;
 }
 
-void GltfSurface::RestoreOwnBits(const GltfPrimitive& primitive, const Part& part, bool hasTangents) {
+void GltfSurface::RestoreOwnBits(const GltfPrimitive& primitive, std::span<MeshVertex> vertices,
+                                 bool hasTangents) const {
     std::vector<std::vector<std::uint32_t>> words(kOwnAttributes.size()); // empty: as the standard attribute has it
     bool hasAny = false;
     for (std::size_t field = 0; field < kOwnAttributes.size(); ++field) {
         const auto found = primitive.m_Attributes.find(kOwnAttributes[field]);
         if (found != primitive.m_Attributes.end())
-            hasAny = m_Access.ReadWords(found->second, part.m_Count, words[field]) || hasAny;
+            hasAny = m_Access.ReadWords(found->second, vertices.size(), words[field]) || hasAny;
     }
-    for (std::size_t i = 0; hasAny && i < part.m_Count; ++i) {
-        MeshVertex& vertex = m_Vertices[part.m_Begin + i];
+    for (std::size_t i = 0; hasAny && i < vertices.size(); ++i) {
+        MeshVertex& vertex = vertices[i];
         VertexBits bits = BitsOf(vertex);
         for (std::size_t field = 0; field < words.size(); ++field) {
             if (!words[field].empty())

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <map>
 #include <set>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -36,11 +37,11 @@ public:
     const std::set<std::string>& GetLeftOut() const { return m_LeftOut; }
 
 private:
-    // The vertices of primitives of one mesh that share their attributes.
+    // The vertices of primitives of one mesh that share their attributes; those of a flat one are in m_FlatVertices.
     struct Part {
         std::size_t m_Begin = 0;
         std::size_t m_Count = 0;
-        bool m_HasNormals = false;
+        bool m_IsFlat = false; // without normals: each triangle has vertices of its own
     };
     using PartKey = std::pair<std::map<std::string, int>, int>; // attributes, and a material that moves coordinates
     struct Attributes;
@@ -51,13 +52,14 @@ private:
                   Part& part, std::string& error);
     bool ReadAttributes(const GltfPrimitive& primitive, Attributes& attributes, std::string& error) const;
     MeshVertex PlaceVertex(const Attributes& attributes, std::size_t index, const GltfTransform& world) const;
-    void RestoreOwnBits(const GltfPrimitive& primitive, const Part& part, bool hasTangents);
+    void RestoreOwnBits(const GltfPrimitive& primitive, std::span<MeshVertex> vertices, bool hasTangents) const;
     bool ReadCorners(const GltfPrimitive& primitive, const Part& part, std::vector<std::uint32_t>& corners,
                      std::string& error);
     bool AddTriangle(MeshTriangle triangle, const Part& part, std::string& error);
     bool FindMaterial(const GltfPrimitive& primitive, std::int32_t& material, std::string& error);
     const GltfTextureUse* FindCoordinateTransform(const GltfPrimitive& primitive) const;
     void NoteLeftOut(const GltfPrimitive& primitive);
+    std::size_t GetVertexCount() const { return m_Vertices.size() + m_FlatVertices.size(); }
 
     const GltfDocument& m_Document;
     GltfAccess m_Access;
@@ -67,7 +69,8 @@ private:
     std::set<const GltfMesh*> m_SeenMeshes;
     std::size_t m_ReadIndices = 0;
     std::vector<MeshVertex> m_Vertices;
-    std::vector<bool> m_LacksTangent; // by vertex
+    std::vector<MeshVertex> m_FlatVertices; // of which triangles take copies
+    std::vector<bool> m_LacksTangent;       // by vertex
     std::vector<MeshTriangle> m_Triangles;
     bool m_HasTangents = false;
     bool m_HasCoordinates = false;

@@ -39,11 +39,11 @@ public:
         }
         TakeTangents(surface, record);
         TakeSurface(surface, record);
+        Warn(surface);
         if (record == nullptr && m_Mesh.m_Vertices.GetSize() == 0 && m_Mesh.m_Points.GetSize() == 0) {
-            error = "holds neither a mesh nor an empty node";
+            error = "holds neither triangles nor an empty node";
             return false;
         }
-        Warn(surface);
         return true;
     }
 

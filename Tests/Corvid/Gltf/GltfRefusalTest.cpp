@@ -50,7 +50,7 @@ TEST_F(GltfRefusalTest, ClaimsAreChecked) {
         {"\"POSITION\":0", "\"NORMAL\":0", "no positions"},
         {"\"indices\":1", "\"indices\":0", "no indices"},
         {"\"indices\":1", "\"indices\":99", "indices accessor out of bounds"},
-        {"\"indices\":1,\"mat", "\"indices\":1,\"mode\":99,\"mat", "neither a mesh"},
+        {"\"indices\":1,\"mat", "\"indices\":1,\"mode\":99,\"mat", "neither triangles"},
         {"\"byteOffset\":36,\"byteLength\":6", "\"byteOffset\":44,\"byteLength\":6", "0 vertices|3 vertices"},
         {"\"sparse\":{\"count\":1", "\"sparse\":{\"count\":4", "sparse"},
         {"\"sparse\":{\"count\":1", "\"sparse\":{\"count\":-1", "sparse"},
@@ -64,7 +64,7 @@ TEST_F(GltfRefusalTest, ClaimsAreChecked) {
         {"\"meshes\"", "\"extensionsRequired\":[\"KHR_draco_mesh_compression\"],\"meshes\"",
          "'KHR_draco_mesh_compression'"},
         {"{\"nodes\":[0]}", "{\"nodes\":[]}", ""}, // then all nodes count
-        {"\"mesh\":0", "\"skin\":0", "neither a mesh nor an empty node"},
+        {"\"mesh\":0", "\"skin\":0", "neither triangles nor an empty node"},
         {"\"materials\":[{}]", "\"materials\":[0]", "object"},
         {"\"materials\":[{}]", "\"materials\":[{}],\"images\":[{\"bufferView\":99}]", ""}, // nobody looks
     };
@@ -106,7 +106,7 @@ TEST_F(GltfRefusalTest, ContainersAndTexts) {
         {"{}", "'asset.version' is missing"},
         {R"({"asset":{"version":"1.0"}})", "glTF version 1.0"},
         {R"({"asset":{"version":2}})", "'asset.version' is missing"},
-        {R"({"asset":{"version":"2.0"}})", "neither a mesh nor an empty node"},
+        {R"({"asset":{"version":"2.0"}})", "neither triangles nor an empty node"},
         {R"({"asset":{"version":"2.0"},"extras":)" + deep, "nested too deep"},
         {R"({"asset":{"version":"2.0"},"buffers":[{"byteLength":4}]})", "neither a URI nor a binary chunk"},
         {R"({"asset":{"version":"2.0"},"buffers":[{"byteLength":9999,"uri":"data:application/octet-stream;base64,AAAA"}]})",
