@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 #include <unordered_set>
+#include <utility>
 
 namespace Corvid {
 
@@ -114,6 +115,44 @@ std::vector<std::uint32_t> FindShared(std::span<const std::uint64_t> own, std::s
     return shared;
 }
 
+// Pairs that ascend on both sides.
+struct Run {
+    static constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
+
+    bool IsWorseThan(const Run& other) const {
+        return std::pair(m_Length, m_Stayed) < std::pair(other.m_Length, other.m_Stayed);
+    }
+
+    std::uint32_t m_Length = 0;
+    std::uint32_t m_Stayed = 0; // pairs of the same place on both sides
+    std::size_t m_Last = kNone; // the pair that ends it
+};
+
+// The best run that ends in front of each place: a binary indexed tree of maxima. Of equals, the last that came.
+class BestRuns {
+public:
+    explicit BestRuns(std::uint32_t places) : m_Best(places + std::size_t{1}) {}
+
+    Run FindBefore(std::uint32_t place) const {
+        Run best;
+        for (std::size_t i = place; i > 0; i &= i - 1) {
+            if (!m_Best[i].IsWorseThan(best))
+                best = m_Best[i];
+        }
+        return best;
+    }
+
+    void Add(std::uint32_t place, const Run& run) {
+        for (std::size_t i = place + std::size_t{1}; i < m_Best.size(); i += i & (~i + 1)) {
+            if (!run.IsWorseThan(m_Best[i]))
+                m_Best[i] = run;
+        }
+    }
+
+private:
+    std::vector<Run> m_Best;
+};
+
 std::vector<std::uint64_t> Pick(std::span<const std::uint64_t> all, std::span<const std::uint32_t> places) {
     std::vector<std::uint64_t> picked;
     for (const std::uint32_t place : places)
@@ -151,24 +190,22 @@ std::vector<AlignedPair> AlignSequences(std::span<const std::uint64_t> before, s
     return pairs;
 }
 
-// Patience sorting: the pile on which each pair goes is the length of the longest run that ends with it.
 std::vector<bool> FindAscending(std::span<const AlignedPair> pairs) {
-    constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
-    std::vector<std::size_t> tops; // by length of the run less one: the pair with the least place that ends such a run
-    std::vector<std::size_t> previous(pairs.size(), kNone);
-    for (std::size_t i = 0; i < pairs.size(); ++i) {
-        const auto pile = std::lower_bound(tops.begin(), tops.end(), i, [&](std::size_t top, std::size_t pair) {
-            return pairs[top].m_After < pairs[pair].m_After;
-        });
-        if (pile != tops.begin())
-            previous[i] = *(pile - 1);
-        if (pile == tops.end())
-            tops.push_back(i);
-        else
-            *pile = i;
+    std::uint32_t places = 0;
+    for (const AlignedPair& pair : pairs)
+        places = std::max(places, pair.m_After + 1);
+    BestRuns runs(places);
+    std::vector<std::size_t> previous;
+    for (const AlignedPair& pair : pairs) {
+        Run run = runs.FindBefore(pair.m_After);
+        previous.push_back(run.m_Last);
+        ++run.m_Length;
+        run.m_Stayed += pair.m_Before == pair.m_After ? 1 : 0;
+        run.m_Last = previous.size() - 1;
+        runs.Add(pair.m_After, run);
     }
     std::vector<bool> isAscending(pairs.size(), false);
-    for (std::size_t i = tops.empty() ? kNone : tops.back(); i != kNone; i = previous[i])
+    for (std::size_t i = runs.FindBefore(places).m_Last; i != Run::kNone; i = previous[i])
         isAscending[i] = true;
     return isAscending;
 }

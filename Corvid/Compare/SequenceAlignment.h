@@ -18,8 +18,8 @@ struct AlignedPair {
 // in time, a long one. Takes time in proportion to the length of both, whatever they hold.
 std::vector<AlignedPair> AlignSequences(std::span<const std::uint64_t> before, std::span<const std::uint64_t> after);
 
-// Of pairs in the order of their first place, each place once: which ones belong to a longest ascending run. The others
-// changed their order.
+// Of pairs in the order of their first place, each place once: which ones belong to a longest ascending run, among
+// several to the one that keeps most of its places. The others changed their order.
 std::vector<bool> FindAscending(std::span<const AlignedPair> pairs);
 
 } // namespace Corvid

@@ -64,6 +64,10 @@ TEST_F(ElementPairingTest, ContentFirstThenNamesThenLikeness) {
          {"a:a", "b:b", "c:c", "d:d", "e:e"},
          {"d:d", "e:e", "a:a", "b:b", "c:c"},
          {"item[3] -> item[0] moved", "item[4] -> item[1] moved"}},
+        {"Reversed", // the one in the middle is where it was
+         {"a:a", "b:b", "c:c"},
+         {"c:c", "b:b", "a:a"},
+         {"item[2] -> item[0] moved", "item[0] -> item[2] moved"}},
         {"FieldsOfTheirOwn", {"a:ab"}, {"a:abc"}, {"+ item[0].value 2.0"}},
         {"EmptyAndFull", {}, {"a:a"}, {"+ item[0] \"a\""}},
     };
