@@ -23,13 +23,15 @@ void AppendHex(std::string& text, std::uint32_t value, int digits) {
         text.push_back("0123456789abcdef"[value >> shift & 0xF]);
 }
 
-template <class Numbers, class Append> void AppendBracketed(std::string& text, const Numbers& numbers, Append append) {
+template <class Numbers, class Append>
+void AppendBracketed(std::string& text, const Numbers& numbers, std::string_view separator, Append append) {
     text += "[ ";
-    for (const auto number : numbers) {
-        append(number);
-        text.push_back(' ');
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        if (i > 0)
+            text += separator;
+        append(numbers[i]);
     }
-    text.push_back(']');
+    text += " ]";
 }
 
 void AppendRows(std::string& text, std::span<const float> numbers, std::size_t width) {
@@ -82,7 +84,7 @@ void AppendColorText(std::string& text, std::span<const float> channels) {
 }
 
 void AppendChannels(std::string& text, std::span<const float> channels) {
-    AppendBracketed(text, channels, [&text](float number) { AppendFloatText(text, number); });
+    AppendBracketed(text, channels, " ", [&text](float number) { AppendFloatText(text, number); });
 }
 
 void AppendValueText(std::string& text, const ValueTree& tree, const ValueNode& node) {
@@ -120,7 +122,8 @@ void AppendValueText(std::string& text, const ValueTree& tree, const ValueNode& 
         break;
     case ValueKind::Pair:
     case ValueKind::Rect:
-        AppendBracketed(text, tree.GetInts(node), [&text](std::int32_t number) { text += std::to_string(number); });
+        AppendBracketed(text, tree.GetInts(node), " , ",
+                        [&text](std::int32_t number) { text += std::to_string(number); });
         break;
     case ValueKind::Record:
     case ValueKind::List:

@@ -193,7 +193,7 @@ TEST_F(TreeComparisonTest, SmallEditsOfBrushes) {
             {"BrushMoved", [](EditedText& t) { t.Move(kBrush, 4, 1); }, {"brush[4] -> brush[1] moved"}},
             {"Nested",
              [](EditedText& t) { t.Set(kBrush, 3, "top", "-5").Set(kBrush, 2, "pixelBox", "[ 0 , 96 , 128 , 33 ]"); },
-             {"brush[2].Disabled.pixelBox: [ 0 96 128 32 ] -> [ 0 96 128 33 ]",
+             {"brush[2].Disabled.pixelBox: [ 0 , 96 , 128 , 32 ] -> [ 0 , 96 , 128 , 33 ]",
               "brush[3].stretchMargins.top: 4 -> -5"}},
             {"ContentChanged",
              [](EditedText& t) {
