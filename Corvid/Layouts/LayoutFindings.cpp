@@ -44,6 +44,10 @@ std::string_view FirstLabelIn(const Layout& layout, LayoutIndex node) {
 // What a mark leaves open, in words.
 std::string DoubtOf(const Layout& layout, LayoutIndex index) {
     const LayoutNode& node = layout[index];
+    if (node.m_Doubt.m_IsOfWidth)
+        return "whether " + node.m_Label +
+               " or a number beside it takes 8 bytes is not proven; a file in which the "
+               "later of them are not 0 decides, in both encodings";
     switch (node.m_Kind) {
     case LayoutKind::Int:
         return node.m_Label + " may be a colour; a binary file, or a value with a letter, decides";

@@ -78,6 +78,13 @@ private:
                 Tell(index, std::string("nobody has seen it ") + (isTrue ? "TRUE" : "FALSE"));
         } else if (isText) {
             m_Conditions.Set(index, std::u16string(m_Values.GetString(value)));
+        } else if (node.m_IsDoubtful && node.m_Doubt.m_IsOfWidth) {
+            const std::int64_t number =
+                node.m_Kind == LayoutKind::Int ? m_Values.GetInt(value) : m_Values.GetInt64(value);
+            const auto& seen = node.m_Doubt.m_SeenNumbers;
+            if (number < 0 || (!seen.empty() && std::find(seen.begin(), seen.end(), number) == seen.end()))
+                Tell(index, "nothing shows whether it or a number beside it takes 8 bytes, and it is " +
+                                std::to_string(number));
         } else if (node.m_Kind == LayoutKind::Int && node.m_IsDoubtful) {
             Tell(index, "it may be a colour");
         } else if (node.m_Kind <= LayoutKind::Double && node.m_IsDoubtful) {

@@ -23,7 +23,8 @@ struct LayoutTrail {
 };
 
 // The rule of touching, all of it:
-//  - a number or colour, always: one may be the other, or take more bytes or fewer;
+//  - another number or colour, always: one may be the other, or take more bytes or fewer;
+//  - one of several integers of which one takes 8 bytes: where it is negative, or not among those that were seen;
 //  - a count or bool with a value that is not among those that were seen: it may be a plain integer or another kind;
 //  - a condition with rivals, where one of them disagrees or asks for a value that is not there; one without a rival,
 //    always;

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "Corvid/Values/ValueTree.h"
@@ -31,11 +32,13 @@ private:
     };
 
     void Arrive();
+    void AddName(std::string_view name);
 
     const ValueTree& m_Tree;
     ValueIndex m_Index = 0;
-    std::string m_Path;    // of the node
-    std::string m_Indices; // at its end
+    std::string m_Path;           // of the node
+    std::string m_Indices;        // at its end
+    std::size_t m_NameLength = 0; // in front of them
     std::vector<Level> m_Levels;
 };
 

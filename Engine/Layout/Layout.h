@@ -57,7 +57,8 @@ struct LayoutCondition {
 
 // What is not proven of a node, with the facts that limit the doubt.
 struct LayoutDoubt {
-    std::vector<std::int32_t> m_SeenNumbers;     // of a count
+    std::vector<std::int32_t> m_SeenNumbers;     // of a count, or of an integer whose width is open
+    bool m_IsOfWidth = false;                    // of an int or int64: one of these two
     std::vector<bool> m_SeenBools;               // of a bool
     std::vector<LayoutCondition> m_Alternatives; // of a condition
 };

@@ -74,7 +74,7 @@ private:
     bool TakeCondition(LayoutCondition& condition);
     bool TakeWords(std::vector<std::u16string>& words);
     bool TakeDoubt(LayoutNode& node);
-    bool TakeSeenNumbers(LayoutDoubt& doubt);
+    bool TakeSeenNumbers(LayoutNode& node);
     bool TakeSeenBools(LayoutDoubt& doubt);
 
     // Of the line that is being read
@@ -424,14 +424,16 @@ bool Parser::TakeDoubt(LayoutNode& node) {
     if (!node.m_IsDoubtful)
         return true;
     switch (node.m_Kind) {
-    case LayoutKind::Int:
-    case LayoutKind::Int64:
     case LayoutKind::Float:
     case LayoutKind::Double:
     case LayoutKind::Color:
         return true;
+    case LayoutKind::Int:
+    case LayoutKind::Int64:
+        node.m_Doubt.m_IsOfWidth = TakeIf(node.m_Kind == LayoutKind::Int ? "int64" : "int");
+        return !node.m_Doubt.m_IsOfWidth || TakeSeenNumbers(node);
     case LayoutKind::Count:
-        return TakeSeenNumbers(node.m_Doubt);
+        return TakeSeenNumbers(node);
     case LayoutKind::Bool:
         return TakeSeenBools(node.m_Doubt);
     default:
@@ -440,17 +442,18 @@ bool Parser::TakeDoubt(LayoutNode& node) {
     }
 }
 
-bool Parser::TakeSeenNumbers(LayoutDoubt& doubt) {
+bool Parser::TakeSeenNumbers(LayoutNode& node) {
     while (!IsAtEnd()) {
         const LayoutToken& token = Take();
         std::int32_t number = 0;
         const char* const end = token.m_Text.data() + token.m_Text.size();
         const auto [rest, error] = std::from_chars(token.m_Text.data(), end, number);
         if (token.m_IsQuoted || error != std::errc() || rest != end) {
-            Fail(token.m_Column, Quoted(token.m_Text) + " is not a number that a count can have");
+            Fail(token.m_Column, Quoted(token.m_Text) + " is not a number" +
+                                     (node.m_Kind == LayoutKind::Count ? " that a count can have" : ""));
             return false;
         }
-        doubt.m_SeenNumbers.push_back(number);
+        node.m_Doubt.m_SeenNumbers.push_back(number);
     }
     return true;
 }

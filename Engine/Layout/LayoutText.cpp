@@ -21,7 +21,7 @@ bool AreConditionsSame(const LayoutCondition& a, LayoutIndex aFirst, const Layou
 }
 
 bool AreDoubtsSame(const LayoutDoubt& a, LayoutIndex aFirst, const LayoutDoubt& b, LayoutIndex bFirst) {
-    return a.m_SeenNumbers == b.m_SeenNumbers && a.m_SeenBools == b.m_SeenBools &&
+    return a.m_SeenNumbers == b.m_SeenNumbers && a.m_IsOfWidth == b.m_IsOfWidth && a.m_SeenBools == b.m_SeenBools &&
            std::equal(a.m_Alternatives.begin(), a.m_Alternatives.end(), b.m_Alternatives.begin(),
                       b.m_Alternatives.end(), [aFirst, bFirst](const auto& one, const auto& other) {
                           return AreConditionsSame(one, aFirst, other, bFirst);
@@ -132,6 +132,8 @@ private:
         if (!node.m_IsDoubtful)
             return;
         m_Text += " ?";
+        if (node.m_Doubt.m_IsOfWidth)
+            m_Text.append(" ").append(WordOf(node.m_Kind == LayoutKind::Int ? LayoutKind::Int64 : LayoutKind::Int));
         for (const std::int32_t number : node.m_Doubt.m_SeenNumbers)
             m_Text += ' ' + std::to_string(number);
         for (const bool value : node.m_Doubt.m_SeenBools)

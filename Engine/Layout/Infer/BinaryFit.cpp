@@ -1,17 +1,16 @@
 #include "Engine/Layout/Infer/BinaryFit.h"
 
 #include <algorithm>
-#include <bit>
 #include <limits>
 #include <optional>
-#include <unordered_map>
+
+#include "Engine/Layout/Infer/FitSearch.h"
+#include "Engine/Layout/Infer/IntegerWidths.h"
 
 namespace Corvid {
 
 namespace {
 
-constexpr std::uint64_t kMostSteps = 1'000'000; // values read in one search
-constexpr std::uint64_t kBytesOfStep = 64;      // of a long string
 constexpr int kMostDepartures = 16;
 
 // One file alone can be read in many ways: the fewer there are, the fewer departures are believed, and the more costly
@@ -22,431 +21,50 @@ constexpr int MostDepartures(std::size_t files) {
 constexpr int RivalMargin(std::size_t files) {
     return files == 1 ? 3 : files == 2 ? 2 : 1;
 }
-constexpr std::size_t kMostDecisions = 2'000;
-constexpr std::int32_t kMostEmptyElements = 65'536; // of elements that take no bytes
 
-constexpr int kUndecided = -1;
-constexpr std::int32_t kUnknownWord = -1;
-constexpr std::int32_t kNotThere = -2;
-
-using FileSet = std::uint64_t; // a bit a file
-
-// A condition or a list that the reading is within.
-struct Frame {
-    LayoutIndex m_Node = 0;
-    FileSet m_Outside = 0; // files that were read before it
-    std::int32_t m_Element = 0;
-    std::vector<std::int32_t> m_Counts; // by file
-};
-
-struct State {
-    LayoutIndex m_Node = 0;
-    FileSet m_Active = 0;
-    FileSet m_Dropped = 0; // files with a word that nobody knows: they cannot be followed any further
-    int m_Departures = 0;
-    std::vector<std::size_t> m_Offsets;
-    std::vector<Frame> m_Frames;
-    std::vector<std::int8_t> m_Choices;                // by node
-    std::vector<std::vector<std::int32_t>> m_Deciders; // by decider, by file: the value that conditions ask for
-};
-
-enum class Outcome { Found, NotFound, OutOfSteps };
-
-class Search {
-public:
-    Search(const FitQuestion& question, std::span<const std::string_view> files);
-
-    bool IsTooLarge() const { return m_DecisionCount > kMostDecisions; }
-
-    // A way to read all files with so many departures at the most, and with `node` read by `choice`.
-    Outcome Find(int departures, LayoutIndex node, int choice);
-    void Forget() { m_Failed.clear(); }
-
-    const State& GetFound() const { return m_Found; }
-    bool IsOpen(LayoutIndex node) const;
-    std::vector<int> ChoicesAt(LayoutIndex node) const;
-
-    // Reads once more by the choices that were found and notes what the files hold.
-    void Note(FitAnswer& answer);
-
-private:
-    int UsualChoice(LayoutIndex node) const;
-    bool Run(State& state);
-    bool Leave(State& state);
-    bool ReadValue(State& state, LayoutKind kind);
-    void EnterCount(State& state);
-    bool EnterWhen(State& state, int choice);
-    bool IsOver(const State& state) const;
-    bool Branch(const State& state);
-    std::uint64_t HashOf(const State& state) const;
-    std::int32_t WordIndex(LayoutIndex node, std::u16string_view word) const;
-    const std::vector<std::u16string>& WordsOf(LayoutIndex decider) const {
-        const LayoutNode& node = m_Layout[decider];
-        return node.m_Kind == LayoutKind::Word ? node.m_Words : m_Words[static_cast<std::size_t>(m_DeciderOf[decider])];
-    }
-
-    const FitQuestion& m_Question;
-    const Layout& m_Layout;
-    std::span<const std::string_view> m_Files;
-    std::vector<std::int32_t> m_DeciderOf;            // by node; -1: no condition asks
-    std::vector<std::vector<std::u16string>> m_Words; // by decider, of a string: those that conditions ask for
-    std::size_t m_DecisionCount = 0;
-    std::size_t m_DeciderCount = 0;
-
-    int m_MostDepartures = 0;
-    std::uint64_t m_Steps = 0;
-    std::uint64_t m_MostSteps = kMostSteps;
-    std::unordered_map<std::uint64_t, int> m_Failed; // departures that were left and did not suffice
-    State m_Found;
-    FitAnswer* m_Notes = nullptr;
-};
-
-Search::Search(const FitQuestion& question, std::span<const std::string_view> files)
-    : m_Question(question), m_Layout(question.m_Layout), m_Files(files), m_DeciderOf(m_Layout.GetSize(), -1) {
-    for (LayoutIndex node = 0; node < m_Layout.GetSize(); ++node) {
-        m_DecisionCount += IsOpen(node) ? 1u : 0u;
-        if (m_Layout[node].m_Kind != LayoutKind::When)
-            continue;
-        const auto addDecider = [this](const LayoutCondition& condition) {
-            if (condition.m_Field == kNoLayoutIndex)
-                return;
-            if (m_DeciderOf[condition.m_Field] < 0) {
-                m_DeciderOf[condition.m_Field] = static_cast<std::int32_t>(m_DeciderCount++);
-                m_Words.emplace_back();
-            }
-            auto& words = m_Words[static_cast<std::size_t>(m_DeciderOf[condition.m_Field])];
-            words.insert(words.end(), condition.m_Words.begin(), condition.m_Words.end());
-        };
-        addDecider(m_Layout[node].m_Condition);
-        for (const LayoutCondition& other : m_Layout[node].m_Doubt.m_Alternatives)
-            addDecider(other);
-    }
-}
-
-bool Search::IsOpen(LayoutIndex node) const {
-    return m_Layout[node].m_Kind == LayoutKind::When
-               ? !m_Layout[node].m_Doubt.m_Alternatives.empty()
-               : !m_Question.m_Kinds[node].IsEmpty() && !m_Question.m_Kinds[node].IsOne();
-}
-
-int Search::UsualChoice(LayoutIndex node) const {
-    const LayoutKind kind = m_Layout[node].m_Kind;
-    const KindSet kinds = m_Question.m_Kinds[node];
-    return kind == LayoutKind::When ? 0 : static_cast<int>(kinds.Has(kind) ? kind : LikelyKind(kinds));
-}
-
-std::vector<int> Search::ChoicesAt(LayoutIndex node) const {
-    std::vector<int> choices{UsualChoice(node)};
-    if (m_Layout[node].m_Kind == LayoutKind::When) {
-        for (std::size_t other = 0; other < m_Layout[node].m_Doubt.m_Alternatives.size(); ++other)
-            choices.push_back(static_cast<int>(other) + 1);
-        return choices;
-    }
-    for (const LayoutKind kind :
-         {LayoutKind::Int, LayoutKind::Float, LayoutKind::Color, LayoutKind::Double, LayoutKind::Int64}) {
-        if (m_Question.m_Kinds[node].Has(kind) && static_cast<int>(kind) != choices.front())
-            choices.push_back(static_cast<int>(kind));
-    }
-    return choices;
-}
-
-Outcome Search::Find(int departures, LayoutIndex node, int choice) {
-    State state;
-    state.m_Active = m_Files.size() == 64 ? ~FileSet{0} : (FileSet{1} << m_Files.size()) - 1;
-    state.m_Offsets.assign(m_Files.size(), 0);
-    state.m_Choices.assign(m_Layout.GetSize(), kUndecided);
-    state.m_Deciders.assign(m_DeciderCount, std::vector<std::int32_t>(m_Files.size(), kNotThere));
-    m_MostDepartures = departures;
-    m_Steps = 0;
-    m_MostSteps = std::min(kMostSteps, m_Question.m_StepsLeft);
-    if (node != kNoLayoutIndex) {
-        state.m_Choices[node] = static_cast<std::int8_t>(choice);
-        state.m_Departures = choice == UsualChoice(node) ? 0 : 1;
-        if (state.m_Departures > departures)
-            return Outcome::NotFound;
-    }
-    const bool isFound = Run(state);
-    m_Question.m_StepsLeft -= std::min(m_Steps, m_Question.m_StepsLeft);
-    if (isFound)
-        return Outcome::Found;
-    return m_Steps >= m_MostSteps ? Outcome::OutOfSteps : Outcome::NotFound;
-}
-
-void Search::Note(FitAnswer& answer) {
-    const LayoutIndex size = m_Layout.GetSize();
-    answer.m_SeenBools.assign(size, 0);
-    answer.m_SeenNumbers.assign(size, {});
-    answer.m_Sides[0].assign(size, 0);
-    answer.m_Sides[1].assign(size, 0);
-    State state;
-    state.m_Active = (FileSet{1} << m_Files.size()) - 1;
-    state.m_Offsets.assign(m_Files.size(), 0);
-    state.m_Choices = m_Found.m_Choices;
-    state.m_Deciders.assign(m_DeciderCount, std::vector<std::int32_t>(m_Files.size(), kNotThere));
-    m_Steps = 0;
-    m_MostSteps = kMostSteps;
-    m_Notes = &answer;
-    Run(state);
-    m_Notes = nullptr;
-}
-
-std::int32_t Search::WordIndex(LayoutIndex node, std::u16string_view word) const {
-    const std::vector<std::u16string>& words = WordsOf(node);
-    const auto found = std::find(words.begin(), words.end(), word);
-    return found == words.end() ? kUnknownWord : static_cast<std::int32_t>(found - words.begin());
-}
-
-// Reads the node of every active file, and moves behind it.
-bool Search::ReadValue(State& state, LayoutKind kind) {
-    const LayoutIndex node = state.m_Node;
-    for (std::size_t file = 0; file < m_Files.size(); ++file) {
-        if ((state.m_Active >> file & 1) == 0)
-            continue;
-        ++m_Steps;
-        const std::string_view bytes = m_Files[file].substr(state.m_Offsets[file]);
-        const std::optional<std::size_t> size = SizeOfPlausible(kind, bytes, m_Question.m_Ranges[node]);
-        if (!size.has_value())
-            return false;
-        const std::int32_t decider = m_DeciderOf[node];
-        std::int32_t value = 0;
-        if (kind == LayoutKind::Word) {
-            const std::u16string word = TakeString(bytes);
-            value = WordIndex(node, word);
-            if (value == kUnknownWord) {
-                // A word of two letters at least is a new one; anything else is no word at all.
-                if (word.size() < 2 ||
-                    !std::all_of(word.begin(), word.end(), [](char16_t unit) { return unit < 0x7F && unit > u' '; }))
-                    return false;
-                state.m_Dropped |= FileSet{1} << file;
-                state.m_Active &= ~(FileSet{1} << file);
-                for (Frame& frame : state.m_Frames)
-                    frame.m_Outside &= ~(FileSet{1} << file);
-                continue;
-            }
-        } else if (kind == LayoutKind::String && decider >= 0) {
-            value = WordIndex(node, TakeString(bytes));
-        } else if (kind == LayoutKind::Bool) {
-            value = bytes[0];
-            if (m_Notes != nullptr)
-                m_Notes->m_SeenBools[node] |= static_cast<std::uint8_t>(1 << value);
-        } else if ((kind == LayoutKind::Int || kind == LayoutKind::Int64) && m_Notes != nullptr) {
-            std::vector<std::int32_t>& numbers = m_Notes->m_SeenNumbers[node];
-            const bool isLarge = kind == LayoutKind::Int64 && TakeInt(bytes.substr(sizeof(std::int32_t))) != 0;
-            const std::int32_t number = isLarge ? std::numeric_limits<std::int32_t>::max() : TakeInt(bytes);
-            const auto place = std::lower_bound(numbers.begin(), numbers.end(), number);
-            if (place == numbers.end() || *place != number)
-                numbers.insert(place, number);
-        }
-        if (decider >= 0)
-            state.m_Deciders[static_cast<std::size_t>(decider)][file] = value;
-        state.m_Offsets[file] += *size;
-        m_Steps += *size / kBytesOfStep;
-    }
-    state.m_Node = m_Layout[node].m_End;
-    return true;
-}
-
-// The counts of all active files; the elements are read one after the other, side by side.
-void Search::EnterCount(State& state) {
-    Frame& frame = state.m_Frames.emplace_back();
-    frame.m_Node = state.m_Node;
-    frame.m_Outside = state.m_Active;
-    frame.m_Element = -1;
-    frame.m_Counts.assign(m_Files.size(), 0);
-    for (std::size_t file = 0; file < m_Files.size(); ++file) {
-        if ((state.m_Active >> file & 1) != 0)
-            frame.m_Counts[file] = TakeInt(m_Files[file].substr(state.m_Offsets[file] - sizeof(std::int32_t)));
-    }
-    state.m_Node = m_Layout[frame.m_Node].m_End;
-}
-
-// False where no file can be followed any further.
-bool Search::EnterWhen(State& state, int choice) {
-    const LayoutIndex node = state.m_Node;
-    const LayoutCondition& condition =
-        choice == 0 ? m_Layout[node].m_Condition
-                    : m_Layout[node].m_Doubt.m_Alternatives[static_cast<std::size_t>(choice - 1)];
-    Frame frame;
-    frame.m_Node = node;
-    frame.m_Outside = state.m_Active;
-    for (std::size_t file = 0; file < m_Files.size(); ++file) {
-        const FileSet bit = FileSet{1} << file;
-        if ((state.m_Active & bit) == 0)
-            continue;
-        std::int32_t value = kNotThere;
-        if (condition.m_Field != kNoLayoutIndex)
-            value = state.m_Deciders[static_cast<std::size_t>(m_DeciderOf[condition.m_Field])][file];
-        if (value == kNotThere) {
-            state.m_Dropped |= bit;
-            state.m_Active &= ~bit;
-            frame.m_Outside &= ~bit;
-            for (Frame& outer : state.m_Frames)
-                outer.m_Outside &= ~bit;
-            continue;
-        }
-        bool isThere = value == 1;
-        if (!condition.m_Words.empty()) {
-            const auto& words = WordsOf(condition.m_Field);
-            isThere = value >= 0 && std::find(condition.m_Words.begin(), condition.m_Words.end(),
-                                              words[static_cast<std::size_t>(value)]) != condition.m_Words.end();
-        }
-        isThere = isThere != condition.m_IsNegated;
-        if (m_Notes != nullptr)
-            ++m_Notes->m_Sides[isThere ? 1 : 0][node];
-        if (!isThere)
-            state.m_Active &= ~bit;
-    }
-    const bool isEntered = state.m_Active != 0;
-    state.m_Frames.push_back(std::move(frame));
-    state.m_Node = isEntered ? node + 1 : m_Layout[node].m_End;
-    return true;
-}
-
-// At the end of what the innermost frame holds: the next element, or out of it. False when not at such an end.
-bool Search::Leave(State& state) {
-    if (state.m_Frames.empty())
-        return false;
-    Frame& frame = state.m_Frames.back();
-    const LayoutNode& node = m_Layout[frame.m_Node];
-    if (state.m_Node != node.m_End)
-        return false;
-    if (node.m_Kind == LayoutKind::Count && node.m_End > frame.m_Node + 1) {
-        ++frame.m_Element;
-        FileSet more = 0;
-        for (std::size_t file = 0; file < m_Files.size(); ++file) {
-            if ((frame.m_Outside >> file & 1) != 0 && frame.m_Counts[file] > frame.m_Element)
-                more |= FileSet{1} << file;
-        }
-        if (more != 0) {
-            state.m_Active = more;
-            state.m_Node = frame.m_Node + 1;
-            return true;
-        }
-    }
-    state.m_Active = frame.m_Outside;
-    state.m_Frames.pop_back();
-    return true;
-}
-
-bool Search::IsOver(const State& state) const {
-    std::size_t read = 0;
-    for (std::size_t file = 0; file < m_Files.size(); ++file) {
-        if ((state.m_Dropped >> file & 1) != 0)
-            continue;
-        ++read;
-        if (state.m_Offsets[file] != m_Files[file].size())
-            return false;
-    }
-    return 2 * read >= m_Files.size() && read > 0;
-}
-
-std::uint64_t Search::HashOf(const State& state) const {
-    std::uint64_t hash = 0xCBF29CE484222325;
-    const auto add = [&hash](std::uint64_t value) {
-        hash = (hash ^ value) * 0x9E3779B97F4A7C15;
-        hash ^= hash >> 29;
+// Numbers side by side that are open between them alone.
+void SettleWidths(FitSearch& search, const FitQuestion& question, int departures, FitAnswer& answer) {
+    const KindSet widths{LayoutKind::Int, LayoutKind::Int64};
+    const auto isOpen = [&](LayoutIndex node) {
+        const FitAnswer::Choice& choice = answer.m_Choices[node];
+        return search.IsOpen(node) && choice.m_Choice != kUndecidedChoice && !choice.m_IsSettled &&
+               (question.m_Kinds[node] & widths) == widths;
     };
-    add(state.m_Node);
-    add(state.m_Active);
-    add(state.m_Dropped);
-    for (const std::size_t offset : state.m_Offsets)
-        add(offset);
-    for (const Frame& frame : state.m_Frames) {
-        add(frame.m_Outside);
-        add(static_cast<std::uint64_t>(frame.m_Element));
-        for (const std::int32_t count : frame.m_Counts)
-            add(static_cast<std::uint64_t>(count));
-        // Choices within an open list bind its further elements.
-        if (m_Layout[frame.m_Node].m_Kind == LayoutKind::Count) {
-            for (LayoutIndex node = frame.m_Node; node < m_Layout[frame.m_Node].m_End; ++node)
-                add(static_cast<std::uint64_t>(state.m_Choices[node] + 1));
-        }
-    }
-    for (const std::vector<std::int32_t>& values : state.m_Deciders) {
-        for (const std::int32_t value : values)
-            add(static_cast<std::uint64_t>(value + 2));
-    }
-    return hash;
-}
-
-// Every choice at the node, the usual one first.
-bool Search::Branch(const State& state) {
-    const std::uint64_t hash = HashOf(state);
-    const int left = m_MostDepartures - state.m_Departures;
-    if (const auto failed = m_Failed.find(hash); failed != m_Failed.end() && failed->second >= left)
-        return false;
-    const LayoutIndex node = state.m_Node;
-    const int usual = UsualChoice(node);
-    for (const int choice : ChoicesAt(node)) {
-        if (choice != usual && left == 0)
-            break;
-        State next = state;
-        next.m_Choices[node] = static_cast<std::int8_t>(choice);
-        next.m_Departures += choice == usual ? 0 : 1;
-        if (Run(next))
-            return true;
-        if (m_Steps >= m_MostSteps)
+    for (const std::vector<LayoutIndex>& run : FindIntegerRuns(question.m_Layout, isOpen)) {
+        const auto isAnythingElse = [&](LayoutIndex node) {
+            for (const int choice : search.ChoicesAt(node)) {
+                const FitSearch::Told told[] = {{node, choice}};
+                if (!widths.Has(static_cast<LayoutKind>(choice)) &&
+                    search.Find(departures, told) != FitOutcome::NotFound)
+                    return true;
+            }
             return false;
+        };
+        if (std::any_of(run.begin(), run.end(), isAnythingElse))
+            continue;
+        const auto compared = CompareWidths(run.size(), [&](std::span<const LayoutKind> kinds) -> std::optional<bool> {
+            std::vector<FitSearch::Told> told;
+            for (std::size_t i = 0; i < run.size(); ++i)
+                told.push_back({run[i], static_cast<int>(kinds[i])});
+            const FitOutcome outcome = search.Find(departures, told);
+            return outcome == FitOutcome::OutOfSteps ? std::nullopt : std::optional(outcome == FitOutcome::Found);
+        });
+        if (!compared.has_value())
+            continue;
+        // All readings give the same bytes for such numbers, and only for such.
+        bool isAlike = true;
+        for (std::size_t i = 0; i < run.size(); ++i) {
+            const std::vector<std::int32_t>& seen = answer.m_SeenNumbers[run[i]];
+            const std::int32_t largest = i == compared->m_FirstOpen ? std::numeric_limits<std::int32_t>::max() - 1 : 0;
+            const bool isSeenSo = seen.empty() || (seen.front() >= 0 && seen.back() <= largest);
+            const NumberRange& range = question.m_Ranges[run[i]];
+            isAlike = isAlike && (!compared->m_IsOpen[i] || (isSeenSo && !range.m_HasNegative &&
+                                                             range.m_Largest <= static_cast<double>(largest)));
+        }
+        for (std::size_t i = 0; i < run.size() && isAlike; ++i)
+            answer.m_Choices[run[i]] = {static_cast<int>(compared->m_Kinds[i]), !compared->m_IsOpen[i],
+                                        compared->m_IsOpen[i]};
     }
-    int& failed = m_Failed.try_emplace(hash, left).first->second;
-    failed = std::max(failed, left);
-    return false;
-}
-
-bool Search::Run(State& state) {
-    while (m_Steps < m_MostSteps) {
-        if (Leave(state))
-            continue;
-        if (state.m_Node == m_Layout.GetSize()) {
-            if (!IsOver(state))
-                return false;
-            if (m_Notes == nullptr)
-                m_Found = state;
-            return true;
-        }
-        ++m_Steps;
-        const LayoutNode& node = m_Layout[state.m_Node];
-        if (state.m_Active == 0) {
-            state.m_Node = node.m_End;
-            continue;
-        }
-        if (node.m_Kind == LayoutKind::Record || node.m_Kind == LayoutKind::Use) {
-            ++state.m_Node;
-            continue;
-        }
-        int choice = state.m_Choices[state.m_Node];
-        if (choice == kUndecided && IsOpen(state.m_Node))
-            return Branch(state);
-        if (choice == kUndecided)
-            choice = state.m_Choices[state.m_Node] =
-                static_cast<std::int8_t>(node.m_Kind == LayoutKind::When ? 0 : static_cast<int>(node.m_Kind));
-        if (node.m_Kind == LayoutKind::When) {
-            if (!EnterWhen(state, choice))
-                return false;
-            continue;
-        }
-        if (node.m_Kind != LayoutKind::Count) {
-            if (!ReadValue(state, static_cast<LayoutKind>(choice)))
-                return false;
-            continue;
-        }
-        const LayoutIndex count = state.m_Node;
-        if (!ReadValue(state, LayoutKind::Int))
-            return false;
-        state.m_Node = count;
-        EnterCount(state);
-        const Frame& frame = state.m_Frames.back();
-        for (std::size_t file = 0; file < m_Files.size(); ++file) {
-            const std::int32_t number = frame.m_Counts[file];
-            const std::size_t left = m_Files[file].size() - state.m_Offsets[file];
-            const bool isEmpty = node.m_End == count + 1;
-            if (number < 0 || (isEmpty && number != 0) ||
-                static_cast<std::uint64_t>(number) > std::max<std::uint64_t>(left, 1) ||
-                number > std::max(kMostEmptyElements, static_cast<std::int32_t>(std::min<std::size_t>(left, 1u << 30))))
-                return false;
-        }
-    }
-    return false;
 }
 
 } // namespace
@@ -455,44 +73,42 @@ FitAnswer FitBinaries(const FitQuestion& question, std::span<const std::string_v
     FitAnswer answer;
     const Layout& layout = question.m_Layout;
     answer.m_Choices.resize(layout.GetSize());
-    Search search(question, files);
+    FitSearch search(question, files);
     if (files.empty() || files.size() > kMostFiles || search.IsTooLarge())
         return answer;
 
     int departures = 0;
-    Outcome outcome = Outcome::NotFound;
+    FitOutcome outcome = FitOutcome::NotFound;
     for (; departures <= kMostDepartures; ++departures) {
-        outcome = search.Find(departures, kNoLayoutIndex, 0);
-        if (outcome != Outcome::NotFound)
+        outcome = search.Find(departures, {});
+        if (outcome != FitOutcome::NotFound)
             break;
     }
-    if (outcome == Outcome::NotFound)
+    if (outcome == FitOutcome::NotFound)
         answer.m_Verdict = FitAnswer::Verdict::FitsNot;
-    if (outcome != Outcome::Found)
+    if (outcome != FitOutcome::Found)
         return answer;
     answer.m_Verdict = FitAnswer::Verdict::Fits;
     if (departures > MostDepartures(files.size()))
         return answer;
-    answer.m_IsCertain = true;
-    const State best = search.GetFound();
+    const FitState best = search.GetFound();
     search.Note(answer);
 
     // A choice is settled if no other reads the samples at a cost that is hardly higher.
     for (LayoutIndex node = 0; node < layout.GetSize(); ++node)
-        answer.m_Choices[node] = {best.m_Choices[node], best.m_Choices[node] != kUndecided};
+        answer.m_Choices[node] = {best.m_Choices[node], best.m_Choices[node] != kUndecidedChoice};
     for (LayoutIndex node = 0; node < layout.GetSize(); ++node) {
-        if (best.m_Choices[node] == kUndecided || !search.IsOpen(node))
+        if (best.m_Choices[node] == kUndecidedChoice || !search.IsOpen(node))
             continue;
         for (const int choice : search.ChoicesAt(node)) {
             if (choice == best.m_Choices[node] || !answer.m_Choices[node].m_IsSettled)
                 continue;
-            search.Forget();
-            const Outcome other = search.Find(departures + RivalMargin(files.size()), node, choice);
-            if (other == Outcome::NotFound)
+            const FitSearch::Told told[] = {{node, choice}};
+            const FitOutcome other = search.Find(departures + RivalMargin(files.size()), told);
+            if (other == FitOutcome::NotFound)
                 continue;
-            answer.m_IsCertain = false;
             answer.m_Choices[node].m_IsSettled = false;
-            if (other == Outcome::OutOfSteps)
+            if (other == FitOutcome::OutOfSteps)
                 continue;
             for (LayoutIndex differing = 0; differing < layout.GetSize(); ++differing) {
                 if (search.GetFound().m_Choices[differing] != best.m_Choices[differing])
@@ -500,6 +116,11 @@ FitAnswer FitBinaries(const FitQuestion& question, std::span<const std::string_v
             }
         }
     }
+    SettleWidths(search, question, departures + RivalMargin(files.size()), answer);
+    answer.m_IsCertain =
+        std::all_of(answer.m_Choices.begin(), answer.m_Choices.end(), [](const FitAnswer::Choice& choice) {
+            return choice.m_IsSettled || choice.m_IsOfWidth || choice.m_Choice == kUndecidedChoice;
+        });
     return answer;
 }
 

@@ -29,6 +29,7 @@ struct FitAnswer {
     struct Choice {
         int m_Choice = -1; // -1: no sample got there
         bool m_IsSettled = false;
+        bool m_IsOfWidth = false; // but for whether it or a number beside it takes 8 bytes
     };
     std::vector<Choice> m_Choices;
     std::vector<std::uint8_t> m_SeenBools; // by node, bit 0: FALSE, bit 1: TRUE

@@ -66,10 +66,11 @@ void Builder::ReadValue(DraftField& field, const SampleLine& line) const {
         Remember(field.m_Words, ReadStringText(line.m_Value), kMostWords);
     if (const auto number = ReadIntText(line.m_Value))
         Remember(field.m_Numbers, *number, kMostNumbers);
-    if (!(field.m_Kinds & kNumberKinds).IsEmpty())
-        field.m_Decimals.Add(line.m_Value);
-    if (!(field.m_Kinds & kNumberKinds).IsEmpty())
-        field.m_Largest = std::max(field.m_Largest, std::abs(std::strtod(std::string(line.m_Value).c_str(), nullptr)));
+    if ((field.m_Kinds & kNumberKinds).IsEmpty())
+        return;
+    field.m_Decimals.Add(line.m_Value);
+    field.m_HasNegative = field.m_HasNegative || line.m_Value.starts_with('-');
+    field.m_Largest = std::max(field.m_Largest, std::abs(std::strtod(std::string(line.m_Value).c_str(), nullptr)));
 }
 
 // The kinds that a field of a known layout leaves open.
@@ -78,6 +79,8 @@ KindSet KindsOfKnown(const LayoutNode& node, bool isAssumed) {
     const bool isDecimal = kind == LayoutKind::Float || kind == LayoutKind::Double;
     if (node.m_IsDoubtful && isDecimal)
         return {LayoutKind::Float, LayoutKind::Double};
+    if (node.m_IsDoubtful && node.m_Doubt.m_IsOfWidth)
+        return {LayoutKind::Int, LayoutKind::Int64};
     if (node.m_IsDoubtful && kNumberKinds.Has(kind))
         return {LayoutKind::Int, LayoutKind::Int64, LayoutKind::Color};
     if (isAssumed && isDecimal)
@@ -101,6 +104,7 @@ void Builder::TakeKnown(DraftField& field) const {
                                                         : KindsOfKnown(node, layout.IsAssumed());
     if (field.m_Shape == DraftShape::Value && node.m_Kind != LayoutKind::Count)
         field.m_Usual = node.m_Kind;
+    field.m_IsWidthOpen = node.m_Doubt.m_IsOfWidth;
     field.m_IsWord = node.m_Kind == LayoutKind::Word;
     field.m_Words = node.m_Words;
     std::sort(field.m_Words.begin(), field.m_Words.end());

@@ -182,6 +182,13 @@ void Maker::AddValue(DraftField& field) {
     }
     if (!kNumberKinds.Has(kind))
         return;
+    if (field.m_IsWidthOpen && field.m_Kinds == KindSet{LayoutKind::Int, LayoutKind::Int64}) {
+        node.m_IsDoubtful = true;
+        node.m_Doubt.m_IsOfWidth = true;
+        if (field.m_Numbers == std::vector<std::int32_t>{0})
+            node.m_Doubt.m_SeenNumbers = field.m_Numbers;
+        return;
+    }
     node.m_IsDoubtful = m_IsAssumed
                             ? (field.m_Kinds.Has(LayoutKind::Color) && !field.m_Kinds.IsOne()) || field.IsLikelyDouble()
                             : !field.m_Kinds.IsOne();

@@ -52,6 +52,7 @@ std::optional<Layout> WithCount(const Layout& layout, LayoutIndex number, Layout
             return std::nullopt;
     }
     nodes[number].m_Kind = LayoutKind::Count;
+    nodes[number].m_Doubt = {};
     nodes[number].m_End = end;
     return Layout(layout.GetName(), std::move(nodes), layout.IsAssumed());
 }
@@ -240,7 +241,8 @@ bool KnownLayout::Settle(const SampleTree& tree, std::uint32_t sample) {
     std::vector<LayoutIndex> doubtful; // the last that the sample has come to first
     for (const LayoutIndex node : m_Readings[sample].m_Fields) {
         if (node != kNoLayoutIndex && m_Layout[node].m_IsDoubtful &&
-            (m_Layout[node].m_Kind == LayoutKind::Count || m_Layout[node].m_Kind == LayoutKind::Int) &&
+            (m_Layout[node].m_Kind == LayoutKind::Count || m_Layout[node].m_Kind == LayoutKind::Int ||
+             m_Layout[node].m_Doubt.m_IsOfWidth) &&
             std::find(doubtful.begin(), doubtful.end(), node) == doubtful.end())
             doubtful.insert(doubtful.begin(), node);
     }

@@ -9,6 +9,7 @@
 #include "Engine/Layout/Infer/ConditionFinder.h"
 #include "Engine/Layout/Infer/DraftBuilder.h"
 #include "Engine/Layout/Infer/DraftLayout.h"
+#include "Engine/Layout/Infer/IntegerWidths.h"
 #include "Engine/Layout/Infer/KnownLayout.h"
 #include "Engine/Layout/Infer/MarkAdvice.h"
 #include "Engine/Layout/Infer/TwinFit.h"
@@ -68,6 +69,7 @@ private:
     std::optional<SampleConflict> ReadTexts();
     struct Twins;
     bool NarrowByTwins(Twins& twins, const std::vector<std::vector<SampleValue>>& values);
+    void CompareWidthsInTwins(const std::vector<Twins>& all, const std::vector<std::vector<SampleValue>>& values);
     void FitTwins();
     bool Narrow(const std::vector<std::pair<DraftField*, KindSet>>& kinds);
     void FitOthers();
@@ -144,6 +146,45 @@ bool TypeInference::NarrowByTwins(Twins& twins, const std::vector<std::vector<Sa
     return !twins.m_Texts.empty() && Narrow(kinds);
 }
 
+// Integers side by side that only differ in which of them takes 8 bytes.
+void TypeInference::CompareWidthsInTwins(const std::vector<Twins>& all,
+                                         const std::vector<std::vector<SampleValue>>& values) {
+    const KindSet widths{LayoutKind::Int, LayoutKind::Int64};
+    const DraftLayout made = Make(true);
+    const auto isOpen = [&](LayoutIndex node) {
+        const DraftField* const field = made.m_Fields[node];
+        return field != nullptr && !field->m_IsBuiltIn && field->m_Shape == DraftShape::Value &&
+               field->m_Kinds == widths;
+    };
+    for (const std::vector<LayoutIndex>& run : FindIntegerRuns(made.m_Layout, isOpen)) {
+        const auto readBy = [&](std::size_t i, KindSet kinds) { made.m_Fields[run[i]]->m_Kinds = kinds; };
+        const auto goesWithAText = [&](const Twins& twins) {
+            return std::any_of(twins.m_Texts.begin(), twins.m_Texts.end(), [&](std::size_t text) {
+                return !FitTwin(values[text], twins.m_Binary->m_Values).empty();
+            });
+        };
+        const auto compared = CompareWidths(run.size(), [&](std::span<const LayoutKind> kinds) {
+            for (std::size_t i = 0; i < run.size(); ++i)
+                readBy(i, {kinds[i]});
+            return std::optional(std::all_of(all.begin(), all.end(), goesWithAText));
+        });
+        bool isAlike = compared.has_value();
+        for (std::size_t i = 0; i < run.size(); ++i) {
+            readBy(i, widths);
+            const DraftField& field = *made.m_Fields[run[i]];
+            isAlike = isAlike && (!compared->m_IsOpen[i] ||
+                                  (!field.m_HasNegative && (i == compared->m_FirstOpen || field.m_Largest == 0.0)));
+        }
+        for (std::size_t i = 0; i < run.size() && isAlike; ++i) {
+            DraftField& field = *made.m_Fields[run[i]];
+            field.m_IsWidthOpen = compared->m_IsOpen[i];
+            field.m_Usual = compared->m_Kinds[i];
+            if (!compared->m_IsOpen[i])
+                readBy(i, {compared->m_Kinds[i]});
+        }
+    }
+}
+
 void TypeInference::FitTwins() {
     const std::vector<std::vector<SampleValue>> values = ListValues(*m_Draft, m_Trees);
     std::vector<Twins> all;
@@ -161,6 +202,7 @@ void TypeInference::FitTwins() {
         });
     }
     m_Result.m_TwinCount = static_cast<int>(all.size());
+    CompareWidthsInTwins(all, values);
     m_HasBytes = m_HasBytes || !all.empty();
 }
 
@@ -216,6 +258,11 @@ void TypeInference::Apply(const DraftLayout& made, const FitAnswer& answer) {
         const LayoutKind kind = static_cast<LayoutKind>(choice.m_Choice);
         if (kind == LayoutKind::Int64 && MayCountInstead(*field, answer.m_SeenNumbers[node]))
             continue;
+        if (choice.m_IsOfWidth && field->m_Shape == DraftShape::Value) {
+            field->m_Kinds = {LayoutKind::Int, LayoutKind::Int64};
+            field->m_Usual = kind;
+            field->m_IsWidthOpen = true;
+        }
         if (choice.m_IsSettled && field->m_Shape == DraftShape::Value && field->m_Kinds.Has(kind))
             field->m_Kinds = {kind};
         if (!answer.m_IsCertain)
@@ -243,7 +290,7 @@ FitAnswer::Verdict TypeInference::FitSideBySide(std::span<const BinarySample* co
         NumberRange& range = question.m_Ranges.emplace_back();
         if (field == nullptr || field->m_Shape != DraftShape::Value)
             continue;
-        range = {field->m_Largest, field->m_PresentCount};
+        range = {field->m_Largest, field->m_PresentCount, field->m_HasNegative};
         if (!field->m_IsBuiltIn && !field->m_IsWord)
             kinds = field->m_Kinds & kNumberKinds;
     }

@@ -34,6 +34,8 @@ std::string Numbers(const std::vector<std::int32_t>& numbers) {
 
 std::string AdviceOnNumber(const LayoutNode& node, const DraftField& field) {
     const std::string seen = Numbers(field.m_Numbers) + " in " + Plural(field.m_PresentCount);
+    if (node.m_Doubt.m_IsOfWidth)
+        return seen + "; it or a number beside it takes 8 bytes; a binary file in which it is not 0 decides";
     switch (node.m_Kind) {
     case LayoutKind::Count:
         return field.m_Numbers == std::vector<std::int32_t>{0}

@@ -15,6 +15,7 @@ inline constexpr double kSmallestFloat = 1e-12; // integers and letters, read as
 struct NumberRange {
     double m_Largest = 0.0;       // magnitude
     std::size_t m_ValueCount = 0; // that have been seen
+    bool m_HasNegative = false;
 };
 
 // The bytes that the value at the front of `bytes` takes, if it can be one of this kind that somebody meant: a bool of

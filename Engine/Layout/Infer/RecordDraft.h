@@ -77,6 +77,8 @@ struct DraftField {
     bool m_IsUnproven = false;            // of a list: no sample has two elements
     bool m_WasSeen[2] = {false, false};   // of a bool
     double m_Largest = 0.0;               // magnitude, of numbers
+    bool m_HasNegative = false;           // of numbers
+    bool m_IsWidthOpen = false;           // it or a number beside it takes 8 bytes, and nothing else is open
     DecimalEvidence m_Decimals;
     std::vector<DraftWhen> m_Whens;       // outermost first
     std::unique_ptr<RecordDraft> m_Inner; // fields of the record, or of one element

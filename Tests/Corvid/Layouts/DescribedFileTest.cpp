@@ -61,6 +61,11 @@ TEST(DescribedFile, FilesThatTouchADoubtAreRefused) {
         {"\twhen ?\n\t\tx int\n\ty int\n", "x 1\ny 2\n", nullptr}, // labels tell
         {"\twhen ?\n\t\tx int\n\ty int\n", "y 2\n", nullptr},
         {"\tn count\n\t\tr\n\t\t\tm int ?\n", "n 2\nr\n\tm 1\nr\n\tm 2\n", "r[0].m"}, // once
+        {"\tn count\n\t\tlong count\n\t\t\tx int ?\n\tm count\n\t\tlong count\n\t\t\tx int\n",
+         "n 1\nlong 1\nx 1\nm 1\nlong 1\nx 2\n", "x[0][0]"},
+        {"\ta int ? int64\n\tb int64 ? int 0\n", "a 7\nb 0\n", nullptr}, // alike, whichever takes 8 bytes
+        {"\ta int ? int64\n\tb int64 ? int 0\n", "a -7\nb 0\n", "a"},
+        {"\ta int ? int64\n\tb int64 ? int 0\n", "a 7\nb 1\n", "b"},
     };
     for (const Case& row : cases) {
         const OneLayout layout = Quest(row.m_Fields);

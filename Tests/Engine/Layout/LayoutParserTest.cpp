@@ -35,6 +35,8 @@ TEST(LayoutParser, EverythingComesBackAsItWas) {
                                        "\t\tstage record Stage\n"
                                        "\t\tother\n"
                                        "\t\t\tcost record StageCost\n"
+                                       "\tfew int ? int64\n"
+                                       "\tmany int64 ? int 0\n"
                                        "\tnothing count ? 0 1\n"
                                        "\thasPrerequisite bool\n"
                                        "\t\"not\" bool\n"
@@ -98,6 +100,7 @@ TEST(LayoutParser, ErrorsSayWhereAndWhat) {
         {"\ta int 7\n", "3:8: nothing is expected here, and there is '7'\n"},
         {"\ta string ?\n", "3:11: only numbers, colors, counts, bools and conditions can be in doubt\n"},
         {"\ta count ? 1 x\n", "3:14: 'x' is not a number that a count can have\n"},
+        {"\ta int ? int64 x\n", "3:16: 'x' is not a number\n"},
         {"\ta bool ? 1\n", "3:11: here stands TRUE or FALSE, the value that was seen\n"},
         {"\ta word\n", "3:8: the words are missing: in quotes, one after the other\n"},
         {"\ta word Flat\n", "3:9: the words are missing: in quotes, one after the other\n"},
