@@ -70,7 +70,7 @@ private:
     bool FindBinaryKind();
     bool HoldsUnsettledEntity();
     bool FindTypeOfEntity();
-    std::string FindTypeWord(DiagnosticPlace& place);
+    std::optional<std::string> FindTypeWord(DiagnosticPlace& place);
     bool FindLayout(std::string_view typeWord, DiagnosticPlace place);
     std::unique_ptr<KindObject> CreateObject() const;
     void Explain(const FastLoad& load);
@@ -167,7 +167,7 @@ bool Loading::FindBinaryKind() {
 
 bool Loading::HoldsUnsettledEntity() {
     DiagnosticPlace place;
-    const std::optional<EntityType> type = EntityTypeFromWord(FindTypeWord(place));
+    const std::optional<EntityType> type = EntityTypeFromWord(FindTypeWord(place).value_or(""));
     const EntityTypeRow* const row = type ? FindEntityType(*type) : nullptr;
     return row != nullptr && row->m_Create != nullptr && !row->m_IsLayoutSettled;
 }
@@ -175,10 +175,11 @@ bool Loading::HoldsUnsettledEntity() {
 // Of an entity without a layout, nothing more can be said.
 bool Loading::FindTypeOfEntity() {
     DiagnosticPlace place;
-    const std::string word = FindTypeWord(place);
-    m_File.m_EntityType = word;
-    if (word.empty())
+    const std::optional<std::string> found = FindTypeWord(place);
+    if (!found)
         return true; // what is wrong with it shows when the file is read
+    const std::string& word = *found;
+    m_File.m_EntityType = word;
     const std::optional<EntityType> type = EntityTypeFromWord(word);
     const EntityTypeRow* const row = type ? FindEntityType(*type) : nullptr;
     if (row == nullptr || row->m_Create == nullptr) {
@@ -219,9 +220,9 @@ std::unique_ptr<KindObject> Loading::CreateObject() const {
     return CreateKindObject(*m_File.m_Kind, m_Path);
 }
 
-// The type word, wherever it stands; empty: it cannot be read.
-std::string Loading::FindTypeWord(DiagnosticPlace& place) {
-    DiagnosticLog ignored;
+// The type word, wherever it stands. Nothing: it cannot be read.
+std::optional<std::string> Loading::FindTypeWord(DiagnosticPlace& place) {
+    DiagnosticLog log;
     ValueTree tree;
     const Layout& layout = LayoutOfKind(Kind::Entity);
     LayoutNode node = layout[0];
@@ -229,10 +230,10 @@ std::string Loading::FindTypeWord(DiagnosticPlace& place) {
     node.m_Kind = LayoutKind::String;
     if (!IsText()) {
         place = DiagnosticPlace::AtOffset(kBinaryHeaderSize);
-        BinaryExplainer(Layout("", {node}), GetBytes(), false, ignored, tree).Run();
+        BinaryExplainer(Layout("", {node}), GetBytes(), false, log, tree).Run();
     } else {
         TextLines lines(m_Text);
-        TextExplainer(Layout("", {node}), lines, ignored, tree).Run(false);
+        TextExplainer(Layout("", {node}), lines, log, tree).Run(false);
         for (LineIndex line = 0; line < lines.GetSize(); ++line) {
             const ArchiveLine& here = lines[line];
             if (here.GetLabel() == kTypeLabel || IsNearWord(here.GetLabel(), kTypeLabel)) {
@@ -242,7 +243,10 @@ std::string Loading::FindTypeWord(DiagnosticPlace& place) {
             }
         }
     }
-    return tree.GetSize() > 0 ? ToUtf8(tree.GetString(tree[0])) : std::string();
+    std::string word = tree.GetSize() > 0 ? ToUtf8(tree.GetString(tree[0])) : std::string();
+    const bool isFaulty = std::ranges::any_of(
+        log.GetAll(), [](const Diagnostic& diagnostic) { return diagnostic.m_Field == kTypeLabel; });
+    return word.empty() && isFaulty ? std::nullopt : std::optional(std::move(word));
 }
 
 // Reads again, by the layout: for diagnostics, and for what can be read.

@@ -52,7 +52,10 @@ TEST(LoadedFile, KindComesFromOptionThenContentOfTextThenExtension) {
 }
 
 TEST(LoadedFile, NothingIsMadeOfWhatHasNoObject) {
-    const std::string kFiles[] = {"", "hello", "TXT\r\nentityType \"Nonesuch\"\r\n",
+    const std::string kFiles[] = {"",
+                                  "hello",
+                                  "TXT\r\nentityType \"Nonesuch\"\r\n",
+                                  "TXT\r\nentityType \"\"\r\n",
                                   "TXT\r\nentityType \"Ability\"\r\n",
                                   "TXT\r\nentityType \"PlanetModuleSpaceMine\"\r\n"};
     for (const std::string& bytes : kFiles) {
