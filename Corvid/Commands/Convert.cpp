@@ -14,7 +14,7 @@ namespace Corvid {
 
 namespace {
 
-enum class Tally { Converted, Unchanged, Refused, Failed };
+enum class Tally { Failed, Converted, Unchanged, Refused }; // what memory does not suffice for has the first
 constexpr std::size_t kTallyCount = 4;
 
 struct Conversion {
@@ -160,11 +160,9 @@ std::string FindConflict(const ConvertOptions& options) {
 }
 
 std::string ClosingLine(const std::array<std::uint64_t, kTallyCount>& tally) {
-    constexpr std::string_view kWords[kTallyCount] = {"converted", "unchanged", "refused", "failed"};
-    std::string line;
-    for (std::size_t i = 0; i < kTallyCount; ++i)
-        line.append(i > 0 ? ", " : "").append(std::to_string(tally[i])).append(" ").append(kWords[i]);
-    return line + "\n";
+    const auto count = [&](Tally what) { return std::to_string(tally[static_cast<std::size_t>(what)]); };
+    return count(Tally::Converted) + " converted, " + count(Tally::Unchanged) + " unchanged, " + count(Tally::Refused) +
+           " refused, " + count(Tally::Failed) + " failed\n";
 }
 
 } // namespace

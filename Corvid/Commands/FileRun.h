@@ -17,7 +17,7 @@ struct FileOutcome {
     std::string m_Data;        // for standard output, behind the diagnostics if these go there
     int m_Status = kExitDone;  // as far as the log does not tell
     std::uint64_t m_Bytes = 0; // that were read
-    int m_Tally = 0;           // for the command to count
+    int m_Tally = 0;           // for the command to count; of a file that ran out of memory, 0
 };
 
 // Reads the bytes of a file of the list; what goes wrong stands in the outcome. Nothing: it cannot be read.

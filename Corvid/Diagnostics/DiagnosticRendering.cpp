@@ -11,7 +11,7 @@ std::string MoreText(const ShownDiagnostic& shown) {
 }
 
 std::string ClosingText(const ShownDiagnostic& shown) {
-    return std::to_string(shown.m_More) + (shown.m_More == 1 ? " diagnostic" : " diagnostics") + " left out";
+    return std::to_string(shown.m_More) + " diagnostics left out";
 }
 
 std::string_view ColorOf(Severity severity) {

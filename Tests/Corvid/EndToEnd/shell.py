@@ -12,6 +12,7 @@ import resource
 import select
 import shutil
 import signal
+import struct
 import subprocess
 import sys
 import tempfile
@@ -209,6 +210,25 @@ class Shell:
             run = subprocess.run([program, *arguments], cwd=self.folder, capture_output=True, timeout=120, **limited)
             expect(run.returncode == status, "without further threads", (arguments, run.returncode, run.stderr[-300:]))
 
+    def little_memory(self):
+        """However little there is: status 2, and no result is counted that does not stand there."""
+        brush = b"".join(struct.pack("<I", len(word)) + word.encode("utf-16-le") for word in ("a", "Simple", "b"))
+        with open(os.path.join(self.folder, "large.brushes"), "wb") as file:
+            file.write(b"BIN\n\0" + struct.pack("<I", 60000) + (brush + bytes(16)) * 60000)
+        for megabytes in (12, 16, 24, 40, 64, 96):
+            limit = {"preexec_fn": lambda: resource.setrlimit(resource.RLIMIT_AS, (megabytes << 20, megabytes << 20))}
+            if self.run("--version", **limit).returncode != 0:
+                continue  # a build with sanitizers needs terabytes
+            for arguments in (["convert", "--to", "bin", "-o", "little/", "large.brushes"], ["cat", "large.brushes"],
+                              ["cat", "--json", "large.brushes"], ["info", "large.brushes"]):
+                run = self.run(*arguments, **limit)
+                expect(run.returncode == 0 or (run.returncode == 2 and b"not enough memory" in run.stderr),
+                       "little memory is told of", (megabytes, arguments, run.returncode, run.stderr[-300:]))
+                is_there = os.path.exists(os.path.join(self.folder, "little", "large.brushes"))
+                expect((b"1 failed" in run.stderr) != is_there or arguments[0] != "convert",
+                       "what did not fit has failed", (megabytes, run.stderr[-300:]))
+            shutil.rmtree(os.path.join(self.folder, "little"), ignore_errors=True)
+
     def full_disk(self):
         """A file system that fills in the middle of a batch: in a mount namespace of its own, where that may be had."""
         script = ("mount -t tmpfs -o size=256k none small && cd . && \"$0\" convert --to bin -o small many; "
@@ -237,7 +257,7 @@ def main():
         shell = Shell(options.corvid, options.examples, folder)
         shell.fill("many", 1500)
         for step in (shell.look, shell.pipes, shell.kills, shell.many, shell.vanishing, shell.long_paths, shell.forbidden,
-                     shell.without_threads, shell.full_disk):
+                     shell.without_threads, shell.little_memory, shell.full_disk):
             step()
     sys.exit(1 if FAILED else 0)
 
