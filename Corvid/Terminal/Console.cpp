@@ -1,11 +1,21 @@
 #include "Corvid/Terminal/Console.h"
 
+#include <algorithm>
+
 namespace Corvid {
 
 namespace {
 
 constexpr std::size_t kGatheredBytes = 64 * 1024;
 constexpr std::string_view kClearLine = "\r\x1b[K";
+
+// What was typed may not move the cursor about: control characters are shown as git shows them.
+std::string WithoutControlCharacters(std::string_view message) {
+    std::string text(message);
+    std::ranges::replace_if(
+        text, [](char unit) { return static_cast<unsigned char>(unit) < 0x20 || unit == 0x7F; }, '?');
+    return text;
+}
 
 bool Decide(Look look, bool byItself) {
     return look == Look::Always || (look == Look::Auto && byItself);
@@ -41,7 +51,7 @@ void Console::PrintError(std::string_view text) {
 
 int Console::PrintUsageError(std::string_view command, std::string_view message) {
     const std::string name = command.empty() ? "corvid" : "corvid " + std::string(command);
-    PrintError(name + ": " + std::string(message) + "\nTry '" + name + " --help'.\n");
+    PrintError(name + ": " + WithoutControlCharacters(message) + "\nTry '" + name + " --help'.\n");
     return kExitCouldNotRun;
 }
 

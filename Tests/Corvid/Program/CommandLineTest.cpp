@@ -17,6 +17,7 @@ TEST_F(CommandLineTest, UsageErrorsNameTheirCauseAndPrintNoData) {
     };
     const Case cases[] = {
         {{"chek"}, "'chek'"},
+        {{"chek\x1b[31m\n"}, "'chek?[31m?'"},
         {{"--frob"}, "'--frob'"},
         {{"check", "--frob", "a.mesh"}, "'--frob'"},
         {{"check"}, "PATH"},
