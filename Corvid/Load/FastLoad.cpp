@@ -25,7 +25,7 @@ void Load(FastLoad& load, std::unique_ptr<File> file) {
     if (load.m_Object->IsThere())
         archive->ReportUnreadInput();
     load.m_Object->Finish();
-    load.m_IsClean = text == nullptr || !text->HasDeviated();
+    load.m_IsClean = (text == nullptr || !text->HasDeviated()) && !archive->GetBudget().HasNegativeCount();
     if (text == nullptr)
         load.m_HasStringBeyondText = static_cast<BinaryFileArchive&>(*archive).HasStringBeyondText();
     archives.Release(std::move(archive));

@@ -43,7 +43,12 @@ public:
     // How many of `claimed` elements, more than a few, are taken.
     std::uint64_t Take(std::uint64_t claimed, const ElementRoom& room);
 
+    // A negative count is taken as none without a report; whoever wants to know asks.
+    void NoteNegativeCount() { m_HasNegativeCount = true; }
+    bool HasNegativeCount() const { return m_HasNegativeCount; }
+
 private:
+    bool m_HasNegativeCount = false;
     std::uint64_t m_BytesTaken = 0;
     std::uint64_t m_SlackTaken = 0;
 };

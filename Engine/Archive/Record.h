@@ -57,6 +57,8 @@ public:
         using Element = std::remove_reference_t<decltype(*list.begin())>;
         std::int32_t count = -1;
         Value(countLabel, count);
+        if (count < 0)
+            m_Archive.GetBudget().NoteNegativeCount();
         if (count > ElementBudget::kFewElements)
             count = BoundCount(m_Archive, countLabel, count, SmallestElement<Element>(label));
         BeginElements(list, count);
@@ -99,6 +101,8 @@ public:
                  auto& list, auto create, auto... afterAppend) {
         std::int32_t count = -1;
         Value(countLabel, count);
+        if (count < 0)
+            m_Archive.GetBudget().NoteNegativeCount();
         if (count > ElementBudget::kFewElements)
             count = BoundCount(m_Archive, countLabel, count, SmallestObject<Type>(typeLabel, contentsLabel, create));
         for (std::int32_t i = 0; i < count && !m_Archive.IsStopped(); ++i) {
