@@ -19,6 +19,11 @@ bool IsShownInPaths(std::string_view label) {
            });
 }
 
+// A label is shown whole, so that one letter more or less can be seen; what no label can be is cut.
+std::string ExcerptOfLabel(std::string_view label) {
+    return IsShownInPaths(label) ? std::string(label) : Excerpt(label);
+}
+
 } // namespace
 
 TextExplainer::TextExplainer(const Layout& layout, TextLines& lines, DiagnosticLog& log, ValueTree& tree)
@@ -81,6 +86,8 @@ void TextExplainer::ReadField(LayoutIndex index, Record& record, const ElementPl
 
 void TextExplainer::ReadFieldAt(LayoutIndex index, const Place& place, Record& record, const ElementPlace* element) {
     const LayoutNode& node = m_Layout[index];
+    const bool isLabelLine =
+        node.m_Kind == LayoutKind::Record || node.m_Kind == LayoutKind::Matrix33 || node.m_Kind == LayoutKind::Matrix44;
     const LineIndex resume = m_Line;
     std::uint32_t depth = record.m_Depth + 1;
     if (place.m_Kind == Place::Kind::Line) {
@@ -88,22 +95,21 @@ void TextExplainer::ReadFieldAt(LayoutIndex index, const Place& place, Record& r
         const ArchiveLine& line = m_Lines[place.m_Line];
         TextFault fault;
         bool isWhole = true;
-        if (node.m_Kind == LayoutKind::Record || node.m_Kind == LayoutKind::Matrix33 ||
-            node.m_Kind == LayoutKind::Matrix44) {
+        if (isLabelLine) {
             isWhole = ReadTextEnd(line.m_Text, line.GetLabelEnd(), fault);
         } else {
             TextValue value;
             isWhole = ReadTextValue(node, line.m_Text, line.GetLabelEnd(), value, fault);
-            if (isWhole || fault.m_Code == DiagnosticCode::TooLong) {
+            if (isWhole || fault.m_Code == DiagnosticCode::TooLong)
                 value.AddTo(m_Tree, node.m_Label);
+            if (isWhole)
                 value.KeepFor(m_Conditions, index);
-            }
         }
         if (!isWhole && !place.m_IsMisspelt)
             Report(fault.m_Code, place.m_Line, fault.m_Position, m_Path.Of(m_Layout, node, element), fault.m_Message);
         if (m_Lines.IsIndented())
             depth = line.m_Depth + 1;
-        if (IsDoubled(place.m_Line, record, element))
+        if (isLabelLine && IsDoubled(place.m_Line, record, element))
             ReportUnknown(m_Line++, record);
     } else {
         depth = m_Lines[m_Line].m_Depth;
@@ -157,8 +163,8 @@ std::optional<LineIndex> TextExplainer::FindRow(std::uint32_t depth, int due) co
         const ArchiveLine& line = m_Lines[index];
         if (line.IsBlank())
             continue;
-        const bool isRow = line.GetLabel().starts_with('[');
-        if (!isRow && (!m_Lines.IsIndented() || line.m_Depth < depth))
+        const bool isRow = IsRow(index);
+        if (!isRow && (!m_Lines.IsIndented() || line.m_Depth < depth) && !IsRow(NextText(index)))
             break;
         firstLine = firstLine ? firstLine : index;
         if (isRow) {
@@ -182,8 +188,8 @@ void TextExplainer::ReadMatrix(LayoutIndex index, std::uint32_t depth, Record& r
     for (int row = 0; row < size; ++row) {
         const std::string which = "row " + std::to_string(row + 1) + " of " + std::to_string(size);
         const std::optional<LineIndex> found = FindRow(depth, size - row);
-        while (found && m_Line < *found)
-            ReportUnknown(m_Line++, record);
+        if (found)
+            PassOver(*found, index, record);
         if (!found) {
             if (isWhole && m_Line == m_Lines.GetSize())
                 m_IsEndReported = true;
@@ -286,7 +292,7 @@ void TextExplainer::ReadListAt(LayoutIndex index, const Place& place, Record& re
         isFirstConditional |= m_Layout[first].m_Kind == LayoutKind::When;
     bool isComplete = true;
     for (; !count || element.m_Index < static_cast<std::uint32_t>(*count); ++element.m_Index) {
-        SkipBlankLines(record);
+        SkipStrays(record);
         const bool standsHere = StandsInElement(index);
         Place firstPlace;
         if (!isFirstConditional)
@@ -466,7 +472,7 @@ bool TextExplainer::IsFirstOfElement(LayoutIndex list, std::string_view label) c
 
 TextExplainer::Place TextExplainer::Find(LayoutIndex index, Record& record, const ElementPlace* element) {
     const std::string& label = m_Layout[index].m_Label;
-    SkipBlankLines(record);
+    SkipStrays(record);
     if (EndsWithin(index, element))
         return {};
     if (const auto place = FindHere(label, index, record))
@@ -484,7 +490,7 @@ TextExplainer::Place TextExplainer::Find(LayoutIndex index, Record& record, cons
 TextExplainer::Place TextExplainer::FindElement(LayoutIndex index, Record& record, const ElementPlace& element,
                                                 bool isFirst) {
     const std::string& label = m_Layout[index].m_Label;
-    SkipBlankLines(record);
+    SkipStrays(record);
     if (EndsWithin(index, &element))
         return {};
     if (const auto place = FindHere(label, index, record))
@@ -538,7 +544,7 @@ bool TextExplainer::AreElementsComplete(LineIndex found, const ElementPlace& ele
 }
 
 // At the current line, whatever its depth; but a shallower line that an outer record still asks for is that one's.
-std::optional<TextExplainer::Place> TextExplainer::FindHere(std::string_view label, LayoutIndex, Record& record) {
+std::optional<TextExplainer::Place> TextExplainer::FindHere(std::string_view label, LayoutIndex index, Record& record) {
     if (HasLabel(m_Line, label)) {
         bool isOwn = m_Lines[m_Line].m_Depth >= record.m_Depth || !m_Lines.IsIndented();
         for (const Record* inner = &record; !isOwn && inner->m_Outer != nullptr; inner = inner->m_Outer) {
@@ -551,8 +557,11 @@ std::optional<TextExplainer::Place> TextExplainer::FindHere(std::string_view lab
     if (early == record.m_Early.end() || early->second.empty())
         return std::nullopt;
     Place place{Place::Kind::Line, early->second.front()};
-    place.m_IsEarly = true;
     early->second.erase(early->second.begin());
+    const bool isAlone = m_Lines[place.m_Line].m_Next == NextText(place.m_Line);
+    if (isAlone && StandsNested(index, record)) // its own line alone has come too early
+        return Place{Place::Kind::NestedOnly, m_Line};
+    place.m_IsEarly = true;
     return place;
 }
 
@@ -566,20 +575,32 @@ std::optional<TextExplainer::Place> TextExplainer::FindMisspelt(LayoutIndex inde
     const bool isInRecord = line.m_Depth >= record.m_Depth || !m_Lines.IsIndented();
     if (isInRecord && IsNearWord(line.GetLabel(), node.m_Label) && !record.m_Labels->AsksFor(line.GetLabel())) {
         Report(DiagnosticCode::MissingField, m_Line, line.m_LabelStart, m_Path.Of(m_Layout, node, element),
-               "missing; here stands '" + Excerpt(line.GetLabel()) + "' (did you mean that?)");
+               "missing; here stands '" + ExcerptOfLabel(line.GetLabel()) + "' (did you mean that?)");
         Place place{Place::Kind::Line, m_Line};
         place.m_IsMisspelt = true;
         return place;
     }
-    const bool isMatrix = node.m_Kind == LayoutKind::Matrix33 || node.m_Kind == LayoutKind::Matrix44;
-    const bool hasNested = node.m_Kind == LayoutKind::Record ? LabelsOf(index + 1, node.m_End).AsksFor(line.GetLabel())
-                                                             : isMatrix && line.GetLabel().starts_with('[');
-    if (hasNested && (line.m_Depth > record.m_Depth || isMatrix) && m_Lines.IsIndented()) {
+    if (StandsNested(index, record)) {
         Report(DiagnosticCode::MissingField, m_Line, line.m_LabelStart, m_Path.Of(m_Layout, node, element),
                "missing; its nested lines stand here without it");
         return Place{Place::Kind::NestedOnly, m_Line};
     }
     return std::nullopt;
+}
+
+// Whether what is nested in the record or matrix stands at the current line. A single line that its own line follows
+// has gone astray.
+bool TextExplainer::StandsNested(LayoutIndex index, const Record& outer) {
+    const LayoutNode& node = m_Layout[index];
+    if (m_Line == m_Lines.GetSize() || !m_Lines.IsIndented())
+        return false;
+    if (node.m_Kind == LayoutKind::Matrix33 || node.m_Kind == LayoutKind::Matrix44)
+        return IsRow(m_Line);
+    if (node.m_Kind != LayoutKind::Record || m_Lines[m_Line].m_Depth <= outer.m_Depth)
+        return false;
+    const RecordLabels& labels = LabelsOf(index + 1, node.m_End);
+    const bool isAstray = labels.GetAll().size() > 1 && HasLabel(m_Lines[m_Line].m_Next, node.m_Label);
+    return !isAstray && labels.AsksFor(m_Lines[m_Line].GetLabel());
 }
 
 // Among the record's own lines behind the current one. They are gathered once: a file that is wrong from end to end
@@ -634,7 +655,7 @@ void TextExplainer::ReportMissing(LayoutIndex index, const ElementPlace* element
     }
     const ArchiveLine& line = m_Lines[m_Line];
     Report(DiagnosticCode::MissingField, m_Line, line.m_LabelStart, m_Path.Of(m_Layout, node, element),
-           "missing; here stands '" + Excerpt(line.GetLabel()) + "'" + why);
+           "missing; here stands '" + ExcerptOfLabel(line.GetLabel()) + "'" + why);
 }
 
 // The current line moves to `end`; each line in front of it is told of once, with what is nested in it.
@@ -671,9 +692,9 @@ void TextExplainer::ReportUnknown(LineIndex index, const Record& record) {
     const std::string_view label = line.GetLabel();
     std::string message;
     if (record.m_Labels->AsksFor(label)) {
-        message = "'" + Excerpt(label) + "' has been read already, or is not due here";
+        message = "'" + ExcerptOfLabel(label) + "' has been read already, or is not due here";
     } else {
-        message = "no field is called '" + Excerpt(label) + "' here";
+        message = "no field is called '" + ExcerptOfLabel(label) + "' here";
         if (const std::string_view nearest = NearestWord(label, record.m_Labels->GetAll()); !nearest.empty())
             message += " (did you mean '" + std::string(nearest) + "'?)";
     }
@@ -690,9 +711,35 @@ void TextExplainer::PassOverStrangers(const Record& record) {
     }
 }
 
-void TextExplainer::SkipBlankLines(const Record& record) {
-    while (m_Line < m_Lines.GetSize() && m_Lines[m_Line].IsBlank())
+// Blank lines, and lines in front of the record's depth that neither it nor a record around it asks for, where it goes
+// on right behind them.
+void TextExplainer::SkipStrays(Record& record) {
+    while (m_Line < m_Lines.GetSize() && (m_Lines[m_Line].IsBlank() || IsStray(record))) {
+        if (!m_Lines[m_Line].IsBlank())
+            record.m_Lines.reset(); // they were gathered up to here
         ReportUnknown(m_Line++, record);
+    }
+}
+
+bool TextExplainer::IsStray(const Record& record) const {
+    const ArchiveLine& line = m_Lines[m_Line];
+    if (line.m_Depth >= record.m_Depth || !m_Lines.IsIndented())
+        return false;
+    for (const Record* around = &record; around != nullptr; around = around->m_Outer) {
+        if (around->m_Labels->AsksFor(line.GetLabel()))
+            return false;
+    }
+    const LineIndex next = NextText(m_Line);
+    return next < m_Lines.GetSize() && m_Lines[next].m_Depth >= record.m_Depth &&
+           record.m_Labels->AsksFor(m_Lines[next].GetLabel());
+}
+
+// The next line that is not blank.
+LineIndex TextExplainer::NextText(LineIndex line) const {
+    do
+        ++line;
+    while (line < m_Lines.GetSize() && m_Lines[line].IsBlank());
+    return line;
 }
 
 DiagnosticPlace TextExplainer::PlaceOf(LineIndex line, std::size_t byte) const {

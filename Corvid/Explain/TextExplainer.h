@@ -83,6 +83,7 @@ private:
     bool EndsWithin(LayoutIndex index, const ElementPlace* element);
     std::optional<Place> FindHere(std::string_view label, LayoutIndex index, Record& record);
     std::optional<Place> FindMisspelt(LayoutIndex index, Record& record, const ElementPlace* element);
+    bool StandsNested(LayoutIndex index, const Record& outer);
     std::optional<LineIndex> FindBelow(std::string_view label, Record& record);
     bool AreElementsComplete(LineIndex found, const ElementPlace& element, Record& record);
     bool StandsInElement(LayoutIndex list) const;
@@ -95,11 +96,14 @@ private:
     void PassOver(LineIndex end, LayoutIndex wanted, Record& record, Passing passing = Passing::Any);
     void ReportUnknown(LineIndex line, const Record& record);
     void PassOverStrangers(const Record& record);
-    void SkipBlankLines(const Record& record);
+    void SkipStrays(Record& record);
+    bool IsStray(const Record& record) const;
+    LineIndex NextText(LineIndex line) const;
 
     bool HasLabel(LineIndex line, std::string_view label) const {
         return line < m_Lines.GetSize() && m_Lines[line].GetLabel() == label;
     }
+    bool IsRow(LineIndex line) const { return line < m_Lines.GetSize() && m_Lines[line].GetLabel().starts_with('['); }
     bool IsFirstOfElement(LayoutIndex list, std::string_view label) const;
     bool StandsHere(LayoutIndex first, LayoutIndex end) const;
     const RecordLabels& LabelsOf(LayoutIndex first, LayoutIndex end);

@@ -13,6 +13,9 @@ const char kBlast[] = "Particle/ReactorBlast.particle";
 const char kPanels[] = "Brushes/ConsolePanels.brushes";
 const char kHull[] = "Entity/HullFragments.entity";
 
+const std::string kLongWord = '"' + std::string(256, 'w') + '"';
+const std::string kLongLine = '"' + std::string(2000, 'w') + '"';
+
 enum class Do { Replace, Drop, Double, Swap, Insert, Cut };
 
 // One edit of an example: what it does to the line, and all that may be found then. Lines count from 1.
@@ -33,6 +36,8 @@ const Edit kEdits[] = {
     {"CaseOnly", kHull, Do::Replace, 4, "lifetime", "Lifetime", "4:1 lifetimeVariancePerc [missing-field]\n"},
     {"NoNearLabel", kCube, Do::Replace, 5, "BoundingRadius", "Radius",
      "5:2 MeshData.BoundingRadius [missing-field]\n5:2 MeshData.Radius [unknown-label]\n"},
+    {"LongLabelMisspelt", kBlast, Do::Replace, 107, "Azimuthal", "Azzimuthal",
+     "107:3 ParticleSimulation.EmitterContents[1].ParticleMaxStartSpeedAzimuthalTangential [missing-field]\n"},
     {"FieldDropped", kCube, Do::Drop, 19, "", "", "19:2 MeshData.Material[0].Glossiness [missing-field]\n"},
     {"RecordLineDropped", kCube, Do::Drop, 28, "", "", "28:3 MeshData.Point[1] [missing-field]\n"},
     {"StateLineDropped", kPanels, Do::Drop, 58, "", "", "58:3 brush[3].Pressed [missing-field]\n"},
@@ -48,6 +53,10 @@ const Edit kEdits[] = {
     {"LineWithNestedOnes", kCube, Do::Insert, 8, "", "\tExtra\r\n\t\tDeep 1\r\n\t\tDeeper 2",
      "8:2 MeshData.Extra [unknown-label]\n"},
     {"BlankLine", kCube, Do::Insert, 12, "", "", "12:1 MeshData.Material[0] [unknown-label]\n"},
+    {"LineInFrontOfTheRecord", kCube, Do::Insert, 12, "", "# textures", "12:1 MeshData.Material[0] [unknown-label]\n"},
+    {"NestedLineInFrontOfItsRecord", kCube, Do::Insert, 21, "", "\t\tPosition 1",
+     "21:3 MeshData.Position [unknown-label]\n"},
+    {"RecordLineInFrontOfItsCount", kCube, Do::Swap, 8, "", "", "8:2 MeshData.Material [out-of-order]\n"},
     {"IndentedTooFar", kCube, Do::Replace, 5, "\t", "\t\t\t", ""},
 
     // Lists
@@ -63,14 +72,22 @@ const Edit kEdits[] = {
     {"CountIsNoNumber", kCube, Do::Replace, 20, "2", "two", "20:12 MeshData.NumPoints [bad-value]\n"},
     {"ElementNamedByItsCount", kCube, Do::Replace, 319, "4", "x",
      "319:8 MeshData.NumCachedVertexIndicesInDirection:DOWN[0] [bad-value]\n"},
+    {"BlankLineBetweenElements", kCube, Do::Insert, 316, "", "", "316:1 MeshData [unknown-label]\n"},
+    {"CountNegativeWhereNoneStand", kBlast, Do::Replace, 277, "0", "-1",
+     "277:23 ParticleSimulation.AffectorContents[5].numAttachedEmitters [bad-count]\n"},
     {"TypeWordDropped", kBlast, Do::Drop, 6, "", "", "6:2 ParticleSimulation.EmitterType[0] [missing-field]\n"},
     {"TypeWordUnknown", kBlast, Do::Replace, 6, "Point", "Cone",
      "6:14 ParticleSimulation.EmitterType[0] [unknown-word]\n"},
     {"TypeWordWithoutClass", kBlast, Do::Replace, 6, "Point", "MeshSurface",
      "6:14 ParticleSimulation.EmitterType[0] [unknown-word]\n"},
+    {"TypeWordTooLong", kBlast, Do::Replace, 6, "\"Point\"", kLongWord.c_str(),
+     "6:14 ParticleSimulation.EmitterType[0] [too-long]\n"},
     {"ContentWordLost", kPanels, Do::Replace, 11, "content \"Margins\"", "Nothing 1",
      "11:2 brush[1].content [missing-field]\n11:2 brush[1].Nothing [unknown-label]\n"},
     {"ContentWordMisspelt", kPanels, Do::Replace, 11, "Margins", "Margin", "11:10 brush[1].content [unknown-word]\n"},
+    {"ContentWordTooLong", kPanels, Do::Replace, 26, "\"States\"", kLongWord.c_str(),
+     "26:10 brush[2].content [too-long]\n"},
+    {"ContentWordOnALongLine", kPanels, Do::Replace, 26, "\"States\"", kLongLine.c_str(), "26:1023 [bad-text]\n"},
 
     // Values
     {"NumberWithATail", kCube, Do::Replace, 5, "0.866025", "0.866025x", "5:25 MeshData.BoundingRadius [bad-value]\n"},
@@ -87,6 +104,10 @@ const Edit kEdits[] = {
      "25:5 MeshData.Point[0].Orientation [bad-value]\n"},
     {"LineBetweenMatrixRows", kCube, Do::Insert, 26, "", "\t\t\tExtra 1",
      "26:4 MeshData.Point[0].Extra [unknown-label]\n"},
+    {"RecordBetweenMatrixRows", kCube, Do::Insert, 26, "", "\t\t\tExtra\r\n\t\t\t\tDeep 1",
+     "26:4 MeshData.Point[0].Extra [unknown-label]\n"},
+    {"NextFieldBetweenMatrixRows", kBlast, Do::Swap, 32, "", "",
+     "32:3 ParticleSimulation.EmitterContents[0].RotateAboutForward [out-of-order]\n"},
     {"BlankLineBetweenMatrixRows", kCube, Do::Insert, 26, "", "", "26:1 MeshData.Point[0] [unknown-label]\n"},
     {"TailOfALabelLine", kCube, Do::Replace, 9, "Material", "Material 1", "9:11 MeshData.Material[0] [bad-value]\n"},
     {"AnchorOutOfRange", kBlast, Do::Replace, 39, "4", "9",
