@@ -34,6 +34,7 @@ private:
     static Tally FailForMemory(FileOutcome& outcome);
     std::string FindVerifyError(const LoadedFile& loaded, const std::string& bytes) const;
     bool IsDestinationNewer() const;
+    bool IsNoFile() const;
 };
 
 FileOutcome Conversion::Run() const {
@@ -45,6 +46,10 @@ FileOutcome Conversion::Run() const {
 Tally Conversion::Convert(FileOutcome& outcome) const {
     if (m_Options.m_IsUpdate && IsDestinationNewer())
         return Tally::Unchanged;
+    if (m_Options.m_IsInPlace && IsNoFile()) {
+        AddFailure(outcome, DiagnosticCode::CannotWrite, "a pipe or device cannot be converted in place; use -o");
+        return Tally::Failed;
+    }
     LoadOptions load;
     load.m_Kind = m_Options.m_Kind;
     m_Options.m_Layouts.ApplyTo(load);
@@ -146,6 +151,14 @@ bool Conversion::IsDestinationNewer() const {
         return false;
     const std::optional<FileStatus> status = GetFileStatus(m_Destination);
     return status && status->m_Type == FileType::File && status->m_Modified > m_File.m_Modified;
+}
+
+// A pipe would be waited for until somebody reads what was just read from it. What is no file has no size.
+bool Conversion::IsNoFile() const {
+    if (m_File.m_Size > 0)
+        return false;
+    const std::optional<FileStatus> status = GetFileStatus(m_File.m_Path);
+    return status && status->m_Type == FileType::Other;
 }
 
 // What is wrong with the options together; empty: nothing.

@@ -92,6 +92,10 @@ class Shell:
         run = self.run("convert", "--to", "bin", "-o", "-", "-", input=self.effect)
         again = self.run("convert", "--to", "txt", "-o", "-", "-", input=run.stdout)
         expect(run.stdout[:4] == b"BIN\n" and again.stdout == self.effect, "there and back through pipes", again.stderr)
+        os.mkfifo(os.path.join(self.folder, "pipe.particle"))
+        run = self.run("convert", "--to", "bin", "-i", "pipe.particle")
+        expect(run.returncode == 2 and b"use -o" in run.stderr, "a pipe is not converted in place", run.stderr)
+        os.remove(os.path.join(self.folder, "pipe.particle"))
 
     def kills(self):
         """Each destination is old or whole, and no temporary stays, whenever the run is killed."""
