@@ -38,7 +38,7 @@ std::optional<std::string> TextOfObject(const KindObject& object, bool isJson) {
 std::string DiagnosticLines(const CatOptions& options, const FileOutcome& outcome, const DiagnosticStyle& style) {
     DiagnosticLimits limits;
     limits.m_MostLines = options.m_Diagnostics.m_MostLines;
-    if (options.m_IsQuiet)
+    if (options.m_Look.m_IsQuiet)
         limits.m_Least = Severity::Error;
     std::string lines;
     for (const ShownDiagnostic& shown : SelectShown(outcome.m_Log, limits))
@@ -70,8 +70,7 @@ void DeclareCommand(CommandDeclaration& declaration, CatOptions& options) {
     DeclareKind(declaration, options.m_Kind);
     DeclareLayouts(declaration, options.m_Layouts);
     DeclareDiagnostics(declaration, options.m_Diagnostics);
-    declaration.Flag("-q,--quiet", options.m_IsQuiet, "print errors and data only");
-    DeclareColor(declaration, options.m_Color);
+    DeclareLook(declaration, options.m_Look);
     declaration.Example("corvid cat Examples/Mesh/cube-binary.mesh", "a binary file, readable");
     declaration.Example("corvid cat --json Examples/Mesh/cube.mesh | jq .MeshData.BoundingRadius",
                         "one value of it, with jq");
@@ -101,7 +100,7 @@ int RunCommand(const CatOptions& options, Console& console) {
     }
     const bool areComments = options.m_IsLenient && !options.m_IsJson;
     const DiagnosticStyle style{options.m_Diagnostics.m_Format,
-                                !areComments && console.HasColor(options.m_Color, true)};
+                                !areComments && console.HasColor(options.m_Look.m_Color, true)};
     const std::string lines = DiagnosticLines(options, outcome, style);
     if (areComments)
         console.Print(AsComments(lines));

@@ -12,8 +12,7 @@ struct CatOptions {
     bool m_IsJson = false;
     bool m_IsLenient = false;
     DiagnosticOptions m_Diagnostics;
-    Look m_Color = Look::Auto;
-    bool m_IsQuiet = false;
+    LookOptions m_Look;
 };
 
 // Prints a file as text, whatever its encoding.

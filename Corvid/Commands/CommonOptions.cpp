@@ -46,7 +46,11 @@ void DeclareDiagnostics(CommandDeclaration& declaration, DiagnosticOptions& opti
                                                                             {"json", DiagnosticFormat::Json},
                                                                             {"github", DiagnosticFormat::Github}},
                       "how diagnostics are written: for people, as a JSON object a line, or as workflow commands");
-    declaration.Number("--max-errors", "N", options.m_MostLines, 0,
+    DeclareMostLines(declaration, options.m_MostLines);
+}
+
+void DeclareMostLines(CommandDeclaration& declaration, std::uint64_t& mostLines) {
+    declaration.Number("--max-errors", "N", mostLines, 0,
                        "at most N lines of diagnostics for a file (default: 100; 0: all of everything)");
 }
 

@@ -33,6 +33,7 @@ void DeclareFiles(CommandDeclaration& declaration, FileSelection& files); // PAT
 void DeclareJobs(CommandDeclaration& declaration, int& jobs);
 void DeclareKind(CommandDeclaration& declaration, std::optional<Kind>& kind); // --type
 void DeclareDiagnostics(CommandDeclaration& declaration, DiagnosticOptions& options);
+void DeclareMostLines(CommandDeclaration& declaration, std::uint64_t& mostLines); // --max-errors
 void DeclareLook(CommandDeclaration& declaration, LookOptions& options);
 void DeclareColor(CommandDeclaration& declaration, Look& color);
 void DeclareProgress(CommandDeclaration& declaration, Look& progress);

@@ -65,6 +65,7 @@ void DeclareCommand(CommandDeclaration& declaration, DiffOptions& options) {
     DeclareKind(declaration, options.m_Kind);
     DeclareLayouts(declaration, options.m_Layouts);
     DeclareJobs(declaration, options.m_Jobs);
+    DeclareMostLines(declaration, options.m_MostLines);
     declaration.Flag("-q,--quiet", options.m_Look.m_IsQuiet, "tell by the exit status alone whether anything differs");
     DeclareColor(declaration, options.m_Look.m_Color);
     DeclareProgress(declaration, options.m_Look.m_Progress);

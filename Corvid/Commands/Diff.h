@@ -18,6 +18,7 @@ struct DiffOptions {
     CompareOptions m_Compare;
     DiffFormat m_Format = DiffFormat::Text;
     int m_Jobs = DefaultJobs();
+    std::uint64_t m_MostLines = DiagnosticLimits::kDefaultLines;
     LookOptions m_Look; // quiet: the status only
 };
 

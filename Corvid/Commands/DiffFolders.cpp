@@ -5,6 +5,7 @@
 
 #include "Corvid/Commands/DiffPair.h"
 #include "Corvid/Compare/FilePairs.h"
+#include "Corvid/Files/PrintedPath.h"
 #include "Corvid/Terminal/Progress.h"
 
 namespace Corvid {
@@ -95,7 +96,7 @@ private:
             else
                 TellUnreadable(outcome, only);
         } catch (const std::bad_alloc&) {
-            outcome.m_Errors = style.m_File + ": error: there is not enough memory [cannot-read]\n";
+            outcome.m_Errors = PrintedPath(style.m_File) + ": error: there is not enough memory [cannot-read]\n";
             outcome.m_Status = kExitCouldNotRun;
         }
         return outcome;
@@ -105,7 +106,7 @@ private:
         FileOutcome read;
         ReadListedFile(file, read);
         for (const ShownDiagnostic& shown : SelectShown(read.m_Log, {}))
-            AppendDiagnostic(outcome.m_Errors, file.m_Path, file.m_Path, shown, {});
+            AppendDiagnostic(outcome.m_Errors, file.m_Path, PrintedPath(file.m_Path), shown, {});
         outcome.m_Status = kExitCouldNotRun;
     }
 

@@ -94,6 +94,7 @@ void Load(ReadSide& read, const DiffSide& side, const DiffOptions& options) {
 void TellDiagnostics(DiffOutcome& outcome, const ReadSide& read, const DiffSide& side, const DiffOptions& options,
                      const DiffStyle& style) {
     DiagnosticLimits limits;
+    limits.m_MostLines = options.m_MostLines;
     if (options.m_Look.m_IsQuiet)
         limits.m_Least = Severity::Error;
     for (const ShownDiagnostic& shown : SelectShown(read.m_Outcome.m_Log, limits))

@@ -100,6 +100,7 @@ void DeclareCommand(CommandDeclaration& declaration, LayoutShowOptions& options)
                         "built in have one, too. See corvid-layout(5).");
     declaration.Operands("TYPE", options.m_Types, 0, 1, "the type word, as files hold it behind entityType");
     DeclareLayoutFolder(declaration, options.m_Layouts);
+    DeclareLook(declaration, options.m_Look);
     declaration.Example("corvid layout show", "prints for each type where its layout comes from");
     declaration.Example("corvid layout show Debris", "prints the fields of debris");
 }

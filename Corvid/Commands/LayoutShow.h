@@ -4,12 +4,14 @@
 #include <vector>
 
 #include "Corvid/CommandLine/Command.h"
+#include "Corvid/Commands/CommonOptions.h"
 #include "Corvid/Commands/LayoutOptions.h"
 
 namespace Corvid {
 
 struct LayoutShowOptions {
     LayoutOptions m_Layouts;
+    LookOptions m_Look;               // there is nothing to colour; scripts give these to all commands
     std::vector<std::string> m_Types; // one, or none
 };
 

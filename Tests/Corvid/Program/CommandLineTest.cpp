@@ -84,6 +84,9 @@ TEST_F(CommandLineTest, EveryOptionIsInHelpManualAndCompletions) {
         arguments.push_back("--help");
         const Run help = Corvid(arguments);
         EXPECT_EQ(help.m_Status, kExitDone);
+        for (const char* everywhere : {"--color", "--progress", "--quiet"})
+            EXPECT_EQ(std::ranges::count(declaration.GetOptions(), everywhere, &OptionDeclaration::GetLong), 1)
+                << row.m_Name << ' ' << everywhere;
         for (const OptionDeclaration& option : declaration.GetOptions()) {
             const std::string word = option.GetLong().empty() ? option.GetShort() : option.GetLong();
             EXPECT_THAT(help.m_Out, HasSubstr(word)) << row.m_Name;
