@@ -91,6 +91,8 @@ bool MakeFolders(const std::string& path) {
     for (std::size_t end = path.find('/', 1);; end = path.find('/', end + 1)) {
         const std::string folder = path.substr(0, end);
         if (mkdir(folder.c_str(), 0777) != 0 && errno != EEXIST) {
+            if (errno == ENOENT && error != 0) // the one above was not made
+                break;
             error = errno;
             if (error != EROFS && error != EACCES) // which may be said of one that is there
                 return false;

@@ -192,6 +192,9 @@ class Shell:
         told = lines("convert", "--to", "bin", "-o", "closed/out", "d")
         expect("d/a.particle: error: closed/out/a.particle: Permission denied [cannot-write]" in told,
                "a folder that may not be made", told)
+        told = lines("convert", "--to", "bin", "-o", "closed/out/deep", "d")
+        expect("d/a.particle: error: closed/out/deep/a.particle: Permission denied [cannot-write]" in told,
+               "nor the one below it", told)
         told = lines("diff", "closed", "d")
         expect("+ a.particle" in told, "what is new is told of", told)
         told = lines("diff", "d/shut", "whole")
