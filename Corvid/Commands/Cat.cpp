@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "Corvid/Commands/FileRun.h"
+#include "Corvid/Files/FileStatus.h"
 #include "Corvid/Files/PrintedPath.h"
 #include "Corvid/Json/ValueJson.h"
 #include "Corvid/Values/ValueTreeWriter.h"
@@ -35,14 +36,23 @@ std::optional<std::string> TextOfObject(const KindObject& object, bool isJson) {
     return text ? std::optional(PlainText(std::move(*text))) : std::nullopt;
 }
 
-std::string DiagnosticLines(const CatOptions& options, const FileOutcome& outcome, const DiagnosticStyle& style) {
+// git shows a version out of a folder that has another name each time: only the file's own name stays the same.
+std::string NameOf(const std::string& path) {
+    std::size_t begin = path.size();
+    while (begin > 0 && !IsPathSeparator(path[begin - 1]))
+        --begin;
+    return begin < path.size() ? path.substr(begin) : path;
+}
+
+std::string DiagnosticLines(const CatOptions& options, const std::string& path, const FileOutcome& outcome,
+                            const DiagnosticStyle& style) {
     DiagnosticLimits limits;
     limits.m_MostLines = options.m_Diagnostics.m_MostLines;
     if (options.m_Look.m_IsQuiet)
         limits.m_Least = Severity::Error;
     std::string lines;
     for (const ShownDiagnostic& shown : SelectShown(outcome.m_Log, limits))
-        AppendDiagnostic(lines, options.m_Paths[0], PrintedPath(options.m_Paths[0]), shown, style);
+        AppendDiagnostic(lines, path, PrintedPath(path), shown, style);
     return lines;
 }
 
@@ -101,7 +111,7 @@ int RunCommand(const CatOptions& options, Console& console) {
     const bool areComments = options.m_IsLenient && !options.m_IsJson;
     const DiagnosticStyle style{options.m_Diagnostics.m_Format,
                                 !areComments && console.HasColor(options.m_Look.m_Color, true)};
-    const std::string lines = DiagnosticLines(options, outcome, style);
+    const std::string lines = DiagnosticLines(options, areComments ? NameOf(file.m_Path) : file.m_Path, outcome, style);
     if (areComments)
         console.Print(AsComments(lines));
     else if (!lines.empty())

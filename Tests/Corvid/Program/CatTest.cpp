@@ -31,6 +31,8 @@ TEST_F(CatTest, ErrorsLeaveNothingUnlessLenient) {
     EXPECT_EQ(run.m_Status, kExitDone);
     EXPECT_THAT(run.m_Out, StartsWith("# a.entity:3:1: error: "));
     EXPECT_THAT(run.m_Out, HasSubstr("\nTXT\nentityType \"Debris\"\n"));
+    Put("blob/a.entity", text); // as git does with the version before
+    EXPECT_EQ(Corvid({"cat", "--lenient", "blob/a.entity"}).m_Out, run.m_Out);
     run = Corvid({"cat", "--lenient", "gone"});
     EXPECT_EQ(run.m_Status, kExitDone);
     EXPECT_THAT(run.m_Out, StartsWith("# gone: error: "));
