@@ -109,8 +109,7 @@ void BinaryExplainer::ReadValue(LayoutIndex index, const ElementPlace* element) 
         value.m_Kind = ValueKind::Bool;
         value.m_Bool = byte != 0;
         if (m_IsStrict && byte > 1)
-            Report(DiagnosticCode::BadValue, offset, index, element,
-                   std::to_string(byte) + " is neither TRUE nor FALSE");
+            ReportImplausible(offset, index, element, std::to_string(byte) + " is neither TRUE nor FALSE");
         break;
     }
     case LayoutKind::Int:
@@ -154,7 +153,7 @@ void BinaryExplainer::ReadValue(LayoutIndex index, const ElementPlace* element) 
         return;
     if (m_IsStrict) {
         if (const std::string why = ExplainImplausible(value); !why.empty())
-            Report(DiagnosticCode::BadValue, offset, index, element, why);
+            ReportImplausible(offset, index, element, why);
     }
     value.AddTo(m_Tree, node.m_Label);
     value.KeepFor(m_Conditions, index);
@@ -198,7 +197,7 @@ void BinaryExplainer::ReadString(LayoutIndex index, const ElementPlace* element,
     // Where what follows depends on the word, it is read by the branch for all others, and nothing more is said of it.
     const Branches branches = BranchesOf(index);
     m_HasStopped = branches == Branches::OfWords;
-    m_IsMute = m_IsMute || branches == Branches::OfWordsAndOthers;
+    m_IsMute = m_IsMute || m_IsStrict || branches == Branches::OfWordsAndOthers;
 }
 
 BinaryExplainer::Branches BinaryExplainer::BranchesOf(LayoutIndex field) const {
@@ -270,6 +269,13 @@ bool BinaryExplainer::Ensure(std::size_t bytes, LayoutIndex index, const Element
                (left == 1 ? " is left" : " are left"));
     m_HasStopped = true;
     return false;
+}
+
+// Most likely the value is none of this field, and what follows is out of step, too.
+void BinaryExplainer::ReportImplausible(std::size_t offset, LayoutIndex index, const ElementPlace* element,
+                                        std::string message) {
+    Report(DiagnosticCode::BadValue, offset, index, element, std::move(message));
+    m_IsMute = true;
 }
 
 void BinaryExplainer::Report(DiagnosticCode code, std::size_t offset, LayoutIndex index, const ElementPlace* element,

@@ -42,6 +42,7 @@ private:
 
     template <class Number> Number Take();
     bool Ensure(std::size_t bytes, LayoutIndex index, const ElementPlace* element);
+    void ReportImplausible(std::size_t offset, LayoutIndex index, const ElementPlace* element, std::string message);
     void Report(DiagnosticCode code, std::size_t offset, LayoutIndex index, const ElementPlace* element,
                 std::string message);
 

@@ -154,17 +154,16 @@ bool TextExplainer::IsDoubled(LineIndex line, Record& record, const ElementPlace
 }
 
 // Where the next of the rows that are due stands; nothing: nowhere. Lines in front of all of them belong to nobody;
-// another one is a row that has lost its bracket.
+// where there are too few, the first other one is a row that has lost its bracket, or all it had.
 std::optional<LineIndex> TextExplainer::FindRow(std::uint32_t depth, int due) const {
     std::optional<LineIndex> firstLine;
     std::optional<LineIndex> firstRow;
     int rows = 0;
     for (LineIndex index = m_Line; index < m_Lines.GetSize() && rows < due; ++index) {
         const ArchiveLine& line = m_Lines[index];
-        if (line.IsBlank())
-            continue;
         const bool isRow = IsRow(index);
-        if (!isRow && (!m_Lines.IsIndented() || line.m_Depth < depth) && !IsRow(NextText(index)))
+        const bool isOutside = !line.IsBlank() && (!m_Lines.IsIndented() || line.m_Depth < depth);
+        if (!isRow && isOutside && !IsRow(NextText(index)))
             break;
         firstLine = firstLine ? firstLine : index;
         if (isRow) {
@@ -172,10 +171,7 @@ std::optional<LineIndex> TextExplainer::FindRow(std::uint32_t depth, int due) co
             ++rows;
         }
     }
-    if (rows == due)
-        return firstRow;
-    const bool isBehindBlanks = firstLine && *firstLine != m_Line;
-    return isBehindBlanks && rows == 0 ? std::nullopt : firstLine;
+    return rows == due ? firstRow : firstLine;
 }
 
 // Rows are taken as they come: a spoilt one costs no other.

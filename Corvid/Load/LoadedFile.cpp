@@ -228,25 +228,32 @@ std::optional<std::string> Loading::FindTypeWord(DiagnosticPlace& place) {
     LayoutNode node = layout[0];
     node.m_Words.clear();
     node.m_Kind = LayoutKind::String;
+    bool isSpoilt = false; // its line is no text
     if (!IsText()) {
         place = DiagnosticPlace::AtOffset(kBinaryHeaderSize);
         BinaryExplainer(Layout("", {node}), GetBytes(), false, log, tree).Run();
     } else {
         TextLines lines(m_Text);
+        if (HasBadText(m_Text))
+            ReportBadText(lines, log);
         TextExplainer(Layout("", {node}), lines, log, tree).Run(false);
         for (LineIndex line = 0; line < lines.GetSize(); ++line) {
             const ArchiveLine& here = lines[line];
             if (here.GetLabel() == kTypeLabel || IsNearWord(here.GetLabel(), kTypeLabel)) {
                 const std::size_t value = here.m_Text.find_first_not_of(" \t", here.GetLabelEnd());
                 place = DiagnosticPlace::AtLine(lines.GetNumber(line), here.GetColumn(value));
+                isSpoilt = here.m_IsSpoilt;
                 break;
             }
         }
     }
     std::string word = tree.GetSize() > 0 ? ToUtf8(tree.GetString(tree[0])) : std::string();
-    const bool isFaulty = std::ranges::any_of(
-        log.GetAll(), [](const Diagnostic& diagnostic) { return diagnostic.m_Field == kTypeLabel; });
-    return word.empty() && isFaulty ? std::nullopt : std::optional(std::move(word));
+    bool isFaulty = false;
+    for (const Diagnostic& diagnostic : log.GetAll()) {
+        const bool isOfWord = diagnostic.m_Field == kTypeLabel;
+        isFaulty = isFaulty || (isOfWord && (word.empty() || diagnostic.m_Code == DiagnosticCode::TooLong));
+    }
+    return isFaulty || (isSpoilt && !EntityTypeFromWord(word)) ? std::nullopt : std::optional(std::move(word));
 }
 
 // Reads again, by the layout: for diagnostics, and for what can be read.

@@ -88,6 +88,8 @@ const Edit kEdits[] = {
     {"ContentWordTooLong", kPanels, Do::Replace, 26, "\"States\"", kLongWord.c_str(),
      "26:10 brush[2].content [too-long]\n"},
     {"ContentWordOnALongLine", kPanels, Do::Replace, 26, "\"States\"", kLongLine.c_str(), "26:1023 [bad-text]\n"},
+    {"TypeIsNoText", kHull, Do::Replace, 2, "Debris", "Debri\xFF", "2:18 [bad-text]\n"},
+    {"TypeTooLong", kHull, Do::Replace, 2, "\"Debris\"", kLongWord.c_str(), "2:12 entityType [too-long]\n"},
 
     // Values
     {"NumberWithATail", kCube, Do::Replace, 5, "0.866025", "0.866025x", "5:25 MeshData.BoundingRadius [bad-value]\n"},
@@ -108,6 +110,8 @@ const Edit kEdits[] = {
      "26:4 MeshData.Point[0].Extra [unknown-label]\n"},
     {"NextFieldBetweenMatrixRows", kBlast, Do::Swap, 32, "", "",
      "32:3 ParticleSimulation.EmitterContents[0].RotateAboutForward [out-of-order]\n"},
+    {"MatrixRowEmptied", kCube, Do::Replace, 26, "[ 0.000000 0.000000 -1.000000 ]", "",
+     "26:5 MeshData.Point[0].Orientation [bad-value]\n"},
     {"BlankLineBetweenMatrixRows", kCube, Do::Insert, 26, "", "", "26:1 MeshData.Point[0] [unknown-label]\n"},
     {"TailOfALabelLine", kCube, Do::Replace, 9, "Material", "Material 1", "9:11 MeshData.Material[0] [bad-value]\n"},
     {"AnchorOutOfRange", kBlast, Do::Replace, 39, "4", "9",
