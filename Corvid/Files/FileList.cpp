@@ -275,7 +275,6 @@ FileList FindFiles(const FileSelection& selection, const std::string& destinatio
             return list;
         }
     }
-    list.m_HasFolders = selection.m_ListPath.has_value() || selection.m_Paths.size() > 1;
     Finder finder(list, destination);
     for (const std::string& path : selection.m_Paths)
         finder.AddGiven(path, false);
@@ -285,6 +284,8 @@ FileList FindFiles(const FileSelection& selection, const std::string& destinatio
                      [](const ListedFile& a, const ListedFile& b) { return a.m_Path < b.m_Path; });
     const auto isSame = [](const ListedFile& a, const ListedFile& b) { return a.m_Path == b.m_Path; };
     list.m_Files.erase(std::unique(list.m_Files.begin(), list.m_Files.end(), isSame), list.m_Files.end());
+    if (selection.m_ListPath || list.m_Files.size() > 1)
+        list.m_HasFolders = true;
     // No shard may pass over a folder that it cannot see into.
     for (ListedFile& file : list.m_Files)
         file.m_IsInShard = file.m_IsFolder || selection.m_Shard.Has(file.m_Path);

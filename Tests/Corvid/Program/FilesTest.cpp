@@ -119,6 +119,8 @@ TEST_F(FilesTest, DestinationsAreJudgedBeforeAnythingIsWritten) {
     Put("list", "a/x.entity\r\na/../b/x.entity\r\n");
     EXPECT_EQ(Corvid({"convert", "--to", "bin", "-o", "out", "--files-from", "list"}).m_Status, kExitDone);
     EXPECT_TRUE(Exists("out/a/x.entity") && Exists("out/b/x.entity"));
+    EXPECT_EQ(Corvid({"convert", "--to", "bin", "-o", "one", "a/x.entity", "./a/x.entity"}).m_Status, kExitDone);
+    EXPECT_TRUE(std::filesystem::is_regular_file("one")); // there is one file, however often it is named
 }
 
 } // namespace Corvid
