@@ -113,7 +113,7 @@ bool Loading::FindEncoding() {
     m_File.m_Encoding = DetectEncoding(GetBytes());
     if (!m_File.m_Encoding) {
         Fail(DiagnosticCode::NotAnArchive, {}, {},
-             m_Bytes.empty()
+             GetBytes().empty()
                  ? "the file is empty"
                  : "neither a text archive, whose first line holds TXT, nor a binary one, which begins with BIN");
         return false;

@@ -40,6 +40,7 @@ TEST_F(CheckTest, WarnsOfContentThatLooksWrong) {
          "0.1 outside the stored extents [bounds]"},
         {"effect.particle", effect, "[unattached]"},
         {"set.brushes", brushes, "brush[0].name: the name is empty [empty-name]"},
+        {"empty.mesh", "", "empty.mesh: error: the file is empty [not-an-archive]"},
     };
     for (const Case& row : cases) {
         Put(row.name, row.text);
