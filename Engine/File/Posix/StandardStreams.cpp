@@ -15,8 +15,10 @@ void PrepareStandardStreams() {
     pollfd streams[] = {{STDIN_FILENO, 0, 0}, {STDOUT_FILENO, 0, 0}, {STDERR_FILENO, 0, 0}};
     poll(streams, std::size(streams), 0); // tells of closed ones in one call
     for (const pollfd& stream : streams) {
-        // A new descriptor gets the lowest free number: this one, since those below are open by now.
-        if ((stream.revents & POLLNVAL) != 0 && open("/dev/null", O_RDWR) < 0)
+        // A new descriptor gets the lowest free number: this one, since those below are open by now. Closed input is
+        // not empty input: whoever reads it is told.
+        const int access = stream.fd == STDIN_FILENO ? O_WRONLY : O_RDWR;
+        if ((stream.revents & POLLNVAL) != 0 && open("/dev/null", access) < 0)
             open("/", O_PATH); // holds the number, takes no bytes
     }
     std::signal(SIGPIPE, SIG_IGN);

@@ -42,8 +42,10 @@ void PrepareStandardStreams() {
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
     for (const DWORD stream : {STD_INPUT_HANDLE, STD_OUTPUT_HANDLE, STD_ERROR_HANDLE}) {
         const HANDLE handle = GetStdHandle(stream);
+        // Closed input is not empty input: whoever reads it is told.
+        const DWORD access = stream == STD_INPUT_HANDLE ? GENERIC_WRITE : GENERIC_READ | GENERIC_WRITE;
         if (handle == nullptr || handle == INVALID_HANDLE_VALUE)
-            SetStdHandle(stream, OpenHandle(L"NUL", GENERIC_READ | GENERIC_WRITE, OPEN_EXISTING, 0).Release());
+            SetStdHandle(stream, OpenHandle(L"NUL", access, OPEN_EXISTING, 0).Release());
     }
 }
 

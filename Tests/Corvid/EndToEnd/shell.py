@@ -92,6 +92,9 @@ class Shell:
         run = self.run("convert", "--to", "bin", "-o", "-", "-", input=self.effect)
         again = self.run("convert", "--to", "txt", "-o", "-", "-", input=run.stdout)
         expect(run.stdout[:4] == b"BIN\n" and again.stdout == self.effect, "there and back through pipes", again.stderr)
+        for arguments in (["check", "-"], ["check", "--files-from", "-"]):
+            run = self.run(*arguments, preexec_fn=lambda: os.close(0))
+            expect(run.returncode == 2, "closed input cannot be read", (arguments, run.stdout, run.stderr))
         os.mkfifo(os.path.join(self.folder, "pipe.particle"))
         run = self.run("convert", "--to", "bin", "-i", "pipe.particle")
         expect(run.returncode == 2 and b"use -o" in run.stderr, "a pipe is not converted in place", run.stderr)
