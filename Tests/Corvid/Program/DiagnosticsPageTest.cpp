@@ -61,7 +61,7 @@ TEST_F(DiagnosticsPageTest, EveryExampleIsWhatIsSaid) {
     const Row kRows[] = {
         {DiagnosticCode::CannotRead, "other", "", {"check", "gone.mesh"}},
         {DiagnosticCode::CannotWrite, "a.mesh", binary, {"convert", "--to", "txt", "-o", "gone/a.mesh", "a.mesh"}},
-        {DiagnosticCode::NotAnArchive, "a.mesh", "", {}},
+        {DiagnosticCode::NotAnArchive, "a.mesh", "Something 1\r\n", {}},
         {DiagnosticCode::UnknownKind, "x.dat", "TXT\r\nSomething 1\r\n", {}},
         {DiagnosticCode::KindDiffers, "a.mesh", Example(kBlast), {}},
         {DiagnosticCode::UnknownType, "a.entity", Changed(kHull, "Debris", "Debri"), {}},
