@@ -127,7 +127,7 @@ void TextExplainer::ReadNested(LayoutIndex index, std::uint32_t depth, const Rec
     const LayoutNode& node = m_Layout[index];
     Record record;
     record.m_Labels = &LabelsOf(index + 1, node.m_End);
-    record.m_Depth = depth;
+    record.m_Depth = m_Lines.IsIndented() ? depth : 0;
     if (m_Line < m_Lines.GetSize() && m_Lines[m_Line].m_Depth > depth &&
         record.m_Labels->AsksFor(m_Lines[m_Line].GetLabel()))
         record.m_Depth = m_Lines[m_Line].m_Depth;
@@ -588,28 +588,54 @@ std::optional<TextExplainer::Place> TextExplainer::FindMisspelt(LayoutIndex inde
 // has gone astray.
 bool TextExplainer::StandsNested(LayoutIndex index, const Record& outer) {
     const LayoutNode& node = m_Layout[index];
-    if (m_Line == m_Lines.GetSize() || !m_Lines.IsIndented())
+    if (m_Line == m_Lines.GetSize())
         return false;
     if (node.m_Kind == LayoutKind::Matrix33 || node.m_Kind == LayoutKind::Matrix44)
         return IsRow(m_Line);
-    if (node.m_Kind != LayoutKind::Record || m_Lines[m_Line].m_Depth <= outer.m_Depth)
+    if (node.m_Kind != LayoutKind::Record || (m_Lines[m_Line].m_Depth <= outer.m_Depth && m_Lines.IsIndented()))
         return false;
     const RecordLabels& labels = LabelsOf(index + 1, node.m_End);
+    if (!m_Lines.IsIndented())
+        return !outer.m_Labels->AsksFor(m_Lines[m_Line].GetLabel()) && HasLabel(m_Line, labels.GetAll().front());
     const bool isAstray = labels.GetAll().size() > 1 && HasLabel(m_Lines[m_Line].m_Next, node.m_Label);
     return !isAstray && labels.AsksFor(m_Lines[m_Line].GetLabel());
+}
+
+// Where no line is indented, labels alone tell which record a line is of: behind the own line of a nested record, and
+// behind a label that only a record around asks for, it may be of another one.
+bool TextExplainer::IsOfOuter(std::string_view label, const Record& record) const {
+    if (m_Lines.IsIndented() || record.m_Labels->AsksFor(label))
+        return false;
+    for (const Record* around = record.m_Outer; around != nullptr; around = around->m_Outer) {
+        if (around->m_Labels->AsksFor(label))
+            return true;
+    }
+    return false;
+}
+
+bool TextExplainer::OpensUnindented(std::string_view label, const Record& record) const {
+    const std::vector<LayoutIndex>* const nodes = record.m_Labels->FindNodes(label);
+    return !m_Lines.IsIndented() && nodes != nullptr && m_Layout[nodes->front()].m_Kind == LayoutKind::Record;
 }
 
 // Among the record's own lines behind the current one. They are gathered once: a file that is wrong from end to end
 // must not be searched through for each field.
 std::optional<LineIndex> TextExplainer::FindBelow(std::string_view label, Record& record) {
+    if (record.m_Lines && m_Line >= record.m_LinesEnd)
+        record.m_Lines.reset();
     if (!record.m_Lines) {
         record.m_Lines.emplace();
+        record.m_LinesEnd = m_Lines.GetSize();
         for (LineIndex line = m_Line; line < m_Lines.GetSize();) {
             const ArchiveLine& here = m_Lines[line];
-            if (!here.IsBlank() && here.m_Depth < record.m_Depth)
+            if (!here.IsBlank() && (here.m_Depth < record.m_Depth || IsOfOuter(here.GetLabel(), record)))
                 break;
             if (here.m_Depth == record.m_Depth && !here.IsBlank())
                 (*record.m_Lines)[here.GetLabel()].push_back(line);
+            if (OpensUnindented(here.GetLabel(), record)) {
+                record.m_LinesEnd = line + 1;
+                break;
+            }
             line = here.m_Depth > record.m_Depth || here.IsBlank() ? line + 1 : here.m_Next;
         }
     }

@@ -45,6 +45,7 @@ private:
         std::set<std::string_view> m_Mismatched;                    // elements that were too few or too many
         // Lines of the record by label, from where they were gathered on.
         std::optional<std::unordered_map<std::string_view, std::vector<LineIndex>>> m_Lines;
+        LineIndex m_LinesEnd = 0; // to where on
     };
 
     // Where a field stands.
@@ -84,6 +85,8 @@ private:
     std::optional<Place> FindHere(std::string_view label, LayoutIndex index, Record& record);
     std::optional<Place> FindMisspelt(LayoutIndex index, Record& record, const ElementPlace* element);
     bool StandsNested(LayoutIndex index, const Record& outer);
+    bool IsOfOuter(std::string_view label, const Record& record) const;
+    bool OpensUnindented(std::string_view label, const Record& record) const;
     std::optional<LineIndex> FindBelow(std::string_view label, Record& record);
     bool AreElementsComplete(LineIndex found, const ElementPlace& element, Record& record);
     bool StandsInElement(LayoutIndex list) const;

@@ -196,6 +196,26 @@ TEST(TextEdits, CutWithinALineIsFoundOnce) {
     }
 }
 
+// Tabs are for people: where there are none, a slip costs no more.
+TEST(TextEdits, EachIsFoundOnceWithoutTabs) {
+    const Edit edits[] = {
+        {"Misspelt", kBlast, Do::Replace, 3, "HasInfinite", "HasInfinit", ""},
+        {"FieldDropped", kCube, Do::Drop, 41, "", "", ""},
+        {"FieldDoubled", kPanels, Do::Double, 13, "", "", ""},
+        {"FieldsSwapped", kCube, Do::Swap, 10, "", "", ""},
+        {"RecordLineDropped", kCube, Do::Drop, 28, "", "", ""},
+        {"LineInAList", kCube, Do::Insert, 42, "", "Extra 1", ""},
+        {"LineInFrontOfAll", kPanels, Do::Insert, 2, "", "Extra 1", ""},
+        {"CountTooLarge", kCube, Do::Replace, 20, "2", "4", ""},
+    };
+    for (const Edit& edit : edits) {
+        std::string text = Apply(edit);
+        std::erase(text, '\t');
+        const LoadedFile file = LoadNamed(text, edit.m_Example);
+        EXPECT_EQ(file.m_Log.GetAll().size(), 1u) << edit.m_Name << "\n" << FindingsOf(file);
+    }
+}
+
 // Fields are looked for by their label, so that one misspelt line costs one value.
 TEST(TextEdits, OtherFieldsKeepTheirValues) {
     const Edit edit = {"", kCube, Do::Replace, 35, "NumVertices", "NumVertex", ""};
