@@ -19,7 +19,7 @@ constexpr int MostDepartures(std::size_t files) {
     return files == 1 ? 1 : files == 2 ? 3 : files == 3 ? 6 : kMostDepartures;
 }
 constexpr int RivalMargin(std::size_t files) {
-    return files == 1 ? 3 : files == 2 ? 2 : 1;
+    return files == 1 ? 3 : 2;
 }
 
 // Numbers side by side that are open between them alone.
@@ -79,7 +79,7 @@ FitAnswer FitBinaries(const FitQuestion& question, std::span<const std::string_v
 
     int departures = 0;
     FitOutcome outcome = FitOutcome::NotFound;
-    for (; departures <= kMostDepartures; ++departures) {
+    for (; departures <= kMostDepartures + FitSearch::kMostUnlike / FitSearch::kUnlikeOfDeparture; ++departures) {
         outcome = search.Find(departures, {});
         if (outcome != FitOutcome::NotFound)
             break;
@@ -89,7 +89,7 @@ FitAnswer FitBinaries(const FitQuestion& question, std::span<const std::string_v
     if (outcome != FitOutcome::Found)
         return answer;
     answer.m_Verdict = FitAnswer::Verdict::Fits;
-    if (departures > MostDepartures(files.size()))
+    if (search.GetFound().m_Departures > MostDepartures(files.size()))
         return answer;
     const FitState best = search.GetFound();
     search.Note(answer);

@@ -31,6 +31,9 @@ bool IsWrittenAs(std::string_view text, Number number, char* (*format)(char*, Nu
 
 void DecimalEvidence::Add(std::string_view value) {
     const std::size_t point = value.find('.');
+    const bool isPlain = point != value.npos && value.find_first_not_of("-.0123456789") == value.npos;
+    const std::size_t places = isPlain ? value.find_last_not_of('0') - point : 0;
+    m_DecimalPlaces = std::max(m_DecimalPlaces, isPlain ? static_cast<int>(std::min<std::size_t>(places, 99)) : 99);
     if (point == value.npos || value.size() - point - 1 < kDecimals || value.size() > kMostDigits ||
         value.find_first_not_of("-.0123456789") != value.npos || m_Values.size() >= kMostValues)
         return;

@@ -13,15 +13,20 @@ class DecimalEvidence {
 public:
     void Add(std::string_view value);
 
+    // Of all values; -1: they are few digits, or not round.
+    int GetDecimalPlaces() const { return m_DecimalPlaces <= kMostRoundPlaces ? m_DecimalPlaces : -1; }
+
     bool IsFloat() const { return m_Bits >= kCertainBits && !m_IsNoFloat; }
     bool IsNoFloat() const { return m_IsNoFloat; } // some value was not written from a float
 
 private:
     static constexpr double kCertainBits = 20.0; // that speak against chance
     static constexpr std::size_t kMostValues = 256;
+    static constexpr int kMostRoundPlaces = 3;
 
     std::set<std::string, std::less<>> m_Values; // each counts once
     double m_Bits = 0.0;
+    int m_DecimalPlaces = 0; // that the value with the most of them has
     bool m_IsNoFloat = false;
 };
 

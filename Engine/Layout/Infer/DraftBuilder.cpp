@@ -14,7 +14,6 @@ namespace {
 
 constexpr std::size_t kMostFields = 10'000; // of a layout
 constexpr std::size_t kMostWords = 64;      // of an enumeration
-constexpr std::size_t kMostNumbers = 16;    // that are remembered of an integer
 
 template <class Value> void Remember(std::vector<Value>& values, const Value& value, std::size_t most) {
     const auto place = std::lower_bound(values.begin(), values.end(), value);

@@ -77,16 +77,16 @@ FitOutcome FitSearch::Find(int departures, std::span<const Told> told) {
     state.m_Offsets.assign(m_Files.size(), 0);
     state.m_Choices.assign(m_Layout.GetSize(), kUndecidedChoice);
     state.m_Deciders.assign(m_DeciderCount, std::vector<std::int32_t>(m_Files.size(), kNotThere));
-    m_MostDepartures = departures;
-    m_Steps = 0;
-    m_MostSteps = std::min(kMostStepsOfSearch, m_Question.m_StepsLeft);
+    m_MostCost = kUnlikeOfDeparture * (departures + 1) - 1;
     if (!told.empty())
         m_Failed.clear(); // what failed before may have failed by other choices
+    m_Steps = 0;
+    m_MostSteps = std::min(kMostStepsOfSearch, m_Question.m_StepsLeft);
     for (const auto [node, choice] : told) {
         state.m_Choices[node] = static_cast<std::int8_t>(choice);
         state.m_Departures += choice == UsualChoice(node) ? 0 : 1;
     }
-    if (state.m_Departures > departures)
+    if (CostOf(state) > m_MostCost)
         return FitOutcome::NotFound;
     const bool isFound = Run(state);
     m_Question.m_StepsLeft -= std::min(m_Steps, m_Question.m_StepsLeft);
@@ -108,6 +108,7 @@ void FitSearch::Note(FitAnswer& answer) {
     state.m_Deciders.assign(m_DeciderCount, std::vector<std::int32_t>(m_Files.size(), kNotThere));
     m_Steps = 0;
     m_MostSteps = kMostStepsOfSearch;
+    m_MostCost = std::numeric_limits<int>::max();
     m_Notes = &answer;
     Run(state);
     m_Notes = nullptr;
@@ -129,6 +130,9 @@ bool FitSearch::ReadValue(FitState& state, LayoutKind kind) {
         const std::string_view bytes = m_Files[file].substr(state.m_Offsets[file]);
         const std::optional<std::size_t> size = SizeOfPlausible(kind, bytes, m_Question.m_Ranges[node]);
         if (!size.has_value())
+            return false;
+        state.m_Unlike += IsUnlike(kind, bytes, m_Question.m_Ranges[node]) ? 1 : 0;
+        if (CostOf(state) > m_MostCost)
             return false;
         const std::int32_t decider = m_DeciderOf[node];
         std::int32_t value = 0;
@@ -272,6 +276,7 @@ std::uint64_t FitSearch::HashOf(const FitState& state) const {
     add(state.m_Node);
     add(state.m_Active);
     add(state.m_Dropped);
+    add(static_cast<std::uint64_t>(std::min(state.m_Unlike, kMostUnlike)));
     for (const std::size_t offset : state.m_Offsets)
         add(offset);
     for (const FitFrame& frame : state.m_Frames) {
@@ -295,13 +300,13 @@ std::uint64_t FitSearch::HashOf(const FitState& state) const {
 // Every choice at the node, the usual one first.
 bool FitSearch::Branch(const FitState& state) {
     const std::uint64_t hash = HashOf(state);
-    const int left = m_MostDepartures - state.m_Departures;
+    const int left = m_MostCost - CostOf(state);
     if (const auto failed = m_Failed.find(hash); failed != m_Failed.end() && failed->second >= left)
         return false;
     const LayoutIndex node = state.m_Node;
     const int usual = UsualChoice(node);
     for (const int choice : ChoicesAt(node)) {
-        if (choice != usual && left == 0)
+        if (choice != usual && left < kUnlikeOfDeparture)
             break;
         FitState next = state;
         next.m_Choices[node] = static_cast<std::int8_t>(choice);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <span>
 #include <string_view>
@@ -28,6 +29,7 @@ struct FitState {
     FileSet m_Active = 0;
     FileSet m_Dropped = 0; // files with a word that nobody knows: they cannot be followed any further
     int m_Departures = 0;
+    int m_Unlike = 0; // values that are like none in the text samples
     std::vector<std::size_t> m_Offsets;
     std::vector<FitFrame> m_Frames;
     std::vector<std::int8_t> m_Choices;                // by node
@@ -39,11 +41,14 @@ enum class FitOutcome { Found, NotFound, OutOfSteps };
 // Reads binary samples side by side by one assignment of choices after the other, until one comes out even.
 class FitSearch {
 public:
+    static constexpr int kUnlikeOfDeparture = 2;               // as unlikely as a choice that is not usual
+    static constexpr int kMostUnlike = 8 * kUnlikeOfDeparture; // that count: other files may be other files
+
     FitSearch(const FitQuestion& question, std::span<const std::string_view> files);
 
     bool IsTooLarge() const;
 
-    // A way to read all files with so many departures at the most, and with some nodes read as they are told to.
+    // A way to read all files at such a cost at the most, in departures, and with some nodes read as they are told to.
     struct Told {
         LayoutIndex m_Node;
         int m_Choice;
@@ -59,6 +64,9 @@ public:
 
 private:
     int UsualChoice(LayoutIndex node) const;
+    static int CostOf(const FitState& state) {
+        return kUnlikeOfDeparture * state.m_Departures + std::min(state.m_Unlike, kMostUnlike);
+    }
     bool Run(FitState& state);
     bool Leave(FitState& state);
     bool ReadValue(FitState& state, LayoutKind kind);
@@ -81,10 +89,10 @@ private:
     std::size_t m_DecisionCount = 0;
     std::size_t m_DeciderCount = 0;
 
-    int m_MostDepartures = 0;
+    int m_MostCost = 0;
     std::uint64_t m_Steps = 0;
     std::uint64_t m_MostSteps = kMostStepsOfSearch;
-    std::unordered_map<std::uint64_t, int> m_Failed; // departures that were left and did not suffice
+    std::unordered_map<std::uint64_t, int> m_Failed; // cost that was left and did not suffice
     FitState m_Found;
     FitAnswer* m_Notes = nullptr;
 };

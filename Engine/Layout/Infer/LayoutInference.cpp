@@ -187,11 +187,14 @@ void TypeInference::CompareWidthsInTwins(const std::vector<Twins>& all,
 
 void TypeInference::FitTwins() {
     const std::vector<std::vector<SampleValue>> values = ListValues(*m_Draft, m_Trees);
+    const std::vector<bool> areDistinct = FindDistinctTexts(values);
     std::vector<Twins> all;
     for (const BinarySample& binary : m_Samples.m_Binaries) {
         Twins& twins = all.emplace_back(Twins{&binary, {}});
-        for (std::size_t text = 0; text < values.size() && m_AreTwinsBelieved; ++text)
-            twins.m_Texts.push_back(text);
+        for (std::size_t text = 0; text < values.size() && m_AreTwinsBelieved; ++text) {
+            if (areDistinct[text])
+                twins.m_Texts.push_back(text);
+        }
     }
     for (int round = 0; round < kMostRounds; ++round) {
         std::erase_if(all, [&](Twins& twins) {
@@ -290,7 +293,10 @@ FitAnswer::Verdict TypeInference::FitSideBySide(std::span<const BinarySample* co
         NumberRange& range = question.m_Ranges.emplace_back();
         if (field == nullptr || field->m_Shape != DraftShape::Value)
             continue;
-        range = {field->m_Largest, field->m_PresentCount, field->m_HasNegative};
+        range = {
+            field->m_Largest, field->m_PresentCount, field->m_HasNegative, {}, field->m_Decimals.GetDecimalPlaces()};
+        if (field->AreNumbersFew())
+            range.m_Numbers = field->m_Numbers;
         if (!field->m_IsBuiltIn && !field->m_IsWord)
             kinds = field->m_Kinds & kNumberKinds;
     }

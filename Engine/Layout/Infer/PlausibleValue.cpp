@@ -16,6 +16,7 @@ namespace {
 constexpr std::size_t kManyValues = 8;
 constexpr double kIntSlack = 8.0;
 constexpr double kFloatSlack = 1000.0;
+constexpr std::size_t kManyOfEach = 4; // values of each number: no others are expected
 constexpr double kLargestInt = 65536.0;
 constexpr double kLargestIntOfFew = 268435456.0;    // 2^28; the bits of everyday floats lie above
 constexpr double kLargestInt64OfFew = 8589934592.0; // 2^33; two integers side by side lie above, mostly
@@ -60,7 +61,33 @@ bool IsPlausibleText(std::u16string_view units) {
     return true;
 }
 
+bool IsAsRound(double number, int places) {
+    const double scaled = number * std::pow(10.0, places);
+    return std::abs(scaled - std::round(scaled)) <= 1e-6 * std::abs(scaled); // a float has no more digits
+}
+
 } // namespace
+
+bool IsUnlike(LayoutKind kind, std::string_view bytes, const NumberRange& range) {
+    if (range.m_ValueCount < kManyValues)
+        return false;
+    const auto isOther = [&](std::int64_t number) {
+        return !range.m_Numbers.empty() && range.m_Numbers.size() * kManyOfEach <= range.m_ValueCount &&
+               std::find(range.m_Numbers.begin(), range.m_Numbers.end(), number) == range.m_Numbers.end();
+    };
+    switch (kind) {
+    case LayoutKind::Int:
+        return isOther(Take<std::int32_t>(bytes));
+    case LayoutKind::Int64:
+        return isOther(Take<std::int64_t>(bytes));
+    case LayoutKind::Float:
+        return range.m_DecimalPlaces >= 0 && !IsAsRound(static_cast<double>(Take<float>(bytes)), range.m_DecimalPlaces);
+    case LayoutKind::Double:
+        return range.m_DecimalPlaces >= 0 && !IsAsRound(Take<double>(bytes), range.m_DecimalPlaces);
+    default:
+        return false;
+    }
+}
 
 std::int32_t TakeInt(std::string_view bytes) {
     return Take<std::int32_t>(bytes);

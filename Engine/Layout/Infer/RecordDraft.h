@@ -59,6 +59,8 @@ struct DraftWhen {
     friend bool operator==(const DraftWhen&, const DraftWhen&) = default;
 };
 
+inline constexpr std::size_t kMostNumbers = 16; // that are remembered of an integer; one more tells that there are more
+
 enum class DraftShape { Value, Record, List };
 
 struct DraftField {
@@ -89,6 +91,7 @@ struct DraftField {
     bool IsLikelyDouble() const {
         return m_Decimals.IsNoFloat() && m_Kinds.Has(LayoutKind::Float) && m_Kinds.Has(LayoutKind::Double);
     }
+    bool AreNumbersFew() const { return m_Numbers.size() <= kMostNumbers; }
     bool IsOptional() const { return m_PresentCount < m_Tokens.size(); }
 };
 

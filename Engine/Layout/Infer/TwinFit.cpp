@@ -1,6 +1,7 @@
 #include "Engine/Layout/Infer/TwinFit.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <map>
 
@@ -9,6 +10,7 @@ namespace Corvid {
 namespace {
 
 constexpr std::size_t kMostOffsets = 256; // that one value may begin at
+constexpr double kBitsOfText = 2.0;       // of surprise, for each bit that tells one text out of all
 
 constexpr LayoutKind kKinds[] = {LayoutKind::Bool,    LayoutKind::Int,    LayoutKind::Int64, LayoutKind::Float,
                                  LayoutKind::Double,  LayoutKind::String, LayoutKind::Color, LayoutKind::Vector3,
@@ -67,6 +69,27 @@ std::vector<std::vector<SampleValue>> ListValues(RecordDraft& draft, std::span<c
             values[sample].push_back(std::move(value));
     }
     return values;
+}
+
+std::vector<bool> FindDistinctTexts(std::span<const std::vector<SampleValue>> values) {
+    std::map<const DraftField*, std::map<std::string_view, std::size_t>> counts;
+    std::map<const DraftField*, std::size_t> totals;
+    for (const auto& text : values) {
+        for (const SampleValue& value : text) {
+            ++counts[value.m_Field][value.m_Value];
+            ++totals[value.m_Field];
+        }
+    }
+    const double needed = kBitsOfText * std::log2(static_cast<double>(values.size()));
+    std::vector<bool> areDistinct;
+    for (const auto& text : values) {
+        double bits = 0.0;
+        for (const SampleValue& value : text)
+            bits += std::log2(static_cast<double>(totals[value.m_Field]) /
+                              static_cast<double>(counts[value.m_Field][value.m_Value]));
+        areDistinct.push_back(bits >= needed);
+    }
+    return areDistinct;
 }
 
 std::vector<std::pair<DraftField*, KindSet>> FitTwin(std::span<const SampleValue> values, std::string_view bytes) {

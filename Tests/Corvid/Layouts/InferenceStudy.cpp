@@ -106,7 +106,7 @@ StudyResult RunStudy(const StudySetting& setting) {
                 }
             }
         }
-        if (isTalking && (refused > 0 || !inferred.m_Problems.empty()))
+        if (isTalking && (refused > 0 || !inferred.m_Problems.empty() || result.m_Wrong[0] > 0))
             Tell(seed, refused, random, inferred);
     }
     return result;

@@ -108,6 +108,7 @@ TEST(LayoutInferenceTest, TextsTellFieldsListsAndConditions) {
 
 TEST(LayoutInferenceTest, BytesSettleKinds) {
     const std::string one("\0\0\x80\x3F", 4);
+    const auto wide = [](const char* end) { return Binary("\5\0\0\0\0\0\0\0\0\0"s + end); }; // 5 and a double
     struct Case {
         const char* name;
         std::vector<std::string> files;
@@ -124,6 +125,11 @@ TEST(LayoutInferenceTest, BytesSettleKinds) {
          {Text("a 7\nb 0\nc TRUE\n"), Text("a 8\nb 0\nc FALSE\n"), Binary("\5\0\0\0\0\0\0\0\0\0\0\0\1"s),
           Binary("\4\0\0\0\0\0\0\0\0\0\0\0\1"s)},
          "\ta int ? int64\n\tb int64 ? int 0\n\tc bool\n"},
+        {"RoundNumbersAreLikeTheOthers", // as an int64 and a float it would be 5 and 1.875, time and again
+         {Text("a 5\nb 1.0\n"), Text("a 5\nb 2.0\n"), Text("a 5\nb 3.0\n"), Text("a 5\nb 4.0\n"), Text("a 5\nb 5.0\n"),
+          Text("a 5\nb 6.0\n"), Text("a 5\nb 7.0\n"), Text("a 5\nb 8.0\n"), wide("\xF0\x3F"), wide("\x08\x40"),
+          wide("\x14\x40"), wide("\x18\x40"), wide("\x1C\x40"), wide("\x22\x40")},
+         "\ta int\n\tb double\n"},
         {"NegativeNumbersMakeADifference",
          {Text("a -7\nb 0\n"), Text("a 7\nb 0\n"), Binary("\7\0\0\0\0\0\0\0\0\0\0\0"s)},
          "\ta int ?\n\tb int ?\n"},

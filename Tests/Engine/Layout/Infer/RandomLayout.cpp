@@ -173,6 +173,7 @@ void RandomLayout::AddValue() {
         habit.m_Kind = 1;
     if (m_Style.m_SkewShare > 0 && Chance(m_Style.m_SkewShare))
         habit.m_ChanceOfTrue = Draw(3, 20);
+    habit.m_Drifts = m_Style.m_DriftShare > 0 && Chance(m_Style.m_DriftShare);
     if (kind == LayoutKind::Word) {
         std::vector<std::u16string> words(std::begin(kWords), std::end(kWords));
         std::shuffle(words.begin(), words.end(), m_Random);
@@ -186,15 +187,16 @@ void RandomLayout::AddValue() {
 void RandomLayout::WriteValue(Writing& writing, LayoutIndex index) {
     const LayoutNode& node = m_Truth[index];
     const Habit& habit = m_Habits[index];
+    const bool hasDrifted = habit.m_Drifts && m_FileCount > m_Style.m_DriftAfter;
     const auto decimal = [&] {
         if (Chance(m_Style.m_ZeroDecimalShare))
             return 0.0;
-        if (m_Style.m_RoundShare > 0 && Chance(m_Style.m_RoundShare))
+        if (m_Style.m_RoundShare > 0 && !hasDrifted && Chance(m_Style.m_RoundShare))
             return Draw(1, 40) / 4.0;
         return Draw(-200'000, 200'000) / 1000.0;
     };
     const auto number = [&]() -> std::int64_t {
-        switch (habit.m_Kind) {
+        switch (hasDrifted ? 4 : habit.m_Kind) {
         case 0:
             return Draw(0, 20);
         case 1:
@@ -351,6 +353,7 @@ void RandomLayout::Write(Writing& writing, LayoutIndex first, LayoutIndex end) {
 
 RandomLayout::File RandomLayout::MakeFile() {
     Writing writing;
+    ++m_FileCount;
     writing.m_Text = "\xEF\xBB\xBFTXT\r\nentityType \"Quest\"\r\n";
     writing.m_Binary = "BIN\n";
     writing.String(u"Quest");

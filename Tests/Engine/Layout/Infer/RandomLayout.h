@@ -31,6 +31,8 @@ struct RandomStyle {
     int m_DoubleShare = 3;      // of the fields
     int m_DigitsOnlyShare = 30; // of colours
     int m_SkewShare = 0;        // of bools, those that are seldom true
+    int m_DriftShare = 0;       // of the fields, those whose numbers are others after so many files
+    int m_DriftAfter = 30;
     bool m_HasFewStrings = false;
     bool m_HasSharedLabels = false; // the same labels in different records
 };
@@ -56,6 +58,7 @@ private:
         int m_ChanceOfTrue = 50;     // percent
         int m_Most = 3;              // elements
         bool m_IsDigitsOnly = false; // of a color
+        bool m_Drifts = false;
     };
 
     int Draw(int least, int most);
@@ -73,6 +76,7 @@ private:
 
     RandomStyle m_Style;
     std::mt19937 m_Random;
+    int m_FileCount = 0;
     int m_LabelCount = 0;
     std::vector<Habit> m_Habits; // by node
     LayoutBuilder m_Builder;
