@@ -1,11 +1,13 @@
 #pragma once
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <latch>
 #include <map>
 #include <mutex>
 #include <span>
@@ -15,6 +17,7 @@
 #include <vector>
 
 #include "Corvid/Batch/Interrupt.h"
+#include "Corvid/Batch/OwnDescriptors.h"
 
 namespace Corvid {
 
@@ -27,6 +30,9 @@ int DefaultJobs();
 
 // Works on many items at once and hands the results on in the order of the items, on the caller's thread. Results that
 // wait for an earlier one are bounded in number, so memory is bounded by what is in work.
+//
+// Small files are done within microseconds, so the threads share next to nothing: each has a lane for its results, and
+// the caller's thread collects them from time to time.
 template <class Result> class Batch {
 public:
     using Work = std::function<Result(std::size_t)>;
@@ -39,19 +45,33 @@ public:
     std::size_t Run(int jobs) {
         if (jobs <= 1 || m_Order.size() <= 1)
             return RunAlone();
+        const std::size_t wanted = std::min<std::size_t>(static_cast<std::size_t>(jobs), m_Order.size());
+        std::vector<Lane> lanes(wanted);
+        std::latch start(static_cast<std::ptrdiff_t>(wanted)); // a file that is open by then would stay open twice
         std::vector<std::jthread> threads;
         try {
-            for (std::size_t i = 0; i < std::min<std::size_t>(static_cast<std::size_t>(jobs), m_Order.size()); ++i)
-                threads.emplace_back([this] { WorkThrough(); });
+            for (Lane& lane : lanes)
+                threads.emplace_back([this, &lane, &start] {
+                    TakeOwnDescriptors();
+                    start.arrive_and_wait();
+                    WorkThrough(lane);
+                });
         } catch (const std::system_error&) { // the system gives no more of them
+            start.count_down(static_cast<std::ptrdiff_t>(wanted - threads.size()));
             if (threads.empty())
                 return RunAlone();
         }
-        return HandOn(threads.size());
+        return HandOn(lanes, threads.size());
     }
 
 private:
     using Results = std::map<std::size_t, Result>;
+
+    // What one thread has done and nobody has collected. On cache lines of its own.
+    struct alignas(64) Lane {
+        std::mutex m_Mutex;
+        std::vector<std::pair<std::size_t, Result>> m_Done;
+    };
 
     static constexpr std::size_t kMostWaiting = 2048; // results that an earlier one keeps waiting
     static constexpr std::chrono::milliseconds kGathering{2};
@@ -65,71 +85,84 @@ private:
         return taken;
     }
 
-    void WorkThrough() {
-        std::unique_lock lock(m_Mutex);
+    void WorkThrough(Lane& lane) {
         for (;;) {
-            m_MayGoOn.wait(lock, [this] { return m_IsStopped || m_Results.size() < kMostWaiting || IsNextBehind(); });
-            if (m_IsStopped || IsInterrupted() || m_NextInOrder == m_Order.size())
+            if (m_Waiting >= kMostWaiting)
+                AwaitRoom();
+            const std::size_t place = m_IsStopped || IsInterrupted() ? m_Order.size() : m_NextInOrder++;
+            if (place >= m_Order.size())
                 break;
-            const std::size_t item = m_Order[m_NextInOrder++];
-            lock.unlock();
-            Result result = m_Work(item);
-            lock.lock();
-            m_Results.emplace(item, std::move(result));
-            if (AreManyReady())
-                m_HasResults.notify_one();
+            std::pair<std::size_t, Result> done(m_Order[place], m_Work(m_Order[place]));
+            ++m_Waiting;
+            const std::lock_guard lock(lane.m_Mutex);
+            lane.m_Done.push_back(std::move(done));
         }
+        const std::lock_guard lock(m_Mutex);
         ++m_ThreadsDone;
-        m_HasResults.notify_one();
+        m_AreThreadsDone.notify_one();
+    }
+
+    void AwaitRoom() {
+        std::unique_lock lock(m_Mutex);
+        m_HasRoom.wait(lock, [this] { return m_IsStopped || m_Waiting < kMostWaiting || IsNextBehind(); });
     }
 
     // The item that everything waits for may not be held up itself.
-    bool IsNextBehind() const { return m_NextInOrder < m_Order.size() && m_Order[m_NextInOrder] <= m_NextToTake; }
+    bool IsNextBehind() const {
+        const std::size_t place = m_NextInOrder;
+        return place < m_Order.size() && m_Order[place] <= m_NextToTake;
+    }
 
-    // Results are gathered for a moment: to wake up for every small file would cost more than the file.
-    std::size_t HandOn(std::size_t threadCount) {
+    std::size_t HandOn(std::vector<Lane>& lanes, std::size_t threadCount) {
+        Results results;
         std::size_t taken = 0;
         bool isLast = false;
-        bool isWanted = true;
-        std::unique_lock lock(m_Mutex);
-        while (isWanted && !isLast) {
-            m_HasResults.wait_for(lock, kGathering, [&] { return m_ThreadsDone == threadCount || AreManyReady(); });
-            isLast = m_ThreadsDone == threadCount;
-            std::vector<typename Results::node_type> ready = ExtractReady(isLast);
-            m_MayGoOn.notify_all();
-            lock.unlock();
-            for (std::size_t i = 0; i < ready.size() && isWanted; ++i, ++taken)
-                isWanted = m_Take(ready[i].key(), std::move(ready[i].mapped()));
-            lock.lock();
+        while (!m_IsStopped && !isLast) {
+            isLast = AwaitResults(threadCount);
+            Collect(lanes, results);
+            // At the end, what was done behind a gap is handed on, too.
+            while (!m_IsStopped && !results.empty() && (isLast || results.begin()->first == m_NextToTake)) {
+                auto ready = results.extract(results.begin());
+                m_NextToTake = ready.key() + 1;
+                --m_Waiting;
+                ++taken;
+                m_IsStopped = !m_Take(ready.key(), std::move(ready.mapped()));
+            }
+            const std::lock_guard lock(m_Mutex); // whoever looks for room now does so before or behind this
+            m_HasRoom.notify_all();
         }
-        m_IsStopped = true;
-        m_MayGoOn.notify_all();
         return taken;
     }
 
-    bool AreManyReady() const { return m_Results.size() >= kMostWaiting / 2 && m_Results.contains(m_NextToTake); }
-
-    // Those up to the first that is still in work; at the end, what was done behind a gap, too.
-    std::vector<typename Results::node_type> ExtractReady(bool isLast) {
-        std::vector<typename Results::node_type> ready;
-        while (!m_Results.empty() && (isLast || m_Results.begin()->first == m_NextToTake)) {
-            ready.push_back(m_Results.extract(m_Results.begin()));
-            m_NextToTake = ready.back().key() + 1;
-        }
-        return ready;
+    // For a moment: to wake up for every small file would cost more than the file. True: all threads are done.
+    bool AwaitResults(std::size_t threadCount) {
+        std::unique_lock lock(m_Mutex);
+        return m_AreThreadsDone.wait_for(lock, kGathering, [&] { return m_ThreadsDone == threadCount; });
     }
 
-    std::vector<std::size_t> m_Order;
-    Work m_Work;
-    Take m_Take;
+    static void Collect(std::vector<Lane>& lanes, Results& results) {
+        for (Lane& lane : lanes) {
+            std::vector<std::pair<std::size_t, Result>> done;
+            {
+                const std::lock_guard lock(lane.m_Mutex);
+                done.swap(lane.m_Done);
+            }
+            for (auto& [item, result] : done)
+                results.emplace(item, std::move(result));
+        }
+    }
+
+    const std::vector<std::size_t> m_Order;
+    const Work m_Work;
+    const Take m_Take;
+    std::atomic<std::size_t> m_NextInOrder = 0; // the next place in m_Order that nobody has begun
+    std::atomic<std::size_t> m_NextToTake = 0;  // the item whose turn it is to be handed on
+    std::atomic<std::size_t> m_Waiting = 0;     // results that are done and have not been handed on
+    std::atomic<bool> m_IsStopped = false;
     std::mutex m_Mutex;
-    std::condition_variable m_HasResults;
-    std::condition_variable m_MayGoOn;
-    Results m_Results;
-    std::size_t m_NextInOrder = 0;
-    std::size_t m_NextToTake = 0;
+    std::condition_variable m_HasRoom;
+    std::condition_variable m_AreThreadsDone;
     std::size_t m_ThreadsDone = 0;
-    bool m_IsStopped = false;
 };
 
 } // namespace Corvid

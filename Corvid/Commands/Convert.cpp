@@ -92,7 +92,8 @@ Tally Conversion::DeliverWhole(const LoadedFile& loaded, FileOutcome& outcome) c
 
 ResultFile Conversion::OpenResult() const {
     const bool isWritten = !m_Options.m_IsCheck && !m_Options.m_IsDryRun;
-    return ResultFile(m_Destination, isWritten ? ResultFile::Use::Write : ResultFile::Use::Compare, m_Plan.m_IsFolder);
+    return ResultFile(m_Destination, isWritten ? ResultFile::Use::Write : ResultFile::Use::Compare, m_Plan.m_IsFolder,
+                      m_Plan.m_IsNew);
 }
 
 Tally Conversion::Finish(ResultFile& result, FileOutcome& outcome) const {

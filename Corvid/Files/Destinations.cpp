@@ -1,8 +1,8 @@
 #include "Corvid/Files/Destinations.h"
 
 #include <algorithm>
-#include <map>
 #include <optional>
+#include <unordered_map>
 
 #include "Corvid/Files/FileStatus.h"
 #include "Corvid/Files/PrintedPath.h"
@@ -65,6 +65,7 @@ DestinationPlan PlanOutput(const FileList& list, const std::string& output) {
     const std::optional<FileStatus> status = GetFileStatus(output);
     plan.m_IsFolder =
         list.m_HasFolders || IsPathSeparator(output.back()) || (status && status->m_Type == FileType::Folder);
+    plan.m_IsNew = plan.m_IsFolder && !status;
     if (!plan.m_IsFolder) {
         plan.m_Paths.assign(list.m_Files.size(), output);
         return plan;
@@ -73,7 +74,8 @@ DestinationPlan PlanOutput(const FileList& list, const std::string& output) {
     if (!plan.m_UsageError.empty())
         return plan;
     const std::string prefix = IsPathSeparator(output.back()) ? output : output + "/";
-    std::map<std::string, const ListedFile*> owners;
+    std::unordered_map<std::string, const ListedFile*> owners(list.m_Files.size());
+    plan.m_Paths.reserve(list.m_Files.size());
     for (const ListedFile& file : list.m_Files) {
         plan.m_Paths.push_back(prefix + file.m_Name);
         if (file.IsStandardInput()) {

@@ -13,6 +13,7 @@ struct DestinationPlan {
     std::string m_UsageError; // not empty: nothing may be written
     bool m_IsStandardOutput = false;
     bool m_IsFolder = false;          // folders below it are made as needed
+    bool m_IsNew = false;             // nothing bore the name of that folder when the run began
     std::vector<std::string> m_Paths; // by file of the list
 };
 

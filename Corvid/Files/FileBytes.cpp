@@ -35,14 +35,15 @@ bool HoldSameBytes(const std::string& path, const std::string& otherPath) {
     }
 }
 
-std::string OpenDestination(DestinationFile& destination, const std::string& path, bool makesFolders) {
-    if (destination.Open(EnginePath(path)))
+std::string OpenDestination(DestinationFile& destination, const std::string& path, bool makesFolders,
+                            DestinationFile::Seen seen) {
+    if (destination.Open(EnginePath(path), seen))
         return {};
     const std::string folder = FolderOf(path);
     if (!makesFolders || folder.empty())
         return LastSystemError();
     // Another file of the run may have made the folder meanwhile: that is as good.
-    return MakeFolders(folder) && destination.Open(EnginePath(path)) ? std::string() : LastSystemError();
+    return MakeFolders(folder) && destination.Open(EnginePath(path), seen) ? std::string() : LastSystemError();
 }
 
 std::string WriteFileBytes(const std::string& path, std::string_view bytes, bool makesFolders) {

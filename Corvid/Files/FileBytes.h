@@ -23,7 +23,8 @@ bool HoldSameBytes(const std::string& path, const std::string& otherPath);
 
 // Opens it, after making the folders above it where `makesFolders` allows that and they are missing; empty, or what the
 // system says.
-std::string OpenDestination(DestinationFile& destination, const std::string& path, bool makesFolders);
+std::string OpenDestination(DestinationFile& destination, const std::string& path, bool makesFolders,
+                            DestinationFile::Seen seen = DestinationFile::Seen::Unknown);
 
 // All or nothing, keeping mode and links; empty, or what the system says. `makesFolders`: those above it, if need be.
 std::string WriteFileBytes(const std::string& path, std::string_view bytes, bool makesFolders);

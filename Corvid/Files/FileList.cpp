@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <map>
 #include <set>
 #include <string_view>
 
@@ -72,6 +73,13 @@ std::vector<std::string> PathsOf(std::string_view list, bool isByNul) {
     return paths;
 }
 
+bool IsTaken(const FolderEntry& entry) {
+    const bool mayBeFile = entry.m_Type == FolderEntry::Type::File || entry.m_Type == FolderEntry::Type::Link;
+    const std::size_t dot = entry.m_Name.rfind('.');
+    return mayBeFile && !entry.m_Name.starts_with('.') && dot != std::string::npos &&
+           KindFromFileName(EnginePath(entry.m_Name.substr(dot - 1))); // of a long name, its end is enough
+}
+
 class Finder {
 public:
     Finder(FileList& list, const std::string& destination)
@@ -81,8 +89,7 @@ public:
 
 private:
     void AddFolder(const std::string& folder, const std::string& prefix, const std::string& name);
-    void AddFound(const FileIdentity& folder, const FolderEntry& entry, const std::string& prefix,
-                  const std::string& name);
+    bool AddFound(const FileIdentity& folder, const FolderEntry& entry, std::string path, std::string name);
     void AddFile(std::string path, std::string name, const FileStatus& status);
     void AddError(std::string path, std::string name, bool isFolder = false);
     bool IsDestination(const FileIdentity& identity);
@@ -94,10 +101,11 @@ private:
     // given is the file that it leads to, too.
     using Entry = std::pair<FileIdentity, std::string>;
     static std::optional<Entry> EntryOf(const std::string& path);
+    bool TakeEntry(const std::string& path); // false: it is taken already
     bool IsTakenAlready(const std::string& path);
 
-    std::set<Entry> m_Entries;
-    std::set<FileIdentity> m_Folders;
+    std::set<Entry> m_Entries;                                  // that were given
+    std::map<FileIdentity, std::vector<std::string>> m_Folders; // that were searched, and what they gave, by name
 };
 
 void Finder::AddGiven(const std::string& path, bool isFromList) {
@@ -144,13 +152,20 @@ std::optional<Finder::Entry> Finder::EntryOf(const std::string& path) {
     return status ? std::optional(Entry(status->m_Identity, name)) : std::nullopt;
 }
 
-bool Finder::IsTakenAlready(const std::string& path) {
+bool Finder::TakeEntry(const std::string& path) {
     std::optional<Entry> entry = EntryOf(path);
-    bool isTaken = entry && !m_Entries.insert(std::move(*entry)).second;
-    if (const std::optional<std::string> target = TargetOfLink(path)) {
-        std::optional<Entry> other = EntryOf(*target);
-        isTaken = (other && !m_Entries.insert(std::move(*other)).second) || isTaken;
-    }
+    if (!entry)
+        return true;
+    const auto folder = m_Folders.find(entry->first);
+    if (folder != m_Folders.end() && std::binary_search(folder->second.begin(), folder->second.end(), entry->second))
+        return false;
+    return m_Entries.insert(std::move(*entry)).second;
+}
+
+bool Finder::IsTakenAlready(const std::string& path) {
+    bool isTaken = !TakeEntry(path);
+    if (const std::optional<std::string> target = TargetOfLink(path))
+        isTaken = !TakeEntry(*target) || isTaken;
     return isTaken;
 }
 
@@ -158,36 +173,40 @@ void Finder::AddFolder(const std::string& folder, const std::string& prefix, con
     const std::optional<FileStatus> status = GetFileStatus(folder);
     if (status && (IsDestination(status->m_Identity) && !name.empty()))
         return;
-    if (status && !m_Folders.insert(status->m_Identity).second)
+    if (status && !m_Folders.try_emplace(status->m_Identity).second)
         return; // given twice, or below another one that was given
-    std::optional<std::vector<FolderEntry>> entries = ListFolder(folder);
+    std::optional<std::vector<FolderEntry>> entries = ListFolder(folder, IsTaken);
     if (!entries) {
         AddError(WithoutLastSeparators(folder), name, true);
         return;
     }
     std::sort(entries->begin(), entries->end(),
               [](const FolderEntry& a, const FolderEntry& b) { return a.m_Name < b.m_Name; });
-    for (const FolderEntry& entry : *entries) {
-        if (!entry.m_Name.starts_with('.'))
-            AddFound(status ? status->m_Identity : FileIdentity(), entry, prefix, name);
+    std::vector<std::string> taken;
+    for (FolderEntry& entry : *entries) {
+        if (entry.m_Name.starts_with('.'))
+            continue;
+        std::string path = prefix + entry.m_Name;
+        std::string below = name.empty() ? entry.m_Name : name + "/" + entry.m_Name;
+        if (entry.m_Type == FolderEntry::Type::Folder)
+            AddFolder(path, path + "/", below);
+        else if ((entry.m_Status || IsTaken(entry)) &&
+                 AddFound(status ? status->m_Identity : FileIdentity(), entry, std::move(path), std::move(below)))
+            taken.push_back(std::move(entry.m_Name));
     }
+    if (status)
+        m_Folders[status->m_Identity] = std::move(taken);
 }
 
-void Finder::AddFound(const FileIdentity& folder, const FolderEntry& entry, const std::string& prefix,
-                      const std::string& name) {
-    std::string path = prefix + entry.m_Name;
-    std::string below = name.empty() ? entry.m_Name : name + "/" + entry.m_Name;
-    if (entry.m_Type == FolderEntry::Type::Folder) {
-        AddFolder(path, path + "/", below);
-        return;
-    }
-    if (entry.m_Type == FolderEntry::Type::Other || !KindFromFileName(EnginePath(entry.m_Name)))
-        return;
-    const std::optional<FileStatus> status = GetFileStatus(path);
+// False where it is no file, or has been given.
+bool Finder::AddFound(const FileIdentity& folder, const FolderEntry& entry, std::string path, std::string name) {
+    const std::optional<FileStatus> status = entry.m_Status ? entry.m_Status : GetFileStatus(path);
     if (!status)
-        AddError(std::move(path), std::move(below));
-    else if (status->m_Type == FileType::File && m_Entries.emplace(folder, entry.m_Name).second)
-        AddFile(std::move(path), std::move(below), *status);
+        AddError(std::move(path), std::move(name));
+    if (!status || status->m_Type != FileType::File || m_Entries.contains({folder, entry.m_Name}))
+        return false;
+    AddFile(std::move(path), std::move(name), *status);
+    return true;
 }
 
 void Finder::AddFile(std::string path, std::string name, const FileStatus& status) {
@@ -222,7 +241,7 @@ bool Finder::IsDestination(const FileIdentity& identity) {
 } // namespace
 
 bool Shard::Has(const std::string& path) const {
-    return HashOfPath(path) % m_Count == m_Number - 1;
+    return m_Count == 1 || HashOfPath(path) % m_Count == m_Number - 1;
 }
 
 std::optional<Shard> ShardFromText(const std::string& text) {
@@ -280,8 +299,9 @@ FileList FindFiles(const FileSelection& selection, const std::string& destinatio
         finder.AddGiven(path, false);
     for (const std::string& path : listed)
         finder.AddGiven(path, true);
-    std::stable_sort(list.m_Files.begin(), list.m_Files.end(),
-                     [](const ListedFile& a, const ListedFile& b) { return a.m_Path < b.m_Path; });
+    const auto isBefore = [](const ListedFile& a, const ListedFile& b) { return a.m_Path < b.m_Path; };
+    if (!std::is_sorted(list.m_Files.begin(), list.m_Files.end(), isBefore)) // a folder gives them in order
+        std::stable_sort(list.m_Files.begin(), list.m_Files.end(), isBefore);
     const auto isSame = [](const ListedFile& a, const ListedFile& b) { return a.m_Path == b.m_Path; };
     list.m_Files.erase(std::unique(list.m_Files.begin(), list.m_Files.end(), isSame), list.m_Files.end());
     if (selection.m_ListPath || list.m_Files.size() > 1)

@@ -33,6 +33,10 @@ struct FileStatus {
 // Of what the path finally leads to; nothing when that cannot be told, and LastSystemError() says why.
 std::optional<FileStatus> GetFileStatus(const std::string& path);
 
+// The same of what bears the name, where that is to be replaced: nothing when the name is free. What has a name and
+// cannot be told, such as a link that leads nowhere, is Other.
+std::optional<FileStatus> GetStatusOfName(const std::string& path);
+
 // What a symbolic link finally leads to, as a whole path; nothing where the path is no link, or cannot be followed.
 std::optional<std::string> TargetOfLink(const std::string& path);
 
@@ -41,10 +45,13 @@ struct FolderEntry {
 
     std::string m_Name;
     Type m_Type = Type::File;
+    std::optional<FileStatus> m_Status; // of what it leads to, where that was wanted and can be told
 };
 
-// The entries but for "." and "..", in no order; nothing when the folder cannot be read.
-std::optional<std::vector<FolderEntry>> ListFolder(const std::string& path);
+// The entries but for "." and "..", in no order; nothing when the folder cannot be read. Asking for a status here is
+// cheaper than by a whole path.
+std::optional<std::vector<FolderEntry>> ListFolder(const std::string& path,
+                                                   bool (*wantsStatus)(const FolderEntry&) = nullptr);
 
 // Makes the folder and those above it; false when it is not there afterwards.
 bool MakeFolders(const std::string& path);

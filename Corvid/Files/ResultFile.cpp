@@ -9,8 +9,11 @@
 
 namespace Corvid {
 
-ResultFile::ResultFile(std::string path, Use use, bool makesFolders)
-    : m_Path(std::move(path)), m_Use(use), m_MakesFolders(makesFolders), m_HeldStatus(GetFileStatus(m_Path)) {
+ResultFile::ResultFile(std::string path, Use use, bool makesFolders, bool isNew)
+    : m_Path(std::move(path)),
+      m_Use(use),
+      m_MakesFolders(makesFolders),
+      m_HeldStatus(isNew ? std::nullopt : GetStatusOfName(m_Path)) {
     const bool holdsBytes = m_HeldStatus && m_HeldStatus->m_Type == FileType::File && m_HeldStatus->m_Size > 0;
     if (!holdsBytes || !m_Held.Open(EnginePath(m_Path)))
         Differ();
@@ -61,10 +64,11 @@ void ResultFile::BeginWriting() {
     if (m_HeldBytes > 0) {
         const bool isRead = m_Held.Open(EnginePath(m_Path)) && m_Held.Read(start.data(), start.size()) == start.size();
         m_Held.Close();
-        if (!isRead || GetFileStatus(m_Path) != m_HeldStatus)
+        if (!isRead || GetStatusOfName(m_Path) != m_HeldStatus)
             return Fail("another program changes it; please convert it once more");
     }
-    if (std::string error = OpenDestination(m_Destination, m_Path, m_MakesFolders); !error.empty())
+    const auto seen = m_HeldStatus ? DestinationFile::Seen::Unknown : DestinationFile::Seen::Nothing;
+    if (std::string error = OpenDestination(m_Destination, m_Path, m_MakesFolders, seen); !error.empty())
         return Fail(std::move(error));
     m_State = State::Writing;
     Write(start.data(), start.size());

@@ -23,8 +23,8 @@ public:
         Failed     // it holds what it held
     };
 
-    // `makesFolders`: those above the path, if need be.
-    ResultFile(std::string path, Use use, bool makesFolders);
+    // `makesFolders`: those above the path, if need be. `isNew`: nothing bears the name, and no look is taken.
+    ResultFile(std::string path, Use use, bool makesFolders, bool isNew = false);
 
     void WriteBlock(const char* bytes, std::size_t count) override;
 

@@ -34,7 +34,7 @@ std::string TimeText(double seconds) {
 } // namespace
 
 Progress::Progress(Console& console, bool isShown, std::span<const std::uint64_t> sizes)
-    : m_Console(console), m_Files(sizes.size()) {
+    : m_Console(console), m_IsShown(isShown), m_Files(sizes.size()) {
     m_Bytes = std::accumulate(sizes.begin(), sizes.end(), std::uint64_t{0});
     if (!isShown)
         return;
@@ -56,6 +56,8 @@ Progress::~Progress() {
 }
 
 void Progress::AddFile(std::uint64_t bytes) {
+    if (!m_IsShown)
+        return; // even counting together costs, where files take microseconds
     ++m_FilesDone;
     m_BytesDone += bytes;
 }

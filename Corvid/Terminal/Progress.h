@@ -35,6 +35,7 @@ private:
     void Tick();
 
     Console& m_Console;
+    bool m_IsShown;
     std::uint64_t m_Files;
     std::uint64_t m_Bytes = 0;
     std::atomic<std::uint64_t> m_FilesDone = 0;

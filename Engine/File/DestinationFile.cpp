@@ -8,9 +8,10 @@ namespace Corvid {
 DestinationFile::DestinationFile(int patienceMilliseconds) : m_PatienceMilliseconds(patienceMilliseconds) {}
 DestinationFile::~DestinationFile() = default;
 
-bool DestinationFile::Open(std::u16string_view path) {
+bool DestinationFile::Open(std::u16string_view path, Seen seen) {
     m_Target.reset();
-    m_Target = OpenDestination(path, m_PatienceMilliseconds);
+    m_Target = seen == Seen::Nothing ? OpenNewDestination(path, m_PatienceMilliseconds)
+                                     : OpenDestination(path, m_PatienceMilliseconds);
     m_HasFailed = m_Target == nullptr;
     return m_Target != nullptr;
 }

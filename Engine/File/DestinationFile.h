@@ -30,8 +30,11 @@ public:
     DestinationFile(const DestinationFile&) = delete;
     DestinationFile& operator=(const DestinationFile&) = delete;
 
+    // What the caller has just seen at the path. A file that comes in between is replaced.
+    enum class Seen { Unknown, Nothing };
+
     // False when the path cannot be written: a folder, a read-only file, a missing folder.
-    bool Open(std::u16string_view path);
+    bool Open(std::u16string_view path, Seen seen = Seen::Unknown);
 
     // The number of bytes taken: `count`, or less after a failure. A failure is remembered by Close().
     std::size_t Write(const char* bytes, std::size_t count);

@@ -40,16 +40,7 @@ FolderEntry::Type TypeOf(const dirent& entry, const std::string& folder) {
     return S_ISREG(status.st_mode) ? FolderEntry::Type::File : FolderEntry::Type::Other;
 }
 
-} // namespace
-
-std::u16string EnginePath(const std::string& path) {
-    return PathFromNative(path);
-}
-
-std::optional<FileStatus> GetFileStatus(const std::string& path) {
-    struct stat found;
-    if (stat(path.c_str(), &found) != 0)
-        return std::nullopt;
+FileStatus StatusOf(const struct stat& found) {
     FileStatus status;
     status.m_Type = S_ISREG(found.st_mode)   ? FileType::File
                     : S_ISDIR(found.st_mode) ? FileType::Folder
@@ -60,6 +51,24 @@ std::optional<FileStatus> GetFileStatus(const std::string& path) {
     return status;
 }
 
+} // namespace
+
+std::u16string EnginePath(const std::string& path) {
+    return PathFromNative(path);
+}
+
+std::optional<FileStatus> GetFileStatus(const std::string& path) {
+    struct stat found;
+    return stat(path.c_str(), &found) == 0 ? std::optional(StatusOf(found)) : std::nullopt;
+}
+
+std::optional<FileStatus> GetStatusOfName(const std::string& path) {
+    struct stat found;
+    if (lstat(path.c_str(), &found) != 0)
+        return errno == ENOENT ? std::nullopt : std::optional(FileStatus());
+    return S_ISLNK(found.st_mode) ? GetFileStatus(path).value_or(FileStatus()) : StatusOf(found);
+}
+
 std::optional<std::string> TargetOfLink(const std::string& path) {
     struct stat found;
     if (lstat(path.c_str(), &found) != 0 || !S_ISLNK(found.st_mode))
@@ -68,7 +77,7 @@ std::optional<std::string> TargetOfLink(const std::string& path) {
     return target != nullptr ? std::optional<std::string>(target.get()) : std::nullopt;
 }
 
-std::optional<std::vector<FolderEntry>> ListFolder(const std::string& path) {
+std::optional<std::vector<FolderEntry>> ListFolder(const std::string& path, bool (*wantsStatus)(const FolderEntry&)) {
     const std::unique_ptr<DIR, FolderCloser> folder(opendir(path.c_str()));
     if (folder == nullptr)
         return std::nullopt;
@@ -78,8 +87,14 @@ std::optional<std::vector<FolderEntry>> ListFolder(const std::string& path) {
         const dirent* const entry = readdir(folder.get());
         if (entry == nullptr)
             break;
-        if (std::string name = entry->d_name; name != "." && name != "..")
-            entries.push_back({std::move(name), TypeOf(*entry, path)});
+        std::string name = entry->d_name;
+        if (name == "." || name == "..")
+            continue;
+        entries.push_back({std::move(name), TypeOf(*entry, path), std::nullopt});
+        struct stat found;
+        if (wantsStatus != nullptr && wantsStatus(entries.back()) &&
+            fstatat(dirfd(folder.get()), entry->d_name, &found, 0) == 0)
+            entries.back().m_Status = StatusOf(found);
     }
     if (errno != 0)
         return std::nullopt;

@@ -43,6 +43,10 @@ std::optional<FileStatus> GetFileStatus(const std::string& path) {
     return status;
 }
 
+std::optional<FileStatus> GetStatusOfName(const std::string& path) {
+    return GetFileStatus(path).value_or(FileStatus()); // whether a device bears it cannot be told
+}
+
 std::optional<std::string> TargetOfLink(const std::string& path) {
     const DWORD attributes = GetFileAttributesW(SystemPath(EnginePath(path)).c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0)
@@ -59,7 +63,7 @@ std::optional<std::string> TargetOfLink(const std::string& path) {
     return ToUtf8(PathFromNative(target));
 }
 
-std::optional<std::vector<FolderEntry>> ListFolder(const std::string& path) {
+std::optional<std::vector<FolderEntry>> ListFolder(const std::string& path, bool (*wantsStatus)(const FolderEntry&)) {
     WIN32_FIND_DATAW found;
     const HANDLE search = FindFirstFileW((SystemPath(EnginePath(path + "/")) + L"*").c_str(), &found);
     if (search == INVALID_HANDLE_VALUE)
@@ -67,8 +71,11 @@ std::optional<std::vector<FolderEntry>> ListFolder(const std::string& path) {
     std::vector<FolderEntry> entries;
     do {
         std::string name = ToUtf8(PathFromNative(found.cFileName));
-        if (name != "." && name != "..")
-            entries.push_back({std::move(name), TypeOf(found.dwFileAttributes)});
+        if (name == "." || name == "..")
+            continue;
+        entries.push_back({std::move(name), TypeOf(found.dwFileAttributes), std::nullopt});
+        if (wantsStatus != nullptr && wantsStatus(entries.back()))
+            entries.back().m_Status = GetFileStatus(path + "/" + entries.back().m_Name);
     } while (FindNextFileW(search, &found));
     const bool isWhole = GetLastError() == ERROR_NO_MORE_FILES;
     FindClose(search);

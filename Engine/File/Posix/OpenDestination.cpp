@@ -74,4 +74,8 @@ std::unique_ptr<DestinationTarget> OpenDestination(std::u16string_view path, int
     return MakeInPlaceTarget(std::move(existing), patienceMilliseconds);
 }
 
+std::unique_ptr<DestinationTarget> OpenNewDestination(std::u16string_view path, int patienceMilliseconds) {
+    return MakeTemporaryTarget(NativeFromPath(path), nullptr, patienceMilliseconds);
+}
+
 } // namespace Corvid

@@ -81,7 +81,7 @@ std::unique_ptr<DestinationTarget> MakeNamedTarget(const std::string& path, cons
 
 int TemporaryTarget::Close() {
     // A file server may refuse bytes as late as at a close; here the destination can still be kept.
-    if (const int result = DuplicateDescriptor(m_File.Get(), O_WRONLY).Close(); result != 0)
+    if (const int result = Descriptor(fcntl(m_File.Get(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1)).Close(); result != 0)
         return result;
     if (m_Name.empty()) {
         if (LinkTo(m_Path))
@@ -102,6 +102,11 @@ int TemporaryTarget::Close() {
 }
 
 bool TemporaryTarget::LinkTo(const std::string& name) const {
+    // Without a special right, systems allow this for files of one's own since late only.
+    if (linkat(m_File.Get(), "", AT_FDCWD, name.c_str(), AT_EMPTY_PATH) == 0)
+        return true;
+    if (errno == EEXIST)
+        return false;
     const std::string file = "/proc/self/fd/" + std::to_string(m_File.Get());
     return linkat(AT_FDCWD, file.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0;
 }

@@ -60,4 +60,8 @@ std::unique_ptr<DestinationTarget> OpenDestination(std::u16string_view path, int
     return MakeInPlaceTarget(std::move(existing), patienceMilliseconds);
 }
 
+std::unique_ptr<DestinationTarget> OpenNewDestination(std::u16string_view path, int patienceMilliseconds) {
+    return OpenDestination(path, patienceMilliseconds); // a look costs little here
+}
+
 } // namespace Corvid
