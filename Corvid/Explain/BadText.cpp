@@ -75,7 +75,7 @@ void BadTextScan::WriteBlock(const char* bytes, std::size_t count) {
 
 void ReportBadText(TextLines& lines, DiagnosticLog& log) {
     for (LineIndex index = 0; index < lines.GetSize(); ++index) {
-        const ArchiveLine& line = lines[index];
+        const ArchiveLine line = lines[index];
         const char* const begin = line.m_Text.data();
         const char* const end = begin + line.m_Text.size();
         std::size_t units = 0;

@@ -92,7 +92,7 @@ void TextExplainer::ReadFieldAt(LayoutIndex index, const Place& place, Record& r
     std::uint32_t depth = record.m_Depth + 1;
     if (place.m_Kind == Place::Kind::Line) {
         m_Line = place.m_Line + 1;
-        const ArchiveLine& line = m_Lines[place.m_Line];
+        const ArchiveLine line = m_Lines[place.m_Line];
         TextFault fault;
         bool isWhole = true;
         if (isLabelLine) {
@@ -160,7 +160,7 @@ std::optional<LineIndex> TextExplainer::FindRow(std::uint32_t depth, int due) co
     std::optional<LineIndex> firstRow;
     int rows = 0;
     for (LineIndex index = m_Line; index < m_Lines.GetSize() && rows < due; ++index) {
-        const ArchiveLine& line = m_Lines[index];
+        const ArchiveLine line = m_Lines[index];
         const bool isRow = IsRow(index);
         const bool isOutside = !line.IsBlank() && (!m_Lines.IsIndented() || line.m_Depth < depth);
         if (!isRow && isOutside && !IsRow(NextText(index)))
@@ -194,7 +194,7 @@ void TextExplainer::ReadMatrix(LayoutIndex index, std::uint32_t depth, Record& r
                        m_Path.Of(m_Layout, node, element), which + " is missing");
             return;
         }
-        const ArchiveLine& line = m_Lines[m_Line];
+        const ArchiveLine line = m_Lines[m_Line];
         TextFault fault;
         if (!ReadTextRow(line.m_Text, line.m_LabelStart, size, value.m_Floats + row * size, fault)) {
             Report(fault.m_Code, m_Line, fault.m_Position, m_Path.Of(m_Layout, node, element),
@@ -211,7 +211,7 @@ void TextExplainer::ReadMatrix(LayoutIndex index, std::uint32_t depth, Record& r
 void TextExplainer::EndRecord(Record& record) {
     const bool isFile = record.m_Outer == nullptr;
     while (m_Line < m_Lines.GetSize()) {
-        const ArchiveLine& line = m_Lines[m_Line];
+        const ArchiveLine line = m_Lines[m_Line];
         if (line.IsBlank()) {
             ReportUnknown(m_Line++, record);
             continue;
@@ -327,7 +327,7 @@ std::optional<std::int32_t> TextExplainer::ReadCount(LayoutIndex index, const Pl
     const LayoutNode& node = m_Layout[index];
     if (place.m_Kind != Place::Kind::Line)
         return std::nullopt;
-    const ArchiveLine& line = m_Lines[place.m_Line];
+    const ArchiveLine line = m_Lines[place.m_Line];
     if (!place.m_IsEarly)
         m_Line = place.m_Line + 1;
     TextValue value;
@@ -433,7 +433,7 @@ bool TextExplainer::StandsForNextList(LayoutIndex list, Record& record) {
         return true;
     TextValue value;
     TextFault fault;
-    const ArchiveLine& line = m_Lines[*countLine];
+    const ArchiveLine line = m_Lines[*countLine];
     if (*countLine != m_Lines[m_Line].m_Next || !ReadTextValue(nextNode, line.m_Text, line.GetLabelEnd(), value, fault))
         return false;
     std::int64_t standing = 0;
@@ -514,7 +514,7 @@ bool TextExplainer::EndsWithin(LayoutIndex index, const ElementPlace* element) {
     if (m_Line + 1 != m_Lines.GetSize())
         return false;
     const LayoutNode& node = m_Layout[index];
-    const ArchiveLine& line = m_Lines[m_Line];
+    const ArchiveLine line = m_Lines[m_Line];
     const std::string_view begun = line.GetLabel();
     if (begun.data() + begun.size() != m_Lines.GetTextEnd() || begun.size() >= node.m_Label.size() ||
         !std::string_view(node.m_Label).starts_with(begun))
@@ -567,7 +567,7 @@ std::optional<TextExplainer::Place> TextExplainer::FindMisspelt(LayoutIndex inde
     if (m_Line == m_Lines.GetSize())
         return std::nullopt;
     const LayoutNode& node = m_Layout[index];
-    const ArchiveLine& line = m_Lines[m_Line];
+    const ArchiveLine line = m_Lines[m_Line];
     const bool isInRecord = line.m_Depth >= record.m_Depth || !m_Lines.IsIndented();
     if (isInRecord && IsNearWord(line.GetLabel(), node.m_Label) && !record.m_Labels->AsksFor(line.GetLabel())) {
         Report(DiagnosticCode::MissingField, m_Line, line.m_LabelStart, m_Path.Of(m_Layout, node, element),
@@ -627,7 +627,7 @@ std::optional<LineIndex> TextExplainer::FindBelow(std::string_view label, Record
         record.m_Lines.emplace();
         record.m_LinesEnd = m_Lines.GetSize();
         for (LineIndex line = m_Line; line < m_Lines.GetSize();) {
-            const ArchiveLine& here = m_Lines[line];
+            const ArchiveLine here = m_Lines[line];
             if (!here.IsBlank() && (here.m_Depth < record.m_Depth || IsOfOuter(here.GetLabel(), record)))
                 break;
             if (here.m_Depth == record.m_Depth && !here.IsBlank())
@@ -667,15 +667,14 @@ bool TextExplainer::IsSearchOver(LayoutIndex list, LineIndex found, Record& reco
 void TextExplainer::ReportMissing(LayoutIndex index, const ElementPlace* element, const std::string& why) {
     const LayoutNode& node = m_Layout[index];
     if (m_Line == m_Lines.GetSize()) {
-        const bool isCut =
-            m_Lines.IsLastLineCut() && m_Lines.GetSize() > 0 && m_Lines.IsReported(m_Lines.GetSize() - 1);
+        const bool isCut = m_Lines.IsLastLineCut() && m_Lines.IsLastReported();
         if (!m_IsEndReported && !isCut)
             Report(DiagnosticCode::MissingField, m_Line, 0, m_Path.Of(m_Layout, node, element),
                    "missing; the file ends here" + why);
         m_IsEndReported = true;
         return;
     }
-    const ArchiveLine& line = m_Lines[m_Line];
+    const ArchiveLine line = m_Lines[m_Line];
     Report(DiagnosticCode::MissingField, m_Line, line.m_LabelStart, m_Path.Of(m_Layout, node, element),
            "missing; here stands '" + ExcerptOfLabel(line.GetLabel()) + "'" + why);
 }
@@ -684,7 +683,7 @@ void TextExplainer::ReportMissing(LayoutIndex index, const ElementPlace* element
 void TextExplainer::PassOver(LineIndex end, LayoutIndex wanted, Record& record, Passing passing) {
     std::vector<std::string_view> told;
     while (m_Line < end) {
-        const ArchiveLine& line = m_Lines[m_Line];
+        const ArchiveLine line = m_Lines[m_Line];
         const std::string_view label = line.GetLabel();
         const bool isLater =
             !line.IsBlank() && line.m_Depth == record.m_Depth && record.m_Labels->AsksForBehind(label, wanted + 1);
@@ -704,7 +703,7 @@ void TextExplainer::PassOver(LineIndex end, LayoutIndex wanted, Record& record, 
 }
 
 void TextExplainer::ReportUnknown(LineIndex index, const Record& record) {
-    const ArchiveLine& line = m_Lines[index];
+    const ArchiveLine line = m_Lines[index];
     if (record.m_Mismatched.contains(line.GetLabel()))
         return;
     if (line.IsBlank()) {
@@ -744,7 +743,7 @@ void TextExplainer::SkipStrays(Record& record) {
 }
 
 bool TextExplainer::IsStray(const Record& record) const {
-    const ArchiveLine& line = m_Lines[m_Line];
+    const ArchiveLine line = m_Lines[m_Line];
     if (line.m_Depth >= record.m_Depth || !m_Lines.IsIndented())
         return false;
     for (const Record* around = &record; around != nullptr; around = around->m_Outer) {
@@ -772,7 +771,7 @@ DiagnosticPlace TextExplainer::PlaceOf(LineIndex line, std::size_t byte) const {
 void TextExplainer::Report(DiagnosticCode code, LineIndex line, std::size_t byte, std::string field,
                            std::string message) {
     if (line < m_Lines.GetSize()) {
-        if (m_Lines[line].m_IsSpoilt)
+        if (m_Lines.IsSpoilt(line))
             return;
         m_Lines.MarkReported(line);
     }

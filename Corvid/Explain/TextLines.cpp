@@ -9,8 +9,6 @@ namespace Corvid {
 
 namespace {
 
-constexpr std::uint32_t kMostLabelBytes = 0x3FFFFFFF; // such a line is far too long
-
 ArchiveLine MakeLine(std::string_view text) {
     if (text.ends_with('\r'))
         text.remove_suffix(1);
@@ -22,7 +20,7 @@ ArchiveLine MakeLine(std::string_view text) {
     line.m_LabelStart = static_cast<std::uint32_t>(position);
     while (position < text.size() && !IsWhiteSpace(text[position]))
         ++position;
-    line.m_LabelLength = static_cast<std::uint32_t>(position - line.m_LabelStart) & kMostLabelBytes;
+    line.m_LabelLength = static_cast<std::uint32_t>(position - line.m_LabelStart);
     return line;
 }
 
@@ -49,35 +47,72 @@ std::uint64_t ArchiveLine::GetColumn(std::size_t byte) const {
     return column;
 }
 
-TextLines::TextLines(std::string_view text) : m_TextEnd(text.data() + text.size()) {
+TextLines::TextLines(std::string_view text) {
     TakeLine(text); // the header
-    m_Lines.reserve(static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) + 1);
+    m_Text = text;
     m_IsLastLineCut = !text.empty() && !text.ends_with('\n');
-    while (!text.empty()) {
-        m_Lines.push_back(MakeLine(TakeLine(text)));
-        m_IsIndented = m_IsIndented || m_Lines.back().m_Depth > 0;
-    }
-    m_EndNumber = m_Lines.size() + 2;
-    while (!m_Lines.empty() && m_Lines.back().IsBlank() && m_Lines.back().m_Text.find('\0') == std::string_view::npos)
-        m_Lines.pop_back();
+    const auto size = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) + (m_IsLastLineCut ? 1 : 0);
+    m_Next.resize(size);
+    m_Marks.reserve(size / kLinesPerMark + 1);
+    m_EndNumber = size + 2;
     LinkLines();
 }
 
+void TextLines::MarkSpoilt(LineIndex index) {
+    m_Spoilt.resize(GetSize());
+    m_Spoilt[index] = true;
+    MarkReported(index);
+}
+
+const TextLines::FoundLine& TextLines::Find(LineIndex index) const {
+    FoundLine& found = m_Found[index % m_Found.size()];
+    if (found.m_Index == index)
+        return found;
+    const std::size_t start = FindStart(index);
+    std::string_view rest = m_Text.substr(start);
+    found.m_Line = MakeLine(TakeLine(rest));
+    found.m_Line.m_Next = m_Next[index];
+    found.m_Behind = m_Text.size() - rest.size();
+    found.m_Index = index;
+    return found;
+}
+
+std::size_t TextLines::FindStart(LineIndex index) const {
+    const FoundLine& before = m_Found[(index - 1) % m_Found.size()];
+    if (index > 0 && before.m_Index == index - 1)
+        return before.m_Behind;
+    std::string_view rest = m_Text.substr(m_Marks[index / kLinesPerMark]);
+    for (LineIndex line = 0; line < index % kLinesPerMark; ++line)
+        TakeLine(rest);
+    return m_Text.size() - rest.size();
+}
+
 void TextLines::LinkLines() {
-    std::vector<LineIndex> open; // each deeper than the one before
+    struct OpenLine {
+        LineIndex m_Index;
+        std::uint32_t m_Depth;
+    };
+    std::vector<OpenLine> open; // each deeper than the one before
+    LineIndex behindLast = 0;   // line that is not blank
+    std::string_view rest = m_Text;
     for (LineIndex index = 0; index < GetSize(); ++index) {
-        if (m_Lines[index].IsBlank()) {
-            m_Lines[index].m_Next = index + 1;
+        if (index % kLinesPerMark == 0)
+            m_Marks.push_back(m_Text.size() - rest.size());
+        const ArchiveLine line = MakeLine(TakeLine(rest));
+        m_IsIndented = m_IsIndented || line.m_Depth > 0;
+        if (!line.IsBlank() || line.m_Text.find('\0') != std::string_view::npos)
+            behindLast = index + 1;
+        if (line.IsBlank()) {
+            m_Next[index] = index + 1;
             continue;
         }
-        while (!open.empty() && m_Lines[index].m_Depth <= m_Lines[open.back()].m_Depth) {
-            m_Lines[open.back()].m_Next = index;
-            open.pop_back();
-        }
-        open.push_back(index);
+        for (; !open.empty() && line.m_Depth <= open.back().m_Depth; open.pop_back())
+            m_Next[open.back().m_Index] = index;
+        open.push_back({index, line.m_Depth});
     }
-    for (const LineIndex index : open)
-        m_Lines[index].m_Next = GetSize();
+    m_Next.resize(behindLast);
+    for (const OpenLine& line : open)
+        m_Next[line.m_Index] = GetSize();
 }
 
 } // namespace Corvid

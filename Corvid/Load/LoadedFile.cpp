@@ -238,7 +238,7 @@ std::optional<std::string> Loading::FindTypeWord(DiagnosticPlace& place) {
             ReportBadText(lines, log);
         TextExplainer(Layout("", {node}), lines, log, tree).Run(false);
         for (LineIndex line = 0; line < lines.GetSize(); ++line) {
-            const ArchiveLine& here = lines[line];
+            const ArchiveLine here = lines[line];
             if (here.GetLabel() == kTypeLabel || IsNearWord(here.GetLabel(), kTypeLabel)) {
                 const std::size_t value = here.m_Text.find_first_not_of(" \t", here.GetLabelEnd());
                 place = DiagnosticPlace::AtLine(lines.GetNumber(line), here.GetColumn(value));
