@@ -1,7 +1,7 @@
 #include "Corvid/Commands/Cat.h"
 
 #include <algorithm>
-#include <utility>
+#include <new>
 
 #include "Corvid/Commands/FileRun.h"
 #include "Corvid/Files/FileStatus.h"
@@ -15,25 +15,54 @@ namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
-// As other programs want text: without a mark, lines that end with LF.
-std::string PlainText(std::string text) {
-    if (text.starts_with(kByteOrderMark))
-        text.erase(0, kByteOrderMark.size());
-    auto out = text.begin();
-    for (auto in = text.begin(); in != text.end(); ++in) {
-        if (*in != '\r' || in + 1 == text.end() || in[1] != '\n')
-            *out++ = *in;
-    }
-    text.erase(out, text.end());
-    return text;
-}
+// Prints what comes.
+struct PrintingSink : ByteSink {
+    explicit PrintingSink(Console& console) : m_Console(console) {}
+    void WriteBlock(const char* bytes, std::size_t count) override { m_Console.Print({bytes, count}); }
 
-// Nothing: there is too little memory.
-std::optional<std::string> TextOfObject(const KindObject& object, bool isJson) {
-    if (isJson)
-        return JsonText(JsonOf(ValuesOf(object)), 2) + "\n";
-    std::optional<std::string> text = SaveToBytes(object, ArchiveFormat::Text, FloatPrecision::Exact);
-    return text ? std::optional(PlainText(std::move(*text))) : std::nullopt;
+    Console& m_Console;
+};
+
+// As other programs want text: without a mark, lines that end with LF.
+struct PlainTextSink final : PrintingSink {
+    using PrintingSink::PrintingSink;
+
+    void WriteBlock(const char* bytes, std::size_t count) override {
+        std::string plain;
+        plain.reserve(count + 1);
+        for (const char byte : std::string_view(bytes, count)) {
+            if (m_MarkBytes < kByteOrderMark.size() && byte == kByteOrderMark[m_MarkBytes]) {
+                ++m_MarkBytes;
+                continue;
+            }
+            m_MarkBytes = kByteOrderMark.size(); // it stands at the beginning only
+            if (m_HasReturn && byte != '\n')
+                plain.push_back('\r');
+            m_HasReturn = byte == '\r';
+            if (!m_HasReturn)
+                plain.push_back(byte);
+        }
+        m_Console.Print(plain);
+    }
+
+private:
+    std::size_t m_MarkBytes = 0;
+    bool m_HasReturn = false; // it waits for what follows
+};
+
+// False: there is too little memory.
+bool PrintObject(const KindObject& object, bool isJson, Console& console) {
+    if (!isJson) {
+        PlainTextSink sink(console);
+        return SaveToSink(object, ArchiveFormat::Text, FloatPrecision::Exact, sink);
+    }
+    try {
+        PrintingSink sink(console);
+        WriteJson(ValuesOf(object), JsonLook::Indented, sink);
+        return true;
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
 }
 
 // git shows a version out of a folder that has another name each time: only the file's own name stays the same.
@@ -101,13 +130,6 @@ int RunCommand(const CatOptions& options, Console& console) {
     const KindObject* object = nullptr;
     if (loaded)
         object = options.m_IsLenient ? loaded->GetBest() : hasErrors ? nullptr : loaded->m_Object.get();
-    std::string text;
-    if (object != nullptr) {
-        std::optional<std::string> whole = TextOfObject(*object, options.m_IsJson);
-        if (!whole)
-            AddFailure(outcome, DiagnosticCode::CannotRead, "there is not enough memory");
-        text = std::move(whole).value_or("");
-    }
     const bool areComments = options.m_IsLenient && !options.m_IsJson;
     const DiagnosticStyle style{options.m_Diagnostics.m_Format,
                                 !areComments && console.HasColor(options.m_Look.m_Color, true)};
@@ -116,7 +138,12 @@ int RunCommand(const CatOptions& options, Console& console) {
         console.Print(AsComments(lines));
     else if (!lines.empty())
         console.PrintError(lines);
-    console.Print(text);
+    if (object != nullptr && !PrintObject(*object, options.m_IsJson, console)) {
+        FileOutcome shortage;
+        AddFailure(shortage, DiagnosticCode::CannotRead, "there is not enough memory");
+        console.PrintError(DiagnosticLines(options, shortage, style));
+        outcome.m_Status = shortage.m_Status;
+    }
     if (options.m_IsLenient)
         return kExitDone;
     return std::max(outcome.m_Status, outcome.m_Log.HasErrors() ? kExitFindings : kExitDone);

@@ -90,7 +90,7 @@ void Export(const ListedFile& file, const Form& form, const ExportOptions& optio
     }
     std::string bytes;
     if (!form.m_Kind)
-        bytes = JsonText(JsonOf(ValuesOf(object)), 2) + "\n";
+        bytes = JsonOf(ValuesOf(object), JsonLook::Indented);
     else if (*form.m_Kind == Kind::Mesh)
         bytes = GlbOf(static_cast<const MeshObject&>(object).m_Data, file, options, outcome);
     else

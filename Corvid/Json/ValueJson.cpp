@@ -1,29 +1,19 @@
 #include "Corvid/Json/ValueJson.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <limits>
-#include <new>
 #include <utility>
 #include <vector>
 
+#include "Corvid/Json/Json.h"
+#include "Corvid/Json/JsonWriter.h"
 #include "Engine/Math/Color.h"
 #include "Engine/String/Unicode.h"
 
 namespace Corvid {
 
 namespace {
-
-// Of the library's tree together with its text, measured on meshes: 200.
-constexpr std::size_t kMemoryOfValue = 256;
-
-// The library needs memory to destroy a tree, too, and ends the program where there is none. So there has to be enough
-// for everything before it begins.
-void ThrowUnlessThereIsMemory(std::size_t valueCount) {
-    if (valueCount > std::numeric_limits<std::size_t>::max() / kMemoryOfValue)
-        throw std::bad_alloc();
-    ::operator delete(::operator new(valueCount* kMemoryOfValue));
-}
 
 Json JsonOfOdd(double value) {
     return std::string(std::signbit(value) ? "-" : "") + (std::isnan(value) ? "nan" : "inf");
@@ -49,114 +39,145 @@ Json JsonOfColor(std::span<const float> channels) {
     return text;
 }
 
-template <class Value, class Convert> Json JsonOfAll(std::span<const Value> values, Convert convert) {
-    Json array = Json::array();
-    for (const Value& value : values)
-        array.push_back(convert(value));
-    return array;
-}
-
-Json JsonOfRows(std::span<const float> values, std::size_t columns) {
-    Json rows = Json::array();
-    for (std::size_t i = 0; i < values.size(); i += columns)
-        rows.push_back(JsonOfAll(values.subspan(i, columns), JsonOfFloat));
-    return rows;
-}
-
-class JsonMaker {
+// The members of an object, or an array's elements, go out as they are met: a large mesh takes many times its size as
+// one value of the JSON library.
+class ValueJsonWriter {
 public:
-    explicit JsonMaker(const ValueTree& tree) : m_Tree(tree) {}
+    ValueJsonWriter(const ValueTree& tree, JsonLook look, ByteSink& sink)
+        : m_Tree(tree), m_Labels(tree.GetLabelCount()), m_Out(look == JsonLook::Indented, sink) {}
 
-    Json Make(ValueIndex first, ValueIndex end) const {
-        Json object = Json::object();
-        for (ValueIndex i = first; i < end; i = m_Tree[i].m_End) {
-            if (m_Tree[i].m_Kind == ValueKind::List)
-                AddList(object, i);
-            else
-                AppendMember(object, std::string(m_Tree.GetLabel(m_Tree[i])), MakeValue(i));
-        }
-        return object;
+    void Write() {
+        WriteObject(0, m_Tree.GetSize());
+        m_Out.Finish();
     }
 
 private:
-    void AddList(Json& object, ValueIndex index) const;
-    Json MakeValue(ValueIndex index) const;
+    void WriteObject(ValueIndex first, ValueIndex end);
+    void WriteList(ValueIndex list);
+    void WriteElements(ValueIndex list, std::uint32_t label);
+    void WriteValue(ValueIndex index);
+    void WriteFloats(std::span<const float> values);
+    void WriteRows(std::span<const float> values, std::size_t columns);
+    void WriteName(std::uint32_t label);
 
     const ValueTree& m_Tree;
+    std::vector<std::string> m_Labels; // as JSON; empty: not met yet
+    JsonWriter m_Out;
 };
 
-// An array for each label of the elements.
-void JsonMaker::AddList(Json& object, ValueIndex index) const {
-    const ValueNode& list = m_Tree[index];
-    const auto labels = m_Tree.GetElementLabels(list);
-    std::vector<Json> arrays(labels.size(), Json::array());
-    std::vector<std::pair<std::string_view, Json>> others;
-    for (ValueIndex i = index + 1; i < list.m_End; i = m_Tree[i].m_End) {
-        std::size_t place = 0;
-        while (place < labels.size() && labels[place] != m_Tree[i].m_Label)
-            ++place;
-        if (place == labels.size()) {
-            others.emplace_back(m_Tree.GetLabel(m_Tree[i]), MakeValue(i));
-            continue;
-        }
-        // A list that stands directly in a list has no object of its own to be named in.
+void ValueJsonWriter::WriteObject(ValueIndex first, ValueIndex end) {
+    m_Out.BeginObject();
+    for (ValueIndex i = first; i < end; i = m_Tree[i].m_End) {
         if (m_Tree[i].m_Kind == ValueKind::List) {
-            Json nested = Json::object();
-            AddList(nested, i);
-            arrays[place].push_back(nested.empty() ? Json::array() : std::move(nested.begin().value()));
+            WriteList(i);
         } else {
-            arrays[place].push_back(MakeValue(i));
+            WriteName(m_Tree[i].m_Label);
+            WriteValue(i);
         }
     }
-    for (std::size_t place = 0; place < labels.size(); ++place) {
-        const bool isNamedByCount = list.m_IsNamedByCount && labels.size() == 1;
-        AppendMember(object, std::string(isNamedByCount ? m_Tree.GetLabel(list) : m_Tree.GetLabel(labels[place])),
-                     std::move(arrays[place]));
-    }
-    for (auto& [label, value] : others)
-        AppendMember(object, std::string(label), std::move(value));
+    m_Out.EndObject();
 }
 
-Json JsonMaker::MakeValue(ValueIndex index) const {
+// An array for each label of the elements, as members of the object that is open.
+void ValueJsonWriter::WriteList(ValueIndex list) {
+    const ValueNode& node = m_Tree[list];
+    const auto labels = m_Tree.GetElementLabels(node);
+    for (const std::uint32_t label : labels) {
+        WriteName(node.m_IsNamedByCount && labels.size() == 1 ? node.m_Label : label);
+        WriteElements(list, label);
+    }
+    for (ValueIndex i = list + 1; i < node.m_End; i = m_Tree[i].m_End) {
+        if (std::find(labels.begin(), labels.end(), m_Tree[i].m_Label) == labels.end()) {
+            WriteName(m_Tree[i].m_Label);
+            WriteValue(i);
+        }
+    }
+}
+
+void ValueJsonWriter::WriteElements(ValueIndex list, std::uint32_t label) {
+    m_Out.BeginArray();
+    for (ValueIndex i = list + 1; i < m_Tree[list].m_End; i = m_Tree[i].m_End) {
+        if (m_Tree[i].m_Label == label)
+            WriteValue(i);
+    }
+    m_Out.EndArray();
+}
+
+void ValueJsonWriter::WriteValue(ValueIndex index) {
     const ValueNode& node = m_Tree[index];
     switch (node.m_Kind) {
     case ValueKind::Bool:
-        return m_Tree.GetBool(node);
+        return m_Out.Add(m_Tree.GetBool(node));
     case ValueKind::Int:
-        return m_Tree.GetInt(node);
+        return m_Out.Add(m_Tree.GetInt(node));
     case ValueKind::Int64:
-        return m_Tree.GetInt64(node);
+        return m_Out.Add(m_Tree.GetInt64(node));
     case ValueKind::Float:
-        return JsonOfFloat(m_Tree.GetFloat(node));
+        return m_Out.Add(JsonOfFloat(m_Tree.GetFloat(node)));
     case ValueKind::Double:
-        return std::isfinite(m_Tree.GetDouble(node)) ? Json(m_Tree.GetDouble(node)) : JsonOfOdd(m_Tree.GetDouble(node));
+        return m_Out.Add(std::isfinite(m_Tree.GetDouble(node)) ? Json(m_Tree.GetDouble(node))
+                                                               : JsonOfOdd(m_Tree.GetDouble(node)));
     case ValueKind::String:
-        return ToUtf8(m_Tree.GetString(node));
+        return m_Out.Add(ToUtf8(m_Tree.GetString(node)));
     case ValueKind::Color:
-        return JsonOfColor(m_Tree.GetFloats(node));
+        return m_Out.Add(JsonOfColor(m_Tree.GetFloats(node)));
     case ValueKind::Vector3:
     case ValueKind::Vector4:
-        return JsonOfAll(m_Tree.GetFloats(node), JsonOfFloat);
+        return WriteFloats(m_Tree.GetFloats(node));
     case ValueKind::Pair:
     case ValueKind::Rect:
-        return JsonOfAll(m_Tree.GetInts(node), [](std::int32_t value) { return Json(value); });
+        m_Out.BeginArray();
+        for (const std::int32_t value : m_Tree.GetInts(node))
+            m_Out.Add(value);
+        return m_Out.EndArray();
     case ValueKind::Matrix33:
-        return JsonOfRows(m_Tree.GetFloats(node), 3);
+        return WriteRows(m_Tree.GetFloats(node), 3);
     case ValueKind::Matrix44:
-        return JsonOfRows(m_Tree.GetFloats(node), 4);
+        return WriteRows(m_Tree.GetFloats(node), 4);
     case ValueKind::Record:
-        return Make(index + 1, node.m_End);
-    case ValueKind::List: // see AddList
-        break;
+        return WriteObject(index + 1, node.m_End);
+    case ValueKind::List: { // directly in a list: it has no object of its own to be named in
+        const auto labels = m_Tree.GetElementLabels(node);
+        if (labels.size() == 1)
+            return WriteElements(index, labels[0]);
+        m_Out.BeginObject();
+        WriteList(index);
+        return m_Out.EndObject();
     }
-    return nullptr;
+    }
+}
+
+void ValueJsonWriter::WriteFloats(std::span<const float> values) {
+    m_Out.BeginArray();
+    for (const float value : values)
+        m_Out.Add(JsonOfFloat(value));
+    m_Out.EndArray();
+}
+
+void ValueJsonWriter::WriteRows(std::span<const float> values, std::size_t columns) {
+    m_Out.BeginArray();
+    for (std::size_t i = 0; i < values.size(); i += columns)
+        WriteFloats(values.subspan(i, columns));
+    m_Out.EndArray();
+}
+
+void ValueJsonWriter::WriteName(std::uint32_t label) {
+    std::string& name = m_Labels[label];
+    if (name.empty())
+        name = JsonText(m_Tree.GetLabel(label));
+    m_Out.Name(name);
 }
 
 } // namespace
 
-Json JsonOf(const ValueTree& tree) {
-    ThrowUnlessThereIsMemory(tree.GetSize());
-    return JsonMaker(tree).Make(0, tree.GetSize());
+void WriteJson(const ValueTree& tree, JsonLook look, ByteSink& sink) {
+    ValueJsonWriter(tree, look, sink).Write();
+}
+
+std::string JsonOf(const ValueTree& tree, JsonLook look) {
+    StringSink sink;
+    WriteJson(tree, look, sink);
+    return std::move(sink.m_Bytes);
 }
 
 } // namespace Corvid

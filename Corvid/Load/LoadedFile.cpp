@@ -47,12 +47,6 @@ std::string ExplainUnknownType(std::string_view word, bool isKnown) {
     return quoted + " is no entity type" + (nearest.empty() ? "" : " (did you mean '" + std::string(nearest) + "'?)");
 }
 
-struct StringSink final : ByteSink {
-    void WriteBlock(const char* bytes, std::size_t count) override { m_Bytes.append(bytes, count); }
-
-    std::string m_Bytes;
-};
-
 // The stages of loading one file. Each may end it by what it finds.
 class Loading {
 public:

@@ -50,7 +50,7 @@ ViewEntry MakeViewEntry(std::string_view path, LoadedFile& loaded, const Diagnos
         return entry;
     if (object->GetKind() == Kind::Mesh)
         TakeModel(static_cast<MeshObject*>(object)->m_Data, path, entry, modelError);
-    entry.m_Values = JsonText(JsonOf(ValuesOf(*object)));
+    entry.m_Values = JsonOf(ValuesOf(*object), JsonLook::OneLine);
     return entry;
 }
 

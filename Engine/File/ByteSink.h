@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 
 namespace Corvid {
 
@@ -11,6 +12,13 @@ public:
 
 protected:
     ~ByteSink() = default;
+};
+
+// Keeps them.
+struct StringSink final : ByteSink {
+    void WriteBlock(const char* bytes, std::size_t count) override { m_Bytes.append(bytes, count); }
+
+    std::string m_Bytes;
 };
 
 } // namespace Corvid

@@ -56,7 +56,7 @@ TEST_F(CatTest, JsonHoldsExactNumbers) {
     tree.EndList();
     tree.EndRecord();
     tree.Finish();
-    EXPECT_EQ(JsonText(JsonOf(tree)), R"({"R":{"tenth":0.1,"tiny":1.1754944e-38,"zero":-0.0,"nan":"-nan","inf":"inf",)"
+    EXPECT_EQ(JsonOf(tree, JsonLook::OneLine), R"({"R":{"tenth":0.1,"tiny":1.1754944e-38,"zero":-0.0,"nan":"-nan","inf":"inf",)"
                                       R"("big":-9223372036854775808,"color":"#ffff8000","text":"a\")"
                                       "\xEF\xBF\xBD"
                                       R"(","Type":[],"Contents":[]}})");
