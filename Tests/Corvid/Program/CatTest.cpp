@@ -54,12 +54,22 @@ TEST_F(CatTest, JsonHoldsExactNumbers) {
     const std::string_view labels[] = {"Type", "Contents"};
     tree.BeginList(labels);
     tree.EndList();
+    const std::string_view outer[] = {"inner"}, inner[] = {"a", "b"};
+    tree.AddInt("NumOuter", 1);
+    tree.BeginList(outer);
+    tree.AddInt("inner", 1);
+    tree.BeginList(inner);
+    tree.AddInt("a", 1);
+    tree.AddInt("b", 2);
+    tree.EndList();
+    tree.EndList();
     tree.EndRecord();
     tree.Finish();
-    EXPECT_EQ(JsonOf(tree, JsonLook::OneLine), R"({"R":{"tenth":0.1,"tiny":1.1754944e-38,"zero":-0.0,"nan":"-nan","inf":"inf",)"
-                                      R"("big":-9223372036854775808,"color":"#ffff8000","text":"a\")"
-                                      "\xEF\xBF\xBD"
-                                      R"(","Type":[],"Contents":[]}})");
+    EXPECT_EQ(JsonOf(tree, JsonLook::OneLine),
+              R"({"R":{"tenth":0.1,"tiny":1.1754944e-38,"zero":-0.0,"nan":"-nan","inf":"inf",)"
+              R"("big":-9223372036854775808,"color":"#ffff8000","text":"a\")"
+              "\xEF\xBF\xBD"
+              R"(","Type":[],"Contents":[],"inner":[{"a":[1],"b":[2]}]}})");
 }
 
 } // namespace Corvid

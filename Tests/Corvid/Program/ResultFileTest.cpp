@@ -1,5 +1,7 @@
 #include "Corvid/Files/ResultFile.h"
 
+#include <filesystem>
+
 #include "Tests/Corvid/Program/ProgramFixture.h"
 
 namespace Corvid {
@@ -33,6 +35,24 @@ TEST_F(ResultFileTest, WritesOnlyWhatDiffers) {
             EXPECT_EQ(Get("held"), use == ResultFile::Use::Write ? result : row.m_Held);
         }
     }
+}
+
+TEST_F(ResultFileTest, NamesThatSeemFree) {
+    // Below a new folder no look is taken; a file that came there meanwhile gives way.
+    ResultFile file("late", ResultFile::Use::Write, false, true);
+    Put("late", "somebody else's");
+    file.WriteBlock("ours", 4);
+    EXPECT_EQ(file.Finish(), ResultFile::Fate::Changed);
+    EXPECT_EQ(Get("late"), "ours");
+#ifndef _WIN32
+    // A link that leads nowhere bears a name, and is written through.
+    std::filesystem::create_symlink("target", "link");
+    ResultFile linked("link", ResultFile::Use::Write, false);
+    linked.WriteBlock("ours", 4);
+    EXPECT_EQ(linked.Finish(), ResultFile::Fate::Changed);
+    EXPECT_TRUE(std::filesystem::is_symlink("link"));
+    EXPECT_EQ(Get("target"), "ours");
+#endif
 }
 
 TEST_F(ResultFileTest, AnotherProgramsChangeIsNotMixedIn) {
