@@ -141,7 +141,7 @@ int RunCommand(const CatOptions& options, Console& console) {
     if (object != nullptr && !PrintObject(*object, options.m_IsJson, console)) {
         FileOutcome shortage;
         AddFailure(shortage, DiagnosticCode::CannotRead, "there is not enough memory");
-        console.PrintError(DiagnosticLines(options, shortage, style));
+        console.PrintError(DiagnosticLines(options, file.m_Path, shortage, style));
         outcome.m_Status = shortage.m_Status;
     }
     if (options.m_IsLenient)
