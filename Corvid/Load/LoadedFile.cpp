@@ -236,7 +236,7 @@ std::optional<std::string> Loading::FindTypeWord(DiagnosticPlace& place) {
             if (here.GetLabel() == kTypeLabel || IsNearWord(here.GetLabel(), kTypeLabel)) {
                 const std::size_t value = here.m_Text.find_first_not_of(" \t", here.GetLabelEnd());
                 place = DiagnosticPlace::AtLine(lines.GetNumber(line), here.GetColumn(value));
-                isSpoilt = here.m_IsSpoilt;
+                isSpoilt = lines.IsSpoilt(line);
                 break;
             }
         }
