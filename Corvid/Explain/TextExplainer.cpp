@@ -594,11 +594,13 @@ bool TextExplainer::StandsNested(LayoutIndex index, const Record& outer) {
         return IsRow(m_Line);
     if (node.m_Kind != LayoutKind::Record || (m_Lines[m_Line].m_Depth <= outer.m_Depth && m_Lines.IsIndented()))
         return false;
+    const std::string_view here = m_Lines[m_Line].GetLabel();
     const RecordLabels& labels = LabelsOf(index + 1, node.m_End);
+    if (!labels.AsksFor(here))
+        return false;
     if (!m_Lines.IsIndented())
-        return !outer.m_Labels->AsksFor(m_Lines[m_Line].GetLabel()) && HasLabel(m_Line, labels.GetAll().front());
-    const bool isAstray = labels.GetAll().size() > 1 && HasLabel(m_Lines[m_Line].m_Next, node.m_Label);
-    return !isAstray && labels.AsksFor(m_Lines[m_Line].GetLabel());
+        return here == labels.GetAll().front() && !outer.m_Labels->AsksFor(here);
+    return labels.GetAll().size() == 1 || !HasLabel(m_Lines[m_Line].m_Next, node.m_Label);
 }
 
 // Where no line is indented, labels alone tell which record a line is of: behind the own line of a nested record, and

@@ -199,6 +199,8 @@ TEST(DescribedFile, AFieldThatIsDueAndAbsentIsAnError) {
     const OneLayout layout = Quest("\ta bool\n\twhen a\n\t\tx int\n\ty int\n");
     EXPECT_EQ(Judge(layout, Text("a TRUE\ny 1\n")).m_Findings, "4:1 x [missing-field]\n");
     EXPECT_EQ(Judge(layout, Text("a FALSE\nx 1\ny 1\n")).m_Findings, "4:1 x [unknown-label]\n");
+    const OneLayout empty = Quest("\ta int\n\tempty\n\tb int\n"); // nothing could be nested in what is missing
+    EXPECT_EQ(Judge(empty, Text("a 1\nb 1\n")).m_Findings, "4:1 empty [missing-field]\n");
 }
 
 TEST(DescribedFile, ABadLayoutIsToldWithItsPlace) {
