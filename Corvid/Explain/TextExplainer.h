@@ -61,6 +61,7 @@ private:
     // What a line that is passed over may come too early for.
     enum class Passing { Any, NoElements };
 
+    // Fields: TextExplainer.cpp
     void ReadFields(LayoutIndex first, LayoutIndex end, Record& record, const ElementPlace* element);
     void ReadWhen(LayoutIndex when, LayoutIndex end, Record& record, const ElementPlace* element);
     void ReadField(LayoutIndex index, Record& record, const ElementPlace* element);
@@ -69,32 +70,45 @@ private:
     bool IsDoubled(LineIndex line, Record& record, const ElementPlace* element);
     std::optional<LineIndex> FindRow(std::uint32_t depth, int due) const;
     void ReadMatrix(LayoutIndex index, std::uint32_t depth, Record& record, const ElementPlace* element);
-    void ReadList(LayoutIndex index, Record& record, const ElementPlace* outer);
-    void ReadListAt(LayoutIndex index, const Place& place, Record& record, const ElementPlace* outer);
-    // Without a first place, the element begins with a condition: what stands at the current line tells.
-    void ReadElement(LayoutIndex list, const Place* first, Record& record, const ElementPlace& element);
-    std::optional<std::int32_t> ReadCount(LayoutIndex index, const Place& place, const ElementPlace* outer,
-                                          bool& isBad);
-    void PassOverElements(LayoutIndex list, Record& record, bool isReported, std::int32_t count);
     void EndRecord(Record& record);
     bool StandsWithoutItsLine(const Record& record);
 
+    // Lists: TextExplainerLists.cpp
+    void ReadList(LayoutIndex index, Record& record, const ElementPlace* outer);
+    void ReadListAt(LayoutIndex index, const Place& place, Record& record, const ElementPlace* outer);
+    std::optional<std::int32_t> ReadCount(LayoutIndex index, const Place& place, const ElementPlace* outer,
+                                          bool& isBad);
+    // Without a first place, the element begins with a condition: what stands at the current line tells.
+    void ReadElement(LayoutIndex list, const Place* first, Record& record, const ElementPlace& element);
+    bool AlwaysHasField(LayoutIndex list) const;
+    void PassOverElements(LayoutIndex list, Record& record, bool isReported, std::int32_t count);
+    bool StandsInElement(LayoutIndex list) const;
+    bool StandsForNextList(LayoutIndex list, Record& record);
+    void NoteMismatch(LayoutIndex list, Record& record);
+    std::size_t CountBelow(std::string_view label, Record& record);
+    bool IsFirstOfElement(LayoutIndex list, std::string_view label) const;
+
+    // Where a field stands: TextExplainerFinding.cpp
     Place Find(LayoutIndex index, Record& record, const ElementPlace* element);
     Place FindElement(LayoutIndex index, Record& record, const ElementPlace& element, bool isFirst);
     bool EndsWithin(LayoutIndex index, const ElementPlace* element);
+    bool AreElementsComplete(LineIndex found, const ElementPlace& element, Record& record);
     std::optional<Place> FindHere(std::string_view label, LayoutIndex index, Record& record);
     std::optional<Place> FindMisspelt(LayoutIndex index, Record& record, const ElementPlace* element);
     bool StandsNested(LayoutIndex index, const Record& outer);
     bool IsOfOuter(std::string_view label, const Record& record) const;
     bool OpensUnindented(std::string_view label, const Record& record) const;
     std::optional<LineIndex> FindBelow(std::string_view label, Record& record);
-    bool AreElementsComplete(LineIndex found, const ElementPlace& element, Record& record);
-    bool StandsInElement(LayoutIndex list) const;
-    bool AlwaysHasField(LayoutIndex list) const;
-    bool StandsForNextList(LayoutIndex list, Record& record);
-    void NoteMismatch(LayoutIndex list, Record& record);
-    std::size_t CountBelow(std::string_view label, Record& record);
     bool IsSearchOver(LayoutIndex list, LineIndex line, Record& record, bool isFirst);
+    bool StandsHere(LayoutIndex first, LayoutIndex end) const;
+    const RecordLabels& LabelsOf(LayoutIndex first, LayoutIndex end);
+    std::uint64_t SmallestElementLetters(LayoutIndex first, LayoutIndex end) const;
+    bool HasLabel(LineIndex line, std::string_view label) const {
+        return line < m_Lines.GetSize() && m_Lines[line].GetLabel() == label;
+    }
+    bool IsRow(LineIndex line) const { return line < m_Lines.GetSize() && m_Lines[line].GetLabel().starts_with('['); }
+
+    // What is told, and lines that are passed over: TextExplainerReports.cpp
     void ReportMissing(LayoutIndex index, const ElementPlace* element, const std::string& why);
     void PassOver(LineIndex end, LayoutIndex wanted, Record& record, Passing passing = Passing::Any);
     void ReportUnknown(LineIndex line, const Record& record);
@@ -102,16 +116,6 @@ private:
     void SkipStrays(Record& record);
     bool IsStray(const Record& record) const;
     LineIndex NextText(LineIndex line) const;
-
-    bool HasLabel(LineIndex line, std::string_view label) const {
-        return line < m_Lines.GetSize() && m_Lines[line].GetLabel() == label;
-    }
-    bool IsRow(LineIndex line) const { return line < m_Lines.GetSize() && m_Lines[line].GetLabel().starts_with('['); }
-    bool IsFirstOfElement(LayoutIndex list, std::string_view label) const;
-    bool StandsHere(LayoutIndex first, LayoutIndex end) const;
-    const RecordLabels& LabelsOf(LayoutIndex first, LayoutIndex end);
-    std::uint64_t SmallestElementLetters(LayoutIndex first, LayoutIndex end) const;
-
     DiagnosticPlace PlaceOf(LineIndex line, std::size_t byte) const;
     void Report(DiagnosticCode code, LineIndex line, std::size_t byte, std::string field, std::string message);
 
