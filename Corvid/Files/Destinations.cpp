@@ -1,8 +1,8 @@
 #include "Corvid/Files/Destinations.h"
 
 #include <algorithm>
+#include <numeric>
 #include <optional>
-#include <unordered_map>
 
 #include "Corvid/Files/FileStatus.h"
 #include "Corvid/Files/PrintedPath.h"
@@ -12,13 +12,39 @@ namespace Corvid {
 namespace {
 
 // On Windows, names that differ in case name one file.
-std::string NameOfFile(std::string path) {
+bool IsBefore(const std::string& a, const std::string& b) {
 #ifdef _WIN32
-    std::transform(path.begin(), path.end(), path.begin(), [](char unit) {
+    const auto folded = [](char unit) {
         return unit >= 'A' && unit <= 'Z' ? static_cast<char>(unit - 'A' + 'a') : unit == '\\' ? '/' : unit;
-    });
+    };
+    return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(),
+                                        [&](char x, char y) { return folded(x) < folded(y); });
+#else
+    return a < b;
 #endif
-    return path;
+}
+
+// Two files with one result, by their places in the list.
+struct Collision {
+    std::size_t m_First = 0;
+    std::size_t m_Second = 0;
+};
+
+// The one whose second file comes first; a folder that cannot be searched has no result.
+std::optional<Collision> FindCollision(const FileList& list, const std::vector<std::string>& paths) {
+    std::vector<std::size_t> order(paths.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    const auto isBefore = [&](std::size_t a, std::size_t b) { return IsBefore(paths[a], paths[b]); };
+    if (!std::is_sorted(order.begin(), order.end(), isBefore)) // the files of one folder are
+        std::stable_sort(order.begin(), order.end(), isBefore);
+    std::optional<Collision> found;
+    for (std::size_t i = 1, first = 0; i < order.size(); ++i) {
+        if (isBefore(order[first], order[i]))
+            first = i;
+        else if (!list.m_Files[order[i]].m_IsFolder && (!found || order[i] < found->m_Second))
+            found = {order[first], order[i]};
+    }
+    return found;
 }
 
 std::string FolderError(const FileList& list, const std::string& output) {
@@ -74,7 +100,6 @@ DestinationPlan PlanOutput(const FileList& list, const std::string& output) {
     if (!plan.m_UsageError.empty())
         return plan;
     const std::string prefix = IsPathSeparator(output.back()) ? output : output + "/";
-    std::unordered_map<std::string, const ListedFile*> owners(list.m_Files.size());
     plan.m_Paths.reserve(list.m_Files.size());
     for (const ListedFile& file : list.m_Files) {
         plan.m_Paths.push_back(prefix + file.m_Name);
@@ -82,13 +107,11 @@ DestinationPlan PlanOutput(const FileList& list, const std::string& output) {
             plan.m_UsageError = "standard input has no name to have below a folder; give -o a file";
             return plan;
         }
-        const auto [owner, isFirst] = owners.emplace(NameOfFile(plan.m_Paths.back()), &file);
-        if (!isFirst && !file.m_IsFolder) {
-            plan.m_UsageError = PrintedPath(owner->second->m_Path) + " and " + PrintedPath(file.m_Path) +
-                                " would both become " + PrintedPath(plan.m_Paths.back());
-            return plan;
-        }
     }
+    if (const std::optional<Collision> collision = FindCollision(list, plan.m_Paths))
+        plan.m_UsageError = PrintedPath(list.m_Files[collision->m_First].m_Path) + " and " +
+                            PrintedPath(list.m_Files[collision->m_Second].m_Path) + " would both become " +
+                            PrintedPath(plan.m_Paths[collision->m_Second]);
     return plan;
 }
 

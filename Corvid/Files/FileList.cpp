@@ -183,6 +183,8 @@ void Finder::AddFolder(const std::string& folder, const std::string& prefix, con
     std::sort(entries->begin(), entries->end(),
               [](const FolderEntry& a, const FolderEntry& b) { return a.m_Name < b.m_Name; });
     std::vector<std::string> taken;
+    if (entries->size() > m_List.m_Files.size())
+        m_List.m_Files.reserve(m_List.m_Files.size() + entries->size());
     for (FolderEntry& entry : *entries) {
         if (entry.m_Name.starts_with('.'))
             continue;
