@@ -175,7 +175,7 @@ void WriteJson(const ValueTree& tree, JsonLook look, ByteSink& sink) {
 }
 
 std::string JsonOf(const ValueTree& tree, JsonLook look) {
-    StringSink sink;
+    MemorySink sink;
     WriteJson(tree, look, sink);
     return std::move(sink.m_Bytes);
 }

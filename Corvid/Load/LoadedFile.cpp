@@ -330,7 +330,7 @@ bool SaveToSink(const KindObject& object, ArchiveFormat format, FloatPrecision f
 }
 
 std::optional<std::string> SaveToBytes(const KindObject& object, ArchiveFormat format, FloatPrecision floats) {
-    StringSink sink;
+    MemorySink sink;
     return SaveToSink(object, format, floats, sink) ? std::optional(std::move(sink.m_Bytes)) : std::nullopt;
 }
 

@@ -15,7 +15,7 @@ protected:
 };
 
 // Keeps them.
-struct StringSink final : ByteSink {
+struct MemorySink final : ByteSink {
     void WriteBlock(const char* bytes, std::size_t count) override { m_Bytes.append(bytes, count); }
 
     std::string m_Bytes;
