@@ -7,7 +7,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
-#include <latch>
 #include <map>
 #include <mutex>
 #include <span>
@@ -47,21 +46,21 @@ public:
             return RunAlone();
         const std::size_t wanted = std::min<std::size_t>(static_cast<std::size_t>(jobs), m_Order.size());
         std::vector<Lane> lanes(wanted);
-        std::latch start(static_cast<std::ptrdiff_t>(wanted)); // a file that is open by then would stay open twice
+        m_ThreadCount = wanted;
         std::vector<std::jthread> threads;
         try {
             for (Lane& lane : lanes)
-                threads.emplace_back([this, &lane, &start] {
+                threads.emplace_back([this, &lane] {
                     TakeOwnDescriptors();
-                    start.arrive_and_wait();
+                    AwaitOthers();
                     WorkThrough(lane);
                 });
         } catch (const std::system_error&) { // the system gives no more of them
-            start.count_down(static_cast<std::ptrdiff_t>(wanted - threads.size()));
+            SetThreadCount(threads.size());
             if (threads.empty())
                 return RunAlone();
         }
-        return HandOn(lanes, threads.size());
+        return HandOn(lanes);
     }
 
 private:
@@ -83,6 +82,20 @@ private:
                 return taken + 1;
         }
         return taken;
+    }
+
+    // Until all threads have their own descriptors: a file that one has open by then would stay open in another's.
+    void AwaitOthers() {
+        std::unique_lock lock(m_Mutex);
+        ++m_ThreadsReady;
+        m_AreThreadsReady.notify_all();
+        m_AreThreadsReady.wait(lock, [this] { return m_ThreadsReady >= m_ThreadCount; });
+    }
+
+    void SetThreadCount(std::size_t count) {
+        const std::lock_guard lock(m_Mutex);
+        m_ThreadCount = count;
+        m_AreThreadsReady.notify_all();
     }
 
     void WorkThrough(Lane& lane) {
@@ -113,12 +126,12 @@ private:
         return place < m_Order.size() && m_Order[place] <= m_NextToTake;
     }
 
-    std::size_t HandOn(std::vector<Lane>& lanes, std::size_t threadCount) {
+    std::size_t HandOn(std::vector<Lane>& lanes) {
         Results results;
         std::size_t taken = 0;
         bool isLast = false;
         while (!m_IsStopped && !isLast) {
-            isLast = AwaitResults(threadCount);
+            isLast = AwaitResults();
             Collect(lanes, results);
             // At the end, what was done behind a gap is handed on, too.
             while (!m_IsStopped && !results.empty() && (isLast || results.begin()->first == m_NextToTake)) {
@@ -135,9 +148,9 @@ private:
     }
 
     // For a moment: to wake up for every small file would cost more than the file. True: all threads are done.
-    bool AwaitResults(std::size_t threadCount) {
+    bool AwaitResults() {
         std::unique_lock lock(m_Mutex);
-        return m_AreThreadsDone.wait_for(lock, kGathering, [&] { return m_ThreadsDone == threadCount; });
+        return m_AreThreadsDone.wait_for(lock, kGathering, [&] { return m_ThreadsDone == m_ThreadCount; });
     }
 
     static void Collect(std::vector<Lane>& lanes, Results& results) {
@@ -161,7 +174,10 @@ private:
     std::atomic<bool> m_IsStopped = false;
     std::mutex m_Mutex;
     std::condition_variable m_HasRoom;
+    std::condition_variable m_AreThreadsReady;
     std::condition_variable m_AreThreadsDone;
+    std::size_t m_ThreadCount = 0;
+    std::size_t m_ThreadsReady = 0;
     std::size_t m_ThreadsDone = 0;
 };
 
