@@ -4,7 +4,6 @@
 #include <new>
 
 #include "Corvid/Commands/FileRun.h"
-#include "Corvid/Files/FileStatus.h"
 #include "Corvid/Files/PrintedPath.h"
 #include "Corvid/Json/ValueJson.h"
 #include "Corvid/Values/ValueTreeWriter.h"
@@ -67,10 +66,8 @@ bool PrintObject(const KindObject& object, bool isJson, Console& console) {
 
 // git shows a version out of a folder that has another name each time: only the file's own name stays the same.
 std::string NameOf(const std::string& path) {
-    std::size_t begin = path.size();
-    while (begin > 0 && !IsPathSeparator(path[begin - 1]))
-        --begin;
-    return begin < path.size() ? path.substr(begin) : path;
+    const std::string_view name = LastName(path);
+    return name.empty() ? path : std::string(name);
 }
 
 std::string DiagnosticLines(const CatOptions& options, const std::string& path, const FileOutcome& outcome,

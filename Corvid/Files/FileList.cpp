@@ -16,13 +16,6 @@ namespace Corvid {
 
 namespace {
 
-std::string_view LastName(std::string_view path) {
-    std::size_t start = path.size();
-    while (start > 0 && !IsPathSeparator(path[start - 1]))
-        --start;
-    return path.substr(start);
-}
-
 std::string WithoutLastSeparators(std::string path) {
     while (path.size() > 1 && IsPathSeparator(path.back()))
         path.pop_back();
@@ -241,6 +234,13 @@ bool Finder::IsDestination(const FileIdentity& identity) {
 }
 
 } // namespace
+
+std::string_view LastName(std::string_view path) {
+    std::size_t start = path.size();
+    while (start > 0 && !IsPathSeparator(path[start - 1]))
+        --start;
+    return path.substr(start);
+}
 
 bool Shard::Has(const std::string& path) const {
     return m_Count == 1 || HashOfPath(path) % m_Count == m_Number - 1;

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace Corvid {
@@ -25,6 +26,9 @@ struct FileSelection {
     bool m_IsListByNul = false;
     Shard m_Shard;
 };
+
+// The part of a path behind its last separator.
+std::string_view LastName(std::string_view path);
 
 inline constexpr const char* kStandardInputPath = "-";
 

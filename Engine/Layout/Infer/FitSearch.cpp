@@ -71,12 +71,18 @@ std::vector<int> FitSearch::ChoicesAt(LayoutIndex node) const {
     return choices;
 }
 
-FitOutcome FitSearch::Find(int departures, std::span<const Told> told) {
+FitState FitSearch::StateAtBegin() const {
+    static_assert(kMostFiles < std::numeric_limits<FileSet>::digits);
     FitState state;
-    state.m_Active = m_Files.size() == 64 ? ~FileSet{0} : (FileSet{1} << m_Files.size()) - 1;
+    state.m_Active = (FileSet{1} << m_Files.size()) - 1;
     state.m_Offsets.assign(m_Files.size(), 0);
     state.m_Choices.assign(m_Layout.GetSize(), kUndecidedChoice);
     state.m_Deciders.assign(m_DeciderCount, std::vector<std::int32_t>(m_Files.size(), kNotThere));
+    return state;
+}
+
+FitOutcome FitSearch::Find(int departures, std::span<const Told> told) {
+    FitState state = StateAtBegin();
     m_MostCost = kUnlikeOfDeparture * (departures + 1) - 1;
     if (!told.empty())
         m_Failed.clear(); // what failed before may have failed by other choices
@@ -101,11 +107,8 @@ void FitSearch::Note(FitAnswer& answer) {
     answer.m_SeenNumbers.assign(size, {});
     answer.m_Sides[0].assign(size, 0);
     answer.m_Sides[1].assign(size, 0);
-    FitState state;
-    state.m_Active = (FileSet{1} << m_Files.size()) - 1;
-    state.m_Offsets.assign(m_Files.size(), 0);
+    FitState state = StateAtBegin();
     state.m_Choices = m_Found.m_Choices;
-    state.m_Deciders.assign(m_DeciderCount, std::vector<std::int32_t>(m_Files.size(), kNotThere));
     m_Steps = 0;
     m_MostSteps = kMostStepsOfSearch;
     m_MostCost = std::numeric_limits<int>::max();

@@ -63,6 +63,7 @@ public:
     void Note(FitAnswer& answer);
 
 private:
+    FitState StateAtBegin() const;
     int UsualChoice(LayoutIndex node) const;
     static int CostOf(const FitState& state) {
         return kUnlikeOfDeparture * state.m_Departures + std::min(state.m_Unlike, kMostUnlike);
