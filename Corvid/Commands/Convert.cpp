@@ -20,7 +20,7 @@ constexpr std::size_t kTallyCount = 4;
 struct Conversion {
     const ConvertOptions& m_Options;
     const DestinationPlan& m_Plan;
-    const std::string& m_Destination;
+    const std::string m_Destination;
     const ListedFile& m_File;
 
     FileOutcome Run() const;
@@ -226,7 +226,7 @@ void DeclareCommand(CommandDeclaration& declaration, ConvertOptions& options) {
 int RunCommand(const ConvertOptions& options, Console& console) {
     if (const std::string conflict = FindConflict(options); !conflict.empty())
         return console.PrintUsageError("convert", conflict);
-    const FileList list = FindFiles(options.m_Batch.m_Files, options.m_Output.value_or(""));
+    const FileList list = FindFiles(options.m_Batch.m_Files, options.m_Output.value_or(""), options.m_Batch.m_Jobs);
     if (const int status = CheckFileList(list, "convert", console); status != kExitDone)
         return status;
     const DestinationPlan plan = options.m_Output ? PlanOutput(list, *options.m_Output) : PlanInPlace(list);
@@ -242,8 +242,7 @@ int RunCommand(const ConvertOptions& options, Console& console) {
     const FileRunResult result = RunOverFiles(
         list, options.m_Batch.m_Jobs, options.m_Look, printing, console,
         [&](const ListedFile& file) {
-            const std::string& destination = plan.m_Paths[static_cast<std::size_t>(&file - list.m_Files.data())];
-            return Conversion{options, plan, destination, file}.Run();
+            return Conversion{options, plan, plan.PathFor(file), file}.Run();
         },
         [&](const ListedFile&, const FileOutcome& outcome) { ++tally[static_cast<std::size_t>(outcome.m_Tally)]; });
     if (!options.m_Look.m_IsQuiet && options.m_Diagnostics.m_Format == DiagnosticFormat::Text)

@@ -31,17 +31,17 @@ struct Collision {
 };
 
 // The one whose second file comes first; a folder that cannot be searched has no result.
-std::optional<Collision> FindCollision(const FileList& list, const std::vector<std::string>& paths) {
-    std::vector<std::size_t> order(paths.size());
+std::optional<Collision> FindCollision(const std::vector<ListedFile>& files) {
+    std::vector<std::size_t> order(files.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
-    const auto isBefore = [&](std::size_t a, std::size_t b) { return IsBefore(paths[a], paths[b]); };
+    const auto isBefore = [&](std::size_t a, std::size_t b) { return IsBefore(files[a].m_Name, files[b].m_Name); };
     if (!std::is_sorted(order.begin(), order.end(), isBefore)) // the files of one folder are
         std::stable_sort(order.begin(), order.end(), isBefore);
     std::optional<Collision> found;
     for (std::size_t i = 1, first = 0; i < order.size(); ++i) {
         if (isBefore(order[first], order[i]))
             first = i;
-        else if (!list.m_Files[order[i]].m_IsFolder && (!found || order[i] < found->m_Second))
+        else if (!files[order[i]].m_IsFolder && (!found || order[i] < found->m_Second))
             found = {order[first], order[i]};
     }
     return found;
@@ -64,12 +64,16 @@ std::string FolderError(const FileList& list, const std::string& output) {
 
 } // namespace
 
+std::string DestinationPlan::PathFor(const ListedFile& file) const {
+    return m_IsInPlace ? file.m_Path : m_IsFolder ? m_Output + file.m_Name : m_Output;
+}
+
 DestinationPlan PlanInPlace(const FileList& list) {
     DestinationPlan plan;
+    plan.m_IsInPlace = true;
     for (const ListedFile& file : list.m_Files) {
         if (file.IsStandardInput())
             plan.m_UsageError = "standard input cannot be converted in place; use -o";
-        plan.m_Paths.push_back(file.m_Path);
     }
     return plan;
 }
@@ -80,38 +84,32 @@ DestinationPlan PlanOutput(const FileList& list, const std::string& output) {
         plan.m_UsageError = "the destination is empty";
         return plan;
     }
+    plan.m_Output = output;
+    const std::vector<ListedFile>& files = list.m_Files;
     if (output == kStandardInputPath) {
         plan.m_IsStandardOutput = true;
-        plan.m_Paths.assign(list.m_Files.size(), output);
-        if (list.m_Files.size() > 1)
+        if (files.size() > 1)
             plan.m_UsageError =
-                "standard output takes the result of one file, and there are " + std::to_string(list.m_Files.size());
+                "standard output takes the result of one file, and there are " + std::to_string(files.size());
         return plan;
     }
     const std::optional<FileStatus> status = GetFileStatus(output);
     plan.m_IsFolder =
         list.m_HasFolders || IsPathSeparator(output.back()) || (status && status->m_Type == FileType::Folder);
     plan.m_IsNew = plan.m_IsFolder && !status;
-    if (!plan.m_IsFolder) {
-        plan.m_Paths.assign(list.m_Files.size(), output);
+    if (!plan.m_IsFolder)
         return plan;
-    }
+    if (!IsPathSeparator(output.back()))
+        plan.m_Output += '/';
     plan.m_UsageError = FolderError(list, output);
     if (!plan.m_UsageError.empty())
         return plan;
-    const std::string prefix = IsPathSeparator(output.back()) ? output : output + "/";
-    plan.m_Paths.reserve(list.m_Files.size());
-    for (const ListedFile& file : list.m_Files) {
-        plan.m_Paths.push_back(prefix + file.m_Name);
-        if (file.IsStandardInput()) {
-            plan.m_UsageError = "standard input has no name to have below a folder; give -o a file";
-            return plan;
-        }
-    }
-    if (const std::optional<Collision> collision = FindCollision(list, plan.m_Paths))
-        plan.m_UsageError = PrintedPath(list.m_Files[collision->m_First].m_Path) + " and " +
-                            PrintedPath(list.m_Files[collision->m_Second].m_Path) + " would both become " +
-                            PrintedPath(plan.m_Paths[collision->m_Second]);
+    if (std::any_of(files.begin(), files.end(), [](const ListedFile& file) { return file.IsStandardInput(); }))
+        plan.m_UsageError = "standard input has no name to have below a folder; give -o a file";
+    else if (const std::optional<Collision> collision = FindCollision(files))
+        plan.m_UsageError = PrintedPath(files[collision->m_First].m_Path) + " and " +
+                            PrintedPath(files[collision->m_Second].m_Path) + " would both become " +
+                            PrintedPath(plan.PathFor(files[collision->m_Second]));
     return plan;
 }
 

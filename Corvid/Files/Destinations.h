@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "Corvid/Files/FileList.h"
 
@@ -12,9 +11,12 @@ namespace Corvid {
 struct DestinationPlan {
     std::string m_UsageError; // not empty: nothing may be written
     bool m_IsStandardOutput = false;
-    bool m_IsFolder = false;          // folders below it are made as needed
-    bool m_IsNew = false;             // nothing bore the name of that folder when the run began
-    std::vector<std::string> m_Paths; // by file of the list
+    bool m_IsInPlace = false;
+    bool m_IsFolder = false; // folders below it are made as needed
+    bool m_IsNew = false;    // nothing bore the name of that folder when the run began
+    std::string m_Output;    // "-", one file, or a folder with its last separator
+
+    std::string PathFor(const ListedFile& file) const;
 };
 
 // Every result takes the place of its source.
