@@ -22,6 +22,10 @@ std::u16string PathFromNative(std::string_view native) {
     const char* position = native.data();
     const char* const end = position + native.size();
     while (position != end) {
+        if (static_cast<std::uint8_t>(*position) < 0x80) { // most are
+            path.push_back(static_cast<char16_t>(*position++));
+            continue;
+        }
         const char* const start = position;
         const char32_t character = DecodeUtf8(position, end);
         const std::string_view bytes(start, position);
@@ -41,7 +45,9 @@ std::string NativeFromPath(std::u16string_view path) {
     const char16_t* position = path.data();
     const char16_t* const end = position + path.size();
     while (position != end) {
-        if (*position >= kFirstEscape && *position <= kLastEscape) {
+        if (*position < 0x80) {
+            native.push_back(static_cast<char>(*position++));
+        } else if (*position >= kFirstEscape && *position <= kLastEscape) {
             native.push_back(static_cast<char>(*position++ - kFirstEscape + 0x80));
         } else {
             char bytes[kMaxUtf8Bytes];
