@@ -168,10 +168,11 @@ private:
     const std::vector<std::size_t> m_Order;
     const Work m_Work;
     const Take m_Take;
-    std::atomic<std::size_t> m_NextInOrder = 0; // the next place in m_Order that nobody has begun
-    std::atomic<std::size_t> m_NextToTake = 0;  // the item whose turn it is to be handed on
-    std::atomic<std::size_t> m_Waiting = 0;     // results that are done and have not been handed on
     std::atomic<bool> m_IsStopped = false;
+    // What all threads change stands on cache lines of its own, apart from what they only read.
+    alignas(64) std::atomic<std::size_t> m_NextInOrder = 0; // the next place in m_Order that nobody has begun
+    alignas(64) std::atomic<std::size_t> m_Waiting = 0;     // results that are done and have not been handed on
+    alignas(64) std::atomic<std::size_t> m_NextToTake = 0;  // the item whose turn it is to be handed on
     std::mutex m_Mutex;
     std::condition_variable m_HasRoom;
     std::condition_variable m_AreThreadsReady;
