@@ -68,7 +68,7 @@ void DeclareCommand(CommandDeclaration& declaration, CheckOptions& options) {
 }
 
 int RunCommand(const CheckOptions& options, Console& console) {
-    const FileList list = FindFiles(options.m_Batch.m_Files, {});
+    const FileList list = FindFiles(options.m_Batch.m_Files, {}, options.m_Batch.m_Jobs);
     if (const int status = CheckFileList(list, "check", console); status != kExitDone)
         return status;
     ReferenceIndex index;

@@ -63,7 +63,7 @@ int RunCommand(const InfoOptions& options, Console& console) {
     const auto& paths = options.m_Batch.m_Files.m_Paths;
     if (std::ranges::find(paths, kStandardInputPath) != paths.end())
         return console.PrintUsageError("info", "standard input ('-') cannot be asked about; write it to a file first");
-    const FileList list = FindFiles(options.m_Batch.m_Files, {});
+    const FileList list = FindFiles(options.m_Batch.m_Files, {}, options.m_Batch.m_Jobs);
     if (const int status = CheckFileList(list, "info", console); status != kExitDone)
         return status;
     DiagnosticPrinting printing;

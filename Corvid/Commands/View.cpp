@@ -131,7 +131,7 @@ int RunCommand(const ViewOptions& options, Console& console) {
     if (assets == nullptr)
         return RefuseToWrite(console, "this program was built without three.js, which draws the models; install it "
                                       "(Debian: apt-get install libjs-three) and build again");
-    const FileList list = FindFiles(options.m_Batch.m_Files, {});
+    const FileList list = FindFiles(options.m_Batch.m_Files, {}, options.m_Batch.m_Jobs);
     if (const int status = CheckFileList(list, "view", console); status != kExitDone)
         return status;
     if (options.m_Page.empty())

@@ -75,20 +75,21 @@ bool IsTaken(const FolderEntry& entry) {
 
 class Finder {
 public:
-    Finder(FileList& list, const std::string& destination)
-        : m_List(list), m_Destination(WithoutLastSeparators(destination)) {}
+    Finder(FileList& list, const std::string& destination, int jobs)
+        : m_List(list), m_Destination(WithoutLastSeparators(destination)), m_Jobs(jobs) {}
 
     void AddGiven(const std::string& path, bool isFromList);
 
 private:
     void AddFolder(const std::string& folder, const std::string& prefix, const std::string& name);
-    bool AddFound(const FileIdentity& folder, const FolderEntry& entry, std::string path, std::string name);
+    bool AddFound(std::string path, std::string name, std::optional<FileStatus> status); // false: it is no file
     void AddFile(std::string path, std::string name, const FileStatus& status);
     void AddError(std::string path, std::string name, bool isFolder = false);
     bool IsDestination(const FileIdentity& identity);
 
     FileList& m_List;
     std::string m_Destination;
+    int m_Jobs;
     std::optional<FileIdentity> m_DestinationIdentity;
     // A file is known by its folder and its name there. A link that a folder holds is a file of its own; one that is
     // given is the file that it leads to, too.
@@ -96,6 +97,7 @@ private:
     static std::optional<Entry> EntryOf(const std::string& path);
     bool TakeEntry(const std::string& path); // false: it is taken already
     bool IsTakenAlready(const std::string& path);
+    bool IsGiven(const std::optional<FileStatus>& folder, const std::string& name) const;
 
     std::set<Entry> m_Entries;                                  // that were given
     std::map<FileIdentity, std::vector<std::string>> m_Folders; // that were searched, and what they gave, by name
@@ -168,40 +170,48 @@ void Finder::AddFolder(const std::string& folder, const std::string& prefix, con
         return;
     if (status && !m_Folders.try_emplace(status->m_Identity).second)
         return; // given twice, or below another one that was given
-    std::optional<std::vector<FolderEntry>> entries = ListFolder(folder, IsTaken);
+    std::optional<std::vector<FolderEntry>> entries = ListFolder(folder);
     if (!entries) {
         AddError(WithoutLastSeparators(folder), name, true);
         return;
     }
-    std::sort(entries->begin(), entries->end(),
-              [](const FolderEntry& a, const FolderEntry& b) { return a.m_Name < b.m_Name; });
+    const auto isBefore = [](const FolderEntry& a, const FolderEntry& b) { return a.m_Name < b.m_Name; };
+    if (std::is_sorted(entries->rbegin(), entries->rend(), isBefore)) // some file systems tell the latest first
+        std::reverse(entries->begin(), entries->end());
+    else
+        std::sort(entries->begin(), entries->end(), isBefore);
+    const std::vector<std::optional<FileStatus>> statuses = GetStatusesOf(*entries, folder, IsTaken, m_Jobs);
     std::vector<std::string> taken;
     if (entries->size() > m_List.m_Files.size())
         m_List.m_Files.reserve(m_List.m_Files.size() + entries->size());
-    for (FolderEntry& entry : *entries) {
+    for (std::size_t i = 0; i < entries->size(); ++i) {
+        FolderEntry& entry = (*entries)[i];
         if (entry.m_Name.starts_with('.'))
             continue;
         std::string path = prefix + entry.m_Name;
         std::string below = name.empty() ? entry.m_Name : name + "/" + entry.m_Name;
         if (entry.m_Type == FolderEntry::Type::Folder)
             AddFolder(path, path + "/", below);
-        else if ((entry.m_Status || IsTaken(entry)) &&
-                 AddFound(status ? status->m_Identity : FileIdentity(), entry, std::move(path), std::move(below)))
+        else if ((statuses[i] || IsTaken(entry)) && !IsGiven(status, entry.m_Name) &&
+                 AddFound(std::move(path), std::move(below), statuses[i]))
             taken.push_back(std::move(entry.m_Name));
     }
     if (status)
         m_Folders[status->m_Identity] = std::move(taken);
 }
 
-// False where it is no file, or has been given.
-bool Finder::AddFound(const FileIdentity& folder, const FolderEntry& entry, std::string path, std::string name) {
-    const std::optional<FileStatus> status = entry.m_Status ? entry.m_Status : GetFileStatus(path);
+bool Finder::IsGiven(const std::optional<FileStatus>& folder, const std::string& name) const {
+    return folder && !m_Entries.empty() && m_Entries.contains({folder->m_Identity, name});
+}
+
+bool Finder::AddFound(std::string path, std::string name, std::optional<FileStatus> status) {
+    if (!status)
+        status = GetFileStatus(path); // for the reason, or because it is there by now
     if (!status)
         AddError(std::move(path), std::move(name));
-    if (!status || status->m_Type != FileType::File || m_Entries.contains({folder, entry.m_Name}))
-        return false;
-    AddFile(std::move(path), std::move(name), *status);
-    return true;
+    else if (status->m_Type == FileType::File)
+        AddFile(std::move(path), std::move(name), *status);
+    return status && status->m_Type == FileType::File;
 }
 
 void Finder::AddFile(std::string path, std::string name, const FileStatus& status) {
@@ -263,7 +273,7 @@ std::size_t FileList::CountInShard() const {
         std::count_if(m_Files.begin(), m_Files.end(), [](const ListedFile& file) { return file.m_IsInShard; }));
 }
 
-FileList FindFiles(const FileSelection& selection, const std::string& destination) {
+FileList FindFiles(const FileSelection& selection, const std::string& destination, int jobs) {
     FileList list;
     if (selection.m_Paths.empty() && !selection.m_ListPath) {
         list.m_UsageError = "no PATH is given";
@@ -296,7 +306,7 @@ FileList FindFiles(const FileSelection& selection, const std::string& destinatio
             return list;
         }
     }
-    Finder finder(list, destination);
+    Finder finder(list, destination, jobs);
     for (const std::string& path : selection.m_Paths)
         finder.AddGiven(path, false);
     for (const std::string& path : listed)

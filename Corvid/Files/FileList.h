@@ -57,7 +57,8 @@ struct FileList {
     std::size_t CountInShard() const;
 };
 
-// Finds the files of a run. What lies inside `destination` (empty: none) is left out of folders.
-FileList FindFiles(const FileSelection& selection, const std::string& destination);
+// Finds the files of a run, on up to `jobs` threads. What lies inside `destination` (empty: none) is left out of
+// folders.
+FileList FindFiles(const FileSelection& selection, const std::string& destination, int jobs = 1);
 
 } // namespace Corvid

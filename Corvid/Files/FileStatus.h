@@ -45,13 +45,17 @@ struct FolderEntry {
 
     std::string m_Name;
     Type m_Type = Type::File;
-    std::optional<FileStatus> m_Status; // of what it leads to, where that was wanted and can be told
 };
 
-// The entries but for "." and "..", in no order; nothing when the folder cannot be read. Asking for a status here is
-// cheaper than by a whole path.
-std::optional<std::vector<FolderEntry>> ListFolder(const std::string& path,
-                                                   bool (*wantsStatus)(const FolderEntry&) = nullptr);
+// The entries but for "." and "..", in no order; nothing when the folder cannot be read.
+std::optional<std::vector<FolderEntry>> ListFolder(const std::string& path);
+
+// GetFileStatus() of the entries that `wants` picks, by their places; cheaper than by whole paths. Asks on up to `jobs`
+// threads.
+std::vector<std::optional<FileStatus>> GetStatusesOf(const std::vector<FolderEntry>& entries, const std::string& folder,
+                                                     bool (*wants)(const FolderEntry&), int jobs);
+
+inline constexpr std::size_t kLeastStatusesOfThread = 500; // they take ten times as long as starting the thread
 
 // Makes the folder and those above it; false when it is not there afterwards.
 bool MakeFolders(const std::string& path);

@@ -1,13 +1,16 @@
 #include "Corvid/Files/FileStatus.h"
 
 #include <dirent.h>
+#include <fcntl.h>
 #include <sys/stat.h>
 
 #include <cerrno>
 #include <cstdlib>
 #include <memory>
 
+#include "Corvid/Batch/Parts.h"
 #include "Engine/File/NativePath.h"
+#include "Engine/File/Posix/Descriptor.h"
 
 namespace Corvid {
 
@@ -77,7 +80,7 @@ std::optional<std::string> TargetOfLink(const std::string& path) {
     return target != nullptr ? std::optional<std::string>(target.get()) : std::nullopt;
 }
 
-std::optional<std::vector<FolderEntry>> ListFolder(const std::string& path, bool (*wantsStatus)(const FolderEntry&)) {
+std::optional<std::vector<FolderEntry>> ListFolder(const std::string& path) {
     const std::unique_ptr<DIR, FolderCloser> folder(opendir(path.c_str()));
     if (folder == nullptr)
         return std::nullopt;
@@ -90,15 +93,26 @@ std::optional<std::vector<FolderEntry>> ListFolder(const std::string& path, bool
         std::string name = entry->d_name;
         if (name == "." || name == "..")
             continue;
-        entries.push_back({std::move(name), TypeOf(*entry, path), std::nullopt});
-        struct stat found;
-        if (wantsStatus != nullptr && wantsStatus(entries.back()) &&
-            fstatat(dirfd(folder.get()), entry->d_name, &found, 0) == 0)
-            entries.back().m_Status = StatusOf(found);
+        entries.push_back({std::move(name), TypeOf(*entry, path)});
     }
     if (errno != 0)
         return std::nullopt;
     return entries;
+}
+
+std::vector<std::optional<FileStatus>> GetStatusesOf(const std::vector<FolderEntry>& entries, const std::string& folder,
+                                                     bool (*wants)(const FolderEntry&), int jobs) {
+    std::vector<std::optional<FileStatus>> statuses(entries.size());
+    WorkInParts(entries.size(), kLeastStatusesOfThread, jobs, [&](std::size_t begin, std::size_t end) {
+        // Threads that asked by one descriptor would wait for each other.
+        const Descriptor own(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+        for (std::size_t i = begin; i < end; ++i) {
+            struct stat found;
+            if (wants(entries[i]) && fstatat(own.Get(), entries[i].m_Name.c_str(), &found, 0) == 0)
+                statuses[i] = StatusOf(found);
+        }
+    });
+    return statuses;
 }
 
 bool MakeFolders(const std::string& path) {

@@ -1,9 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <numeric>
+#include <tuple>
 
 #include "Corvid/Batch/Batch.h"
+#include "Corvid/Batch/Parts.h"
 #include "Corvid/Terminal/Progress.h"
 
 namespace Corvid {
@@ -52,6 +55,21 @@ TEST(BatchTest, LargeItemsAreBegunFirst) {
     EXPECT_EQ(order[1], 150u);
     EXPECT_EQ(order[2], 0u);
     EXPECT_EQ(order.back(), 198u);
+}
+
+TEST(PartsTest, EveryPlaceIsInOnePart) {
+    for (const auto& [count, jobs, mostParts] :
+         {std::tuple(0, 4, 1), {499, 4, 1}, {1000, 4, 2}, {5003, 3, 3}, {7, 0, 1}}) {
+        std::vector<std::atomic<int>> visits(static_cast<std::size_t>(count));
+        std::atomic<int> parts = 0;
+        WorkInParts(visits.size(), 500, jobs, [&](std::size_t begin, std::size_t end) {
+            ++parts;
+            for (std::size_t place = begin; place < end; ++place)
+                ++visits[place];
+        });
+        EXPECT_EQ(parts, mostParts) << count;
+        EXPECT_TRUE(std::all_of(visits.begin(), visits.end(), [](int visited) { return visited == 1; })) << count;
+    }
 }
 
 TEST(ProgressTest, LineTellsFilesRateAndTimeLeft) {
