@@ -115,6 +115,7 @@ public:
     // the next Add().
     LayoutIndex Add(LayoutKind kind, std::string_view label);
     LayoutNode& GetNode(LayoutIndex index) { return m_Nodes[index]; }
+    const LayoutNode& GetNode(LayoutIndex index) const { return m_Nodes[index]; }
     LayoutIndex GetSize() const { return static_cast<LayoutIndex>(m_Nodes.size()); }
 
     // Appends whole nodes of a layout whose conditions refer to each other only: those of a layout, or what is nested

@@ -1,15 +1,14 @@
 #include "Engine/Layout/LayoutParser.h"
 
 #include <algorithm>
-#include <charconv>
 #include <iterator>
 #include <map>
 #include <string>
 #include <utility>
 
 #include "Engine/Archive/OwnedLabel.h"
-#include "Engine/String/NearWord.h"
-#include "Engine/String/Unicode.h"
+#include "Engine/Layout/LayoutClauses.h"
+#include "Engine/Layout/LayoutTokens.h"
 
 namespace Corvid {
 
@@ -26,17 +25,6 @@ std::optional<LayoutKind> KindFromWord(std::string_view word) {
     if (found == std::end(kKindWords))
         return std::nullopt;
     return static_cast<LayoutKind>(found - std::begin(kKindWords));
-}
-
-std::string Quoted(std::string_view text) {
-    constexpr std::size_t kMostShown = 60; // whole characters of ASCII; others go as they are cut
-    return '\'' + (text.size() > kMostShown ? std::string(text.substr(0, kMostShown)) + "..." : std::string(text)) +
-           '\'';
-}
-
-std::string Suggestion(std::string_view written, std::span<const std::string_view> words) {
-    const std::string_view near = NearestWord(written, words);
-    return near.empty() ? std::string() : " (did you mean " + Quoted(near) + "?)";
 }
 
 // The definition that is being read, and where its lines can be nested.
@@ -71,43 +59,23 @@ private:
     void TakeUse();
     void TakeWhen();
     void TakeLabelled();
-    bool TakeCondition(LayoutCondition& condition);
-    bool TakeWords(std::vector<std::u16string>& words);
-    bool TakeDoubt(LayoutNode& node);
-    bool TakeSeenNumbers(LayoutNode& node);
-    bool TakeSeenBools(LayoutDoubt& doubt);
-
-    // Of the line that is being read
-    bool IsAtEnd() const { return m_Next == m_Line.m_Tokens.size(); }
-    const LayoutToken& Peek() const { return m_Line.m_Tokens[m_Next]; }
-    const LayoutToken& Take() { return m_Line.m_Tokens[m_Next++]; }
-    bool TakeIf(std::string_view word) {
-        if (IsAtEnd() || !Peek().Is(word))
-            return false;
-        ++m_Next;
-        return true;
-    }
-    int GetColumn() const { return IsAtEnd() ? m_Line.m_EndColumn : Peek().m_Column; }
-    bool ExpectEnd();
     bool CheckName(const LayoutToken& token);
     bool CheckLabel(const LayoutToken& token);
 
     LayoutNode& Add(LayoutKind kind, std::string_view label, int column);
     bool Grow(std::size_t size, int depth, int column);
     bool UseNodes(const Layout& layout, int column);
-    void Fail(int column, std::string message);
+    void Fail(int column, std::string message) { m_Line.Fail(column, std::move(message)); }
 
     const LayoutBlocks& m_Blocks;
     ParsedLayout m_Result;
+    LayoutTokens m_Line{m_Result.m_Errors}; // that is being read
     bool m_HasHeader = false;
     bool m_IsAssumed = false;
     std::optional<Definition> m_Definition;
     std::map<std::string, Layout, std::less<>> m_Records;
     std::map<std::string, Used, std::less<>> m_Measured;
 
-    LayoutLine m_Line;
-    std::size_t m_Next = 0; // token of the line
-    bool m_IsLineWrong = false;
     int m_WrongDepth = -1; // lines deeper than this one belong to a wrong one; -1: none
     int m_FieldCount = 0;
     std::size_t m_Size = 0;
@@ -138,8 +106,7 @@ ParsedLayout Parser::Parse(std::string_view text) {
             m_IsStopped |= m_Result.m_Errors.size() >= LayoutBounds::kMostErrors;
         }
     }
-    m_Line = LayoutLine();
-    m_Line.m_Number = number + 1;
+    m_Line.Begin({number + 1, 0, {}});
     const bool isEntity = m_Definition && m_Definition->m_IsEntity;
     if (m_Result.m_Errors.empty() && !m_HasHeader)
         Fail(1, "the layout is empty; its first line is 'layout 1'");
@@ -151,12 +118,10 @@ ParsedLayout Parser::Parse(std::string_view text) {
 }
 
 void Parser::TakeLine(LayoutLine line) {
-    m_Line = std::move(line);
-    m_Next = 0;
-    m_IsLineWrong = false;
-    const int depth = m_Line.m_Depth;
-    if (m_Line.m_Tokens.empty()) {
-        if (!m_Result.m_Errors.empty() && m_Result.m_Errors.back().m_Line == m_Line.m_Number)
+    m_Line.Begin(std::move(line));
+    const int depth = m_Line.GetDepth();
+    if (m_Line.IsAtEnd()) {
+        if (!m_Result.m_Errors.empty() && m_Result.m_Errors.back().m_Line == m_Line.GetNumber())
             m_WrongDepth = depth;
         return;
     }
@@ -166,16 +131,16 @@ void Parser::TakeLine(LayoutLine line) {
     if (!m_HasHeader) {
         TakeHeader();
     } else if (depth == 0) {
-        if (TakeIf("record"))
+        if (m_Line.TakeIf("record"))
             BeginDefinition(false);
-        else if (TakeIf("entity"))
+        else if (m_Line.TakeIf("entity"))
             BeginDefinition(true);
         else
-            Fail(GetColumn(), "here stands 'record' or 'entity'; fields are indented by a tab");
+            Fail(m_Line.GetColumn(), "here stands 'record' or 'entity'; fields are indented by a tab");
     } else if (!m_Definition) {
-        Fail(GetColumn(), "fields stand below a 'record' or 'entity'");
+        Fail(m_Line.GetColumn(), "fields stand below a 'record' or 'entity'");
     } else if (static_cast<std::size_t>(depth) > m_Definition->m_Levels.size()) {
-        Fail(GetColumn(), "more tabs than one below the line above");
+        Fail(m_Line.GetColumn(), "more tabs than one below the line above");
     } else {
         while (m_Definition->m_Levels.size() > static_cast<std::size_t>(depth)) {
             if (m_Definition->m_Levels.back())
@@ -183,45 +148,47 @@ void Parser::TakeLine(LayoutLine line) {
             m_Definition->m_Levels.pop_back();
         }
         if (!m_Definition->m_Levels.back())
-            Fail(GetColumn(), "nothing can be nested in the line above");
+            Fail(m_Line.GetColumn(), "nothing can be nested in the line above");
         else
             TakeField();
     }
-    if (m_IsLineWrong)
+    if (m_Line.IsWrong())
         m_WrongDepth = depth;
 }
 
 void Parser::TakeHeader() {
     m_HasHeader = true;
-    if (m_Line.m_Depth != 0 || !TakeIf("layout"))
-        return Fail(GetColumn(), "the first line is 'layout 1'");
-    if (!TakeIf("1"))
-        return Fail(GetColumn(), IsAtEnd() ? "the version is missing: 'layout 1'"
-                                           : "unknown version " + Quoted(Peek().m_Text) + "; known is 1");
-    m_IsAssumed = TakeIf("assumed");
-    ExpectEnd();
+    if (m_Line.GetDepth() != 0 || !m_Line.TakeIf("layout"))
+        return Fail(m_Line.GetColumn(), "the first line is 'layout 1'");
+    if (!m_Line.TakeIf("1"))
+        return Fail(m_Line.GetColumn(),
+                    m_Line.IsAtEnd() ? "the version is missing: 'layout 1'"
+                                     : "unknown version " + QuotedForMessage(m_Line.Peek().m_Text) + "; known is 1");
+    m_IsAssumed = m_Line.TakeIf("assumed");
+    m_Line.ExpectEnd();
 }
 
 // Definitions --------------------------------------------------------------------------------------------------------
 
 void Parser::BeginDefinition(bool isEntity) {
     if (m_Definition && m_Definition->m_IsEntity)
-        return Fail(m_Line.m_Tokens.front().m_Column, isEntity ? "a second entity; a layout is for one type"
-                                                               : "records stand above the entity that uses them");
+        return Fail(m_Line.GetFirstColumn(), isEntity ? "a second entity; a layout is for one type"
+                                                      : "records stand above the entity that uses them");
     EndDefinition();
     // What stands below a wrong name is read all the same, as a definition that nobody can use.
     m_Definition.emplace();
     m_Definition->m_IsEntity = isEntity;
     m_Definition->m_Levels.push_back(true);
-    if (IsAtEnd())
-        return Fail(GetColumn(), isEntity ? "the type word is missing" : "the name of the record is missing");
-    const LayoutToken& name = Take();
-    if (!CheckName(name) || !ExpectEnd())
+    if (m_Line.IsAtEnd())
+        return Fail(m_Line.GetColumn(), isEntity ? "the type word is missing" : "the name of the record is missing");
+    const LayoutToken& name = m_Line.Take();
+    if (!CheckName(name) || !m_Line.ExpectEnd())
         return;
     if (!isEntity && m_Blocks.Find(name.m_Text) != nullptr)
-        return Fail(name.m_Column, Quoted(name.m_Text) + " is a block that is built in; give the record another name");
+        return Fail(name.m_Column,
+                    QuotedForMessage(name.m_Text) + " is a block that is built in; give the record another name");
     if (!isEntity && m_Records.contains(name.m_Text))
-        return Fail(name.m_Column, "a second record " + Quoted(name.m_Text));
+        return Fail(name.m_Column, "a second record " + QuotedForMessage(name.m_Text));
     m_Definition->m_Name = name.m_Text;
 }
 
@@ -241,29 +208,30 @@ void Parser::EndDefinition() {
 void Parser::TakeField() {
     if (++m_FieldCount > LayoutBounds::kMostFields) {
         m_IsStopped = true;
-        return Fail(GetColumn(), "more than 10,000 fields");
+        return Fail(m_Line.GetColumn(), "more than 10,000 fields");
     }
-    if (TakeIf("use"))
+    if (m_Line.TakeIf("use"))
         TakeUse();
-    else if (TakeIf("when"))
+    else if (m_Line.TakeIf("when"))
         TakeWhen();
     else
         TakeLabelled();
 }
 
 void Parser::TakeUse() {
-    const int column = m_Line.m_Tokens.front().m_Column;
-    if (IsAtEnd())
-        return Fail(GetColumn(), "the name of a built-in block is missing");
-    const LayoutToken& name = Take();
+    const int column = m_Line.GetFirstColumn();
+    if (m_Line.IsAtEnd())
+        return Fail(m_Line.GetColumn(), "the name of a built-in block is missing");
+    const LayoutToken& name = m_Line.Take();
     const Layout* const block = m_Blocks.Find(name.m_Text);
     if (block == nullptr) {
         std::vector<std::string_view> names;
         for (const auto& [known, layout] : m_Blocks)
             names.push_back(known);
-        return Fail(name.m_Column, "unknown block " + Quoted(name.m_Text) + Suggestion(name.m_Text, names));
+        return Fail(name.m_Column,
+                    "unknown block " + QuotedForMessage(name.m_Text) + SuggestionFor(name.m_Text, names));
     }
-    if (!ExpectEnd() || !Grow(1, 1, column))
+    if (!m_Line.ExpectEnd() || !Grow(1, 1, column))
         return;
     Add(LayoutKind::Use, {}, column).m_Name = name.m_Text;
     m_Definition->m_Levels.push_back(false);
@@ -272,22 +240,22 @@ void Parser::TakeUse() {
 
 void Parser::TakeWhen() {
     LayoutNode when;
-    if (!TakeIf("?")) {
-        if (!TakeCondition(when.m_Condition))
+    if (!m_Line.TakeIf("?")) {
+        if (!TakeCondition(m_Line, m_Definition->m_Builder, when.m_Condition))
             return;
-        when.m_IsDoubtful = TakeIf("?");
-        while (when.m_IsDoubtful && !IsAtEnd()) {
-            if (!TakeCondition(when.m_Doubt.m_Alternatives.emplace_back()))
+        when.m_IsDoubtful = m_Line.TakeIf("?");
+        while (when.m_IsDoubtful && !m_Line.IsAtEnd()) {
+            if (!TakeCondition(m_Line, m_Definition->m_Builder, when.m_Doubt.m_Alternatives.emplace_back()))
                 return;
         }
     } else {
         when.m_IsDoubtful = true;
     }
-    const int column = m_Line.m_Tokens.front().m_Column;
+    const int column = m_Line.GetFirstColumn();
     std::size_t size = 1 + when.m_Condition.m_Words.size() + when.m_Doubt.m_Alternatives.size();
     for (const LayoutCondition& condition : when.m_Doubt.m_Alternatives)
         size += condition.m_Words.size();
-    if (!ExpectEnd() || !Grow(size, 1, column))
+    if (!m_Line.ExpectEnd() || !Grow(size, 1, column))
         return;
     LayoutNode& node = Add(LayoutKind::When, {}, column);
     node.m_Condition = std::move(when.m_Condition);
@@ -298,42 +266,39 @@ void Parser::TakeWhen() {
 }
 
 void Parser::TakeLabelled() {
-    const LayoutToken label = Take();
+    const LayoutToken label = m_Line.Take();
     if (!CheckLabel(label))
         return;
     LayoutNode field;
     field.m_Kind = LayoutKind::Record;
     const Layout* record = nullptr;
     int nameColumn = 0;
-    if (!IsAtEnd()) {
-        const LayoutToken& word = Take();
+    if (!m_Line.IsAtEnd()) {
+        const LayoutToken& word = m_Line.Take();
         const auto kind = word.m_IsQuoted ? std::nullopt : KindFromWord(word.m_Text);
         if (!kind)
-            return Fail(word.m_Column, "unknown kind " + Quoted(word.m_Text) + Suggestion(word.m_Text, kKindWords));
+            return Fail(word.m_Column,
+                        "unknown kind " + QuotedForMessage(word.m_Text) + SuggestionFor(word.m_Text, kKindWords));
         field.m_Kind = *kind;
         if (*kind == LayoutKind::Record) {
-            nameColumn = GetColumn();
-            if (IsAtEnd())
+            nameColumn = m_Line.GetColumn();
+            if (m_Line.IsAtEnd())
                 return Fail(nameColumn, "the name of a record is missing; without 'record', its fields stand below");
-            field.m_Name = Take().m_Text;
+            field.m_Name = m_Line.Take().m_Text;
             const auto found = m_Records.find(field.m_Name);
             if (found == m_Records.end()) {
                 std::vector<std::string_view> names;
                 for (const auto& [known, layout] : m_Records)
                     names.push_back(known);
-                return Fail(nameColumn,
-                            "no record " + Quoted(field.m_Name) + " above this line" + Suggestion(field.m_Name, names));
+                return Fail(nameColumn, "no record " + QuotedForMessage(field.m_Name) + " above this line" +
+                                            SuggestionFor(field.m_Name, names));
             }
             record = &found->second;
         }
     }
-    if (field.m_Kind == LayoutKind::Word) {
-        if (IsAtEnd() || !Peek().m_IsQuoted)
-            return Fail(GetColumn(), "the words are missing: in quotes, one after the other");
-        if (!TakeWords(field.m_Words))
-            return;
-    }
-    if (!TakeDoubt(field) || !ExpectEnd())
+    if (field.m_Kind == LayoutKind::Word && !TakeWords(m_Line, field.m_Words))
+        return;
+    if (!TakeDoubt(m_Line, field) || !m_Line.ExpectEnd())
         return;
     if (!Grow(1 + field.m_Words.size() + field.m_Doubt.m_SeenNumbers.size(), 1, label.m_Column))
         return;
@@ -348,126 +313,6 @@ void Parser::TakeLabelled() {
     m_Definition->m_Levels.push_back(isOpen);
     if (record != nullptr)
         UseNodes(*record, nameColumn);
-}
-
-bool Parser::TakeCondition(LayoutCondition& condition) {
-    condition.m_IsNegated = TakeIf("not");
-    if (IsAtEnd() || Peek().Is("=") || Peek().Is("?")) {
-        Fail(GetColumn(), "the label of an earlier field is missing");
-        return false;
-    }
-    const LayoutToken& field = Take();
-    condition.m_Field = m_Definition->m_Builder.FindEarlier(field.m_Text);
-    if (condition.m_Field == kNoLayoutIndex) {
-        Fail(field.m_Column, "no field " + Quoted(field.m_Text) + " above, in this record or one around it");
-        return false;
-    }
-    const LayoutNode& node = m_Definition->m_Builder.GetNode(condition.m_Field);
-    if (!TakeIf("=")) {
-        if (node.m_Kind == LayoutKind::Bool)
-            return true;
-        Fail(field.m_Column, node.m_Kind == LayoutKind::Word || node.m_Kind == LayoutKind::String
-                                 ? "of " + Quoted(field.m_Text) + " the words are missing: when " +
-                                       LayoutWord(field.m_Text) + " = \"...\""
-                                 : Quoted(field.m_Text) + " is neither a bool nor a word");
-        return false;
-    }
-    if (node.m_Kind != LayoutKind::Word && node.m_Kind != LayoutKind::String) {
-        Fail(field.m_Column,
-             Quoted(field.m_Text) + " is no word" + (node.m_Kind == LayoutKind::Bool ? "; a bool stands alone" : ""));
-        return false;
-    }
-    if (IsAtEnd() || !Peek().m_IsQuoted) {
-        Fail(GetColumn(), "the words are missing: in quotes, one after the other");
-        return false;
-    }
-    const std::size_t firstWord = m_Next;
-    if (!TakeWords(condition.m_Words))
-        return false;
-    for (std::size_t i = 0; i < condition.m_Words.size() && node.m_Kind == LayoutKind::Word; ++i) {
-        const auto& words = node.m_Words;
-        if (std::find(words.begin(), words.end(), condition.m_Words[i]) != words.end())
-            continue;
-        std::vector<std::string> known;
-        for (const std::u16string& word : words)
-            known.push_back(ToUtf8(word));
-        const LayoutToken& word = m_Line.m_Tokens[firstWord + i];
-        Fail(word.m_Column, Quoted(field.m_Text) + " has no word " + Quoted(word.m_Text) +
-                                Suggestion(word.m_Text, std::vector<std::string_view>(known.begin(), known.end())));
-        return false;
-    }
-    return true;
-}
-
-bool Parser::TakeWords(std::vector<std::u16string>& words) {
-    while (!IsAtEnd() && Peek().m_IsQuoted) {
-        const LayoutToken& word = Take();
-        words.push_back(ToUtf16(word.m_Text));
-        if (words.back().size() > LayoutBounds::kMostWordUnits) {
-            Fail(word.m_Column, "a word of more than 255 units");
-            return false;
-        }
-        if (!IsAtEnd() && Peek().Is("=")) { // no word: the label of the next condition
-            words.pop_back();
-            --m_Next;
-            break;
-        }
-    }
-    return true;
-}
-
-// Doubts -------------------------------------------------------------------------------------------------------------
-
-bool Parser::TakeDoubt(LayoutNode& node) {
-    const int column = GetColumn();
-    node.m_IsDoubtful = TakeIf("?");
-    if (!node.m_IsDoubtful)
-        return true;
-    switch (node.m_Kind) {
-    case LayoutKind::Float:
-    case LayoutKind::Double:
-    case LayoutKind::Color:
-        return true;
-    case LayoutKind::Int:
-    case LayoutKind::Int64:
-        node.m_Doubt.m_IsOfWidth = TakeIf(node.m_Kind == LayoutKind::Int ? "int64" : "int");
-        return !node.m_Doubt.m_IsOfWidth || TakeSeenNumbers(node);
-    case LayoutKind::Count:
-        return TakeSeenNumbers(node);
-    case LayoutKind::Bool:
-        return TakeSeenBools(node.m_Doubt);
-    default:
-        Fail(column, "only numbers, colors, counts, bools and conditions can be in doubt");
-        return false;
-    }
-}
-
-bool Parser::TakeSeenNumbers(LayoutNode& node) {
-    while (!IsAtEnd()) {
-        const LayoutToken& token = Take();
-        std::int32_t number = 0;
-        const char* const end = token.m_Text.data() + token.m_Text.size();
-        const auto [rest, error] = std::from_chars(token.m_Text.data(), end, number);
-        if (token.m_IsQuoted || error != std::errc() || rest != end) {
-            Fail(token.m_Column, Quoted(token.m_Text) + " is not a number" +
-                                     (node.m_Kind == LayoutKind::Count ? " that a count can have" : ""));
-            return false;
-        }
-        node.m_Doubt.m_SeenNumbers.push_back(number);
-    }
-    return true;
-}
-
-bool Parser::TakeSeenBools(LayoutDoubt& doubt) {
-    while (!IsAtEnd()) {
-        const LayoutToken& token = Take();
-        if (!token.Is("TRUE") && !token.Is("FALSE")) {
-            Fail(token.m_Column, "here stands TRUE or FALSE, the value that was seen");
-            return false;
-        }
-        doubt.m_SeenBools.push_back(token.Is("TRUE"));
-    }
-    return true;
 }
 
 // Bounds and errors --------------------------------------------------------------------------------------------------
@@ -505,7 +350,7 @@ bool Parser::Grow(std::size_t size, int depth, int column) {
 
 LayoutNode& Parser::Add(LayoutKind kind, std::string_view label, int column) {
     LayoutNode& node = m_Definition->m_Builder.GetNode(m_Definition->m_Builder.Add(kind, label));
-    node.m_Line = m_Line.m_Number;
+    node.m_Line = m_Line.GetNumber();
     node.m_Column = column;
     return node;
 }
@@ -523,17 +368,11 @@ bool Parser::UseNodes(const Layout& layout, int column) {
     return true;
 }
 
-bool Parser::ExpectEnd() {
-    if (!IsAtEnd())
-        Fail(GetColumn(), "nothing is expected here, and there is " + Quoted(Peek().m_Text));
-    return !m_IsLineWrong;
-}
-
 // Names are what labels are, so that a name can become one.
 bool Parser::CheckName(const LayoutToken& token) {
     if (!OwnedLabel::IsLabel(token.m_Text))
         Fail(token.m_Column, "a name has 1 to 127 characters of printable ASCII");
-    return !m_IsLineWrong;
+    return !m_Line.IsWrong();
 }
 
 bool Parser::CheckLabel(const LayoutToken& token) {
@@ -544,12 +383,7 @@ bool Parser::CheckLabel(const LayoutToken& token) {
         Fail(token.m_Column, "a label that is a directive is written in quotes: \"" + token.m_Text + '"');
     else if (token.Is("?"))
         Fail(token.m_Column, "a label that is '?' is written in quotes");
-    return !m_IsLineWrong;
-}
-
-void Parser::Fail(int column, std::string message) {
-    m_IsLineWrong = true;
-    m_Result.m_Errors.push_back({m_Line.m_Number, column, std::move(message)});
+    return !m_Line.IsWrong();
 }
 
 } // namespace
