@@ -76,18 +76,9 @@ int RunCommand(const LayoutCheckOptions& options, Console& console) {
     const DiagnosticPrinting printing = PrintingFor(options, console);
     if (layout->m_Plan == nullptr) {
         DiagnosticLog log;
-        const bool isUnread = layout->m_Errors.front().m_Line == 0;
-        if (isUnread)
-            log.Add(DiagnosticCode::CannotRead, {}, {}, layout->m_Errors.front().m_Message);
-        for (const LayoutError& error : layout->m_Errors) {
-            if (!isUnread)
-                log.Add(DiagnosticCode::BadLayout,
-                        DiagnosticPlace::AtLine(static_cast<std::uint64_t>(error.m_Line),
-                                                static_cast<std::uint64_t>(error.m_Column)),
-                        {}, error.m_Message);
-        }
+        const bool isRead = AddLayoutErrors(layout->m_Errors, log);
         const int status = PrintFindings(path, std::move(log), options, printing, console);
-        return isUnread ? kExitCouldNotRun : status;
+        return isRead ? status : kExitCouldNotRun;
     }
 
     FileSelection selection;
@@ -103,17 +94,15 @@ int RunCommand(const LayoutCheckOptions& options, Console& console) {
     const Layout& nodes = layout->m_Plan->GetLayout();
     const Layout whole = WithTypeWord(nodes);
     LayoutCoverage coverage(nodes.GetSize());
-    std::mutex mutex;
     std::size_t otherCount = 0;
     const FileRunResult run = RunOverFiles(
-        list, 1, options.m_Look, printing, console,
+        list, 1, options.m_Look, printing, console, // one at a time: `coverage` is shared
         [&](const ListedFile& file) {
             FileOutcome outcome;
             const std::optional<LoadedFile> loaded = LoadListedFile(file, load, outcome);
             if (!loaded)
                 return outcome;
             const bool isOther = loaded->m_Kind != Kind::Entity || loaded->m_EntityType != nodes.GetName();
-            const std::scoped_lock lock(mutex);
             otherCount += isOther;
             if (isOther) {
                 outcome.m_Log = DiagnosticLog();

@@ -9,6 +9,7 @@
 #include "Corvid/Commands/FileRun.h"
 #include "Corvid/Files/FileStatus.h"
 #include "Corvid/Files/PrintedPath.h"
+#include "Corvid/Layouts/LayoutFindings.h"
 #include "Corvid/Load/Encoding.h"
 #include "Engine/Layout/Infer/LayoutInference.h"
 #include "Engine/Layout/LayoutLibrary.h"
@@ -122,24 +123,124 @@ std::string CountsOf(const InferredType& type) {
     return text;
 }
 
-// The layout that is continued. Null: there is something wrong with it, which was said.
-std::shared_ptr<const LibraryLayout> ReadKnown(const std::string& path, const LayoutInferOptions& options,
-                                               Console& console, int& status) {
-    std::shared_ptr<const LibraryLayout> known = LayoutLibrary::Read(EnginePath(path), BuiltInBlocks());
-    if (known->m_Plan != nullptr)
-        return known;
-    Findings findings(options, console);
-    for (const LayoutError& error : known->m_Errors) {
-        const bool isUnread = error.m_Line == 0;
-        findings.Of(path).Add(isUnread ? DiagnosticCode::CannotRead : DiagnosticCode::BadLayout,
-                              isUnread ? DiagnosticPlace()
-                                       : DiagnosticPlace::AtLine(static_cast<std::uint64_t>(error.m_Line),
-                                                                 static_cast<std::uint64_t>(error.m_Column)),
-                              {}, error.m_Message);
-        status = isUnread ? kExitCouldNotRun : kExitFindings;
+FileOutcome ReadSample(const ListedFile& file, std::vector<Sample>& samples) {
+    FileOutcome outcome;
+    const std::optional<Kind> kind = KindFromFileName(EnginePath(file.m_Path));
+    if (kind && *kind != Kind::Entity)
+        return outcome;
+    std::optional<std::string> bytes = ReadListedFile(file, outcome);
+    if (!bytes)
+        return outcome;
+    const std::optional<ArchiveFormat> encoding = DetectEncoding(*bytes);
+    if (!encoding) {
+        outcome.m_Log.Add(DiagnosticCode::NotAnArchive, {}, {}, "neither a text nor a binary archive");
+        outcome.m_Status = kExitFindings;
+        return outcome;
     }
-    findings.Print(console);
-    return nullptr;
+    if (*encoding == ArchiveFormat::Text) {
+        std::string storage;
+        *bytes = std::string(TextOf(*bytes, storage));
+    }
+    samples.push_back({file.m_Path, std::move(*bytes)});
+    return outcome;
+}
+
+// One call of the command: what it finds, file by file, and what it says at the end.
+class InferRun {
+public:
+    InferRun(const LayoutInferOptions& options, Console& console)
+        : m_Options(options), m_Console(console), m_Findings(options, console) {}
+
+    int Run();
+
+private:
+    bool ReadKnown(); // false: there is something wrong with the layout that is to be continued
+    bool ReadSamples();
+    void AddProblemsOf(const Inference& inference);
+    void WriteLayout(const InferredType& type);
+    void Note(int status) { m_Status = std::max(m_Status, status); }
+
+    const LayoutInferOptions& m_Options;
+    Console& m_Console;
+    std::optional<LayoutToContinue> m_Known;
+    std::vector<Sample> m_Samples;
+    Findings m_Findings;
+    std::string m_Summary;
+    int m_Status = kExitDone;
+};
+
+int InferRun::Run() {
+    if (!ReadKnown()) {
+        m_Findings.Print(m_Console);
+        return m_Status;
+    }
+    if (!ReadSamples())
+        return m_Status;
+    const Inference inference = InferLayouts(m_Samples, BuiltInBlocks(), m_Known ? &*m_Known : nullptr);
+    AddProblemsOf(inference);
+    for (const InferredType& type : inference.m_Types) {
+        if (!IsWanted(type, m_Summary, m_Findings))
+            continue;
+        AddProblems(type.m_Problems, DiagnosticCode::BadLayout, m_Findings);
+        if (type.m_HasLayout)
+            WriteLayout(type);
+    }
+    m_Findings.Print(m_Console);
+    if (!m_Options.m_Look.m_IsQuiet)
+        m_Console.PrintError(m_Summary.empty() ? "no layout was made\n" : m_Summary);
+    if (m_Findings.HasErrors())
+        Note(kExitFindings);
+    return m_Status;
+}
+
+bool InferRun::ReadKnown() {
+    if (!m_Options.m_Known.has_value())
+        return true;
+    const std::string& path = *m_Options.m_Known;
+    const std::shared_ptr<const LibraryLayout> known = LayoutLibrary::Read(EnginePath(path), BuiltInBlocks());
+    if (known->m_Plan == nullptr) {
+        m_Status = AddLayoutErrors(known->m_Errors, m_Findings.Of(path)) ? kExitFindings : kExitCouldNotRun;
+        return false;
+    }
+    m_Known.emplace(LayoutToContinue{known->m_Plan->GetLayout(), path});
+    return true;
+}
+
+bool InferRun::ReadSamples() {
+    const FileList list = FindFiles(m_Options.m_Samples, m_Options.m_Folder);
+    m_Status = CheckFileList(list, kCommand, m_Console);
+    if (m_Status != kExitDone)
+        return false;
+    const FileRunResult run = RunOverFiles(
+        list, 1, m_Options.m_Look, DiagnosticPrinting(), m_Console,
+        [&](const ListedFile& file) { return ReadSample(file, m_Samples); },
+        [](const ListedFile&, const FileOutcome&) {});
+    m_Status = run.m_Status;
+    return run.m_NotBegun == 0;
+}
+
+void InferRun::AddProblemsOf(const Inference& inference) {
+    AddProblems(inference.m_Problems, DiagnosticCode::BadText, m_Findings);
+    if (!m_Known)
+        return;
+    const std::string& word = m_Known->m_Layout.GetName();
+    if (std::none_of(inference.m_Types.begin(), inference.m_Types.end(),
+                     [&](const InferredType& type) { return type.m_TypeWord == word; }))
+        m_Findings.Of(*m_Options.m_Known)
+            .Add(DiagnosticCode::BadLayout, {}, {},
+                 "none of the samples is of the type '" + word + "', which it describes");
+}
+
+void InferRun::WriteLayout(const InferredType& type) {
+    const bool isClosed = IsPathSeparator(m_Options.m_Folder.empty() ? ' ' : m_Options.m_Folder.back());
+    const std::string path = m_Options.m_Folder + (isClosed ? "" : "/") + type.m_TypeWord + ".layout";
+    const std::string text = WriteLayoutText(type.m_Layout, BuiltInBlocks());
+    if (const std::string error = WriteFileBytes(path, text, true); !error.empty()) {
+        m_Findings.Of(path).Add(DiagnosticCode::CannotWrite, {}, {}, error);
+        return Note(kExitCouldNotRun);
+    }
+    AddMarks(type, text, m_Findings.Of(path));
+    m_Summary += PrintedPath(path) + ": from " + CountsOf(type) + ", " + CountOf(type.m_Marks.size(), "mark") + '\n';
 }
 
 } // namespace
@@ -167,84 +268,7 @@ void DeclareCommand(CommandDeclaration& declaration, LayoutInferOptions& options
 }
 
 int RunCommand(const LayoutInferOptions& options, Console& console) {
-    std::shared_ptr<const LibraryLayout> known;
-    if (options.m_Known.has_value()) {
-        int status = kExitDone;
-        known = ReadKnown(*options.m_Known, options, console, status);
-        if (known == nullptr)
-            return status;
-    }
-    const FileList list = FindFiles(options.m_Samples, options.m_Folder);
-    if (const int status = CheckFileList(list, kCommand, console); status != kExitDone)
-        return status;
-
-    std::vector<Sample> samples;
-    DiagnosticPrinting printing;
-    const FileRunResult run = RunOverFiles(
-        list, 1, options.m_Look, printing, console,
-        [&](const ListedFile& file) {
-            FileOutcome outcome;
-            const std::optional<Kind> kind = KindFromFileName(EnginePath(file.m_Path));
-            if (kind && *kind != Kind::Entity)
-                return outcome;
-            std::optional<std::string> bytes = ReadListedFile(file, outcome);
-            if (!bytes)
-                return outcome;
-            const std::optional<ArchiveFormat> encoding = DetectEncoding(*bytes);
-            if (!encoding) {
-                outcome.m_Log.Add(DiagnosticCode::NotAnArchive, {}, {}, "neither a text nor a binary archive");
-                outcome.m_Status = kExitFindings;
-                return outcome;
-            }
-            if (*encoding == ArchiveFormat::Text) {
-                std::string storage;
-                *bytes = std::string(TextOf(*bytes, storage));
-            }
-            samples.push_back({file.m_Path, std::move(*bytes)});
-            return outcome;
-        },
-        [](const ListedFile&, const FileOutcome&) {});
-    if (run.m_NotBegun > 0)
-        return run.m_Status;
-
-    int status = run.m_Status;
-    Findings findings(options, console);
-    std::optional<LayoutToContinue> toContinue;
-    if (known != nullptr)
-        toContinue.emplace(LayoutToContinue{known->m_Plan->GetLayout(), *options.m_Known});
-    const Inference inference = InferLayouts(samples, BuiltInBlocks(), toContinue.has_value() ? &*toContinue : nullptr);
-    AddProblems(inference.m_Problems, DiagnosticCode::BadText, findings);
-    if (toContinue.has_value() &&
-        std::none_of(inference.m_Types.begin(), inference.m_Types.end(),
-                     [&](const InferredType& type) { return type.m_TypeWord == toContinue->m_Layout.GetName(); }))
-        findings.Of(*options.m_Known)
-            .Add(DiagnosticCode::BadLayout, {}, {},
-                 "none of the samples is of the type '" + toContinue->m_Layout.GetName() + "', which it describes");
-    std::string summary;
-    for (const InferredType& type : inference.m_Types) {
-        if (!IsWanted(type, summary, findings))
-            continue;
-        AddProblems(type.m_Problems, DiagnosticCode::BadLayout, findings);
-        if (!type.m_HasLayout)
-            continue;
-        const bool isClosed = IsPathSeparator(options.m_Folder.empty() ? ' ' : options.m_Folder.back());
-        const std::string path = options.m_Folder + (isClosed ? "" : "/") + type.m_TypeWord + ".layout";
-        const std::string text = WriteLayoutText(type.m_Layout, BuiltInBlocks());
-        const std::string error = WriteFileBytes(path, text, true);
-        if (!error.empty()) {
-            findings.Of(path).Add(DiagnosticCode::CannotWrite, {}, {}, error);
-            status = kExitCouldNotRun;
-            continue;
-        }
-        AddMarks(type, text, findings.Of(path));
-        summary += PrintedPath(path) + ": from " + CountsOf(type) + ", " + CountOf(type.m_Marks.size(), "mark") + '\n';
-    }
-    findings.Print(console);
-    if (!options.m_Look.m_IsQuiet)
-        console.PrintError(summary.empty() ? "no layout was made\n" : summary);
-    if (findings.HasErrors())
-        status = std::max(status, kExitFindings);
-    return status;
+    return InferRun(options, console).Run();
 }
 
 } // namespace Corvid

@@ -81,6 +81,18 @@ int RefuseToWrite(Console& console, const std::string& message) {
     return kExitCouldNotRun;
 }
 
+bool DeliverPage(const std::string& path, const std::string& page, Console& console) {
+    if (path == "-") {
+        console.Print(page);
+        return true;
+    }
+    const std::string error = WriteFileBytes(path, page, false);
+    if (!error.empty())
+        console.PrintError(PrintedPath(path) + ": error: " + error + " [" +
+                           std::string(WordOf(DiagnosticCode::CannotWrite)) + "]\n");
+    return error.empty();
+}
+
 } // namespace
 
 std::optional<std::uint64_t> SizeFromText(const std::string& text) {
@@ -179,13 +191,8 @@ int RunCommand(const ViewOptions& options, Console& console) {
     if (writer.IsTooLarge())
         return RefuseToWrite(console, "the page would have " + SizeText(writer.GetSize()) + ", which is more than " +
                                           SizeText(options.m_MaxSize) + "; give fewer files, or more to --max-size");
-    if (options.m_Page == "-") {
-        console.Print(page);
-    } else if (const std::string error = WriteFileBytes(options.m_Page, page, false); !error.empty()) {
-        console.PrintError(PrintedPath(options.m_Page) + ": error: " + error + " [" +
-                           std::string(WordOf(DiagnosticCode::CannotWrite)) + "]\n");
+    if (!DeliverPage(options.m_Page, page, console))
         return kExitCouldNotRun;
-    }
     if (!options.m_Look.m_IsQuiet && options.m_Diagnostics.m_Format == DiagnosticFormat::Text)
         console.PrintError(CountOf(result.m_FileCount, "file") + ", " + std::to_string(brokenCount) +
                            " with errors, on a page of " + SizeText(page.size()) + "\n");

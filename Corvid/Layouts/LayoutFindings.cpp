@@ -16,8 +16,9 @@ namespace Corvid {
 
 namespace {
 
-DiagnosticPlace PlaceOf(const LayoutNode& node) {
-    return DiagnosticPlace::AtLine(static_cast<std::uint64_t>(node.m_Line), static_cast<std::uint64_t>(node.m_Column));
+// Of a node or an error
+template <class Item> DiagnosticPlace PlaceOf(const Item& item) {
+    return DiagnosticPlace::AtLine(static_cast<std::uint64_t>(item.m_Line), static_cast<std::uint64_t>(item.m_Column));
 }
 
 void Warn(DiagnosticLog& log, DiagnosticCode code, DiagnosticPlace place, std::string message) {
@@ -76,6 +77,17 @@ std::string DoubtOf(const Layout& layout, LayoutIndex index) {
 }
 
 } // namespace
+
+bool AddLayoutErrors(const std::vector<LayoutError>& errors, DiagnosticLog& log) {
+    for (const LayoutError& error : errors) {
+        if (error.m_Line == 0) {
+            log.Add(DiagnosticCode::CannotRead, {}, {}, error.m_Message);
+            return false;
+        }
+        log.Add(DiagnosticCode::BadLayout, PlaceOf(error), {}, error.m_Message);
+    }
+    return true;
+}
 
 void FindLayoutFaults(const Layout& layout, DiagnosticLog& log) {
     std::vector<std::string> words;

@@ -5,6 +5,7 @@
 #include "Corvid/Diagnostics/DiagnosticLog.h"
 #include "Corvid/Layouts/TouchedDoubts.h"
 #include "Engine/Layout/Layout.h"
+#include "Engine/Layout/LayoutLine.h"
 
 namespace Corvid {
 
@@ -27,6 +28,9 @@ private:
     std::vector<bool> m_IsMet;
     std::size_t m_SampleCount = 0;
 };
+
+// Why a layout file cannot be used. False: it could not even be read.
+bool AddLayoutErrors(const std::vector<LayoutError>& errors, DiagnosticLog& log);
 
 // What is wrong with a layout whatever the samples are: its type word, and blocks that are known to be in files of the
 // type and are missing or doubled.
