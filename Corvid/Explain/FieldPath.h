@@ -30,6 +30,10 @@ public:
     }
     // Of something in the record that is no field of it.
     std::string OfLabel(std::string_view label) const { return m_Record + std::string(label); }
+    // The same in a record around, the length of whose path Enter() gave.
+    std::string OfLabel(std::string_view label, std::size_t length) const {
+        return m_Record.substr(0, length) + std::string(label);
+    }
     std::string OfRecord() const { return m_Record.empty() ? m_Record : m_Record.substr(0, m_Record.size() - 1); }
 
     // Into a nested record; gives what Leave() wants back.

@@ -85,8 +85,13 @@ void TextExplainer::ReadFieldAt(LayoutIndex index, const Place& place, Record& r
             Report(fault.m_Code, place.m_Line, fault.m_Position, m_Path.Of(m_Layout, node, element), fault.m_Message);
         if (m_Lines.IsIndented())
             depth = line.m_Depth + 1;
-        if (isLabelLine && IsDoubled(place.m_Line, record, element))
-            ReportUnknown(m_Line++, record);
+        if (isLabelLine && IsDoubled(place.m_Line, record, element)) {
+            ReportUnknown(m_Line, record);
+            const LineIndex end = FindEndOfNested(index, m_Line); // of a whole copy in front of what is nested
+            const bool isCopy = end < m_Lines.GetSize() && m_Lines[end].m_Depth > line.m_Depth &&
+                                m_Lines[end].GetLabel() == m_Lines[m_Line + 1].GetLabel();
+            m_Line = isCopy ? end : m_Line + 1;
+        }
     } else {
         depth = m_Lines[m_Line].m_Depth;
     }
@@ -95,21 +100,24 @@ void TextExplainer::ReadFieldAt(LayoutIndex index, const Place& place, Record& r
     else if (node.m_Kind == LayoutKind::Matrix33 || node.m_Kind == LayoutKind::Matrix44)
         ReadMatrix(index, depth, record, element);
     if (place.m_IsEarly)
-        m_Line = resume;
+        m_Line = std::max(resume, m_Line);
 }
 
-void TextExplainer::ReadNested(LayoutIndex index, std::uint32_t depth, const Record& outer,
-                               const ElementPlace* element) {
+void TextExplainer::ReadNested(LayoutIndex index, std::uint32_t depth, Record& outer, const ElementPlace* element) {
     const LayoutNode& node = m_Layout[index];
     Record record;
     record.m_Labels = &LabelsOf(index + 1, node.m_End);
     record.m_Depth = m_Lines.IsIndented() ? depth : 0;
-    if (m_Line < m_Lines.GetSize() && m_Lines[m_Line].m_Depth > depth &&
+    const LineIndex second = m_Line < m_Lines.GetSize() ? NextText(m_Line) : m_Line;
+    const bool goesOnAtDepth = second < m_Lines.GetSize() && m_Lines[second].m_Depth == depth &&
+                               record.m_Labels->AsksFor(m_Lines[second].GetLabel());
+    if (m_Line < m_Lines.GetSize() && m_Lines[m_Line].m_Depth > depth && !goesOnAtDepth &&
         record.m_Labels->AsksFor(m_Lines[m_Line].GetLabel()))
         record.m_Depth = m_Lines[m_Line].m_Depth;
     record.m_Outer = &outer;
     record.m_OuterNode = index;
     const std::size_t path = m_Path.Enter(m_Layout, node, element);
+    record.m_OuterPath = path;
     m_Tree.BeginRecord(node.m_Label);
     ReadFields(index + 1, node.m_End, record, nullptr);
     EndRecord(record);

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "Corvid/Diagnostics/DiagnosticLog.h"
@@ -39,8 +40,9 @@ private:
     struct Record {
         const RecordLabels* m_Labels = nullptr;
         std::uint32_t m_Depth = 0; // of its lines
-        const Record* m_Outer = nullptr;
+        Record* m_Outer = nullptr;
         LayoutIndex m_OuterNode = 0;                                // its own node among the outer record's
+        std::size_t m_OuterPath = 0;                                // the length of the outer record's path
         std::map<std::string_view, std::vector<LineIndex>> m_Early; // lines that came too early, in order
         std::set<std::string_view> m_Mismatched;                    // elements that were too few or too many
         // Lines of the record by label, from where they were gathered on.
@@ -66,7 +68,7 @@ private:
     void ReadWhen(LayoutIndex when, LayoutIndex end, Record& record, const ElementPlace* element);
     void ReadField(LayoutIndex index, Record& record, const ElementPlace* element);
     void ReadFieldAt(LayoutIndex index, const Place& place, Record& record, const ElementPlace* element);
-    void ReadNested(LayoutIndex index, std::uint32_t depth, const Record& outer, const ElementPlace* element);
+    void ReadNested(LayoutIndex index, std::uint32_t depth, Record& outer, const ElementPlace* element);
     bool IsDoubled(LineIndex line, Record& record, const ElementPlace* element);
     std::optional<LineIndex> FindRow(std::uint32_t depth, int due) const;
     void ReadMatrix(LayoutIndex index, std::uint32_t depth, Record& record, const ElementPlace* element);
@@ -95,6 +97,7 @@ private:
     bool AreElementsComplete(LineIndex found, const ElementPlace& element, Record& record);
     std::optional<Place> FindHere(std::string_view label, LayoutIndex index, Record& record);
     std::optional<Place> FindMisspelt(LayoutIndex index, Record& record, const ElementPlace* element);
+    bool HasLostItsLine(LayoutIndex index, LineIndex own, const Record& outer);
     bool StandsNested(LayoutIndex index, const Record& outer);
     bool IsOfOuter(std::string_view label, const Record& record) const;
     bool OpensUnindented(std::string_view label, const Record& record) const;
@@ -113,11 +116,16 @@ private:
     void PassOver(LineIndex end, LayoutIndex wanted, Record& record, Passing passing = Passing::Any);
     void ReportUnknown(LineIndex line, const Record& record);
     void PassOverStrangers(const Record& record);
-    void SkipStrays(Record& record);
-    bool IsStray(const Record& record) const;
     LineIndex NextText(LineIndex line) const;
     DiagnosticPlace PlaceOf(LineIndex line, std::size_t byte) const;
     void Report(DiagnosticCode code, LineIndex line, std::size_t byte, std::string field, std::string message);
+
+    // Lines that stand in the midst of a record that they do not belong to: TextExplainerStrays.cpp
+    void SkipStrays(Record& record, LayoutIndex wanted);
+    std::optional<LineIndex> FindEndOfStray(Record& record, LayoutIndex wanted);
+    LineIndex FindEndOfStrayRecord(const std::vector<LayoutIndex>& nodes, const Record& record, LayoutIndex wanted);
+    LineIndex FindEndOfNested(LayoutIndex owner, LineIndex line);
+    void ReportStray(Record& record);
 
     const Layout& m_Layout;
     TextLines& m_Lines;
@@ -126,7 +134,8 @@ private:
     Conditions m_Conditions;
     FieldPath m_Path;
     LineIndex m_Line = 0;
-    bool m_IsEndReported = false; // what is missing at the end of the file has one cause
+    std::unordered_set<LineIndex> m_Taken; // lines that were read in front of others they stand behind
+    bool m_IsEndReported = false;          // what is missing at the end of the file has one cause
     std::unordered_map<LayoutIndex, std::unique_ptr<RecordLabels>> m_Labels; // by first node
 };
 

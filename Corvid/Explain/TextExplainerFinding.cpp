@@ -9,12 +9,12 @@ namespace Corvid {
 
 TextExplainer::Place TextExplainer::Find(LayoutIndex index, Record& record, const ElementPlace* element) {
     const std::string& label = m_Layout[index].m_Label;
-    SkipStrays(record);
+    SkipStrays(record, index);
     if (EndsWithin(index, element))
         return {};
     if (const auto place = FindHere(label, index, record))
         return *place;
-    if (const auto line = FindBelow(label, record)) {
+    if (const auto line = FindBelow(label, record); line && !HasLostItsLine(index, *line, record)) {
         PassOver(*line, index, record);
         return {Place::Kind::Line, *line};
     }
@@ -27,7 +27,7 @@ TextExplainer::Place TextExplainer::Find(LayoutIndex index, Record& record, cons
 TextExplainer::Place TextExplainer::FindElement(LayoutIndex index, Record& record, const ElementPlace& element,
                                                 bool isFirst) {
     const std::string& label = m_Layout[index].m_Label;
-    SkipStrays(record);
+    SkipStrays(record, element.m_List);
     if (EndsWithin(index, &element))
         return {};
     if (const auto place = FindHere(label, index, record))
@@ -67,11 +67,11 @@ bool TextExplainer::EndsWithin(LayoutIndex index, const ElementPlace* element) {
     return true;
 }
 
-// Whether the elements that are still due stand there all the same, so that the current line, a part of an element
-// right in front of `found`, is one too many or comes too early.
+// Whether the elements that are still due stand there all the same, so that the current line, right in front of
+// `found`, is one too many or comes too early.
 bool TextExplainer::AreElementsComplete(LineIndex found, const ElementPlace& element, Record& record) {
     if (!element.m_Count || m_Line == m_Lines.GetSize() || m_Lines[m_Line].m_Next != found ||
-        !StandsInElement(element.m_List))
+        (!StandsInElement(element.m_List) && record.m_Labels->IsNamedByCount(element.m_List)))
         return false;
     LayoutIndex first = element.m_List + 1;
     while (m_Layout[first].m_Kind == LayoutKind::Use || m_Layout[first].m_Kind == LayoutKind::When)
@@ -123,6 +123,15 @@ std::optional<TextExplainer::Place> TextExplainer::FindMisspelt(LayoutIndex inde
         return Place{Place::Kind::NestedOnly, m_Line};
     }
     return std::nullopt;
+}
+
+// Whether what is nested in the record begins at the current line, and not behind its own line, which stands below.
+bool TextExplainer::HasLostItsLine(LayoutIndex index, LineIndex own, const Record& outer) {
+    const LayoutNode& node = m_Layout[index];
+    if (node.m_Kind != LayoutKind::Record || !StandsNested(index, outer))
+        return false;
+    const std::string_view first = LabelsOf(index + 1, node.m_End).GetAll().front();
+    return HasLabel(m_Line, first) && !HasLabel(NextText(own), first);
 }
 
 // Whether what is nested in the record or matrix stands at the current line. A single line that its own line follows

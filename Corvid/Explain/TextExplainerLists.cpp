@@ -44,7 +44,7 @@ void TextExplainer::ReadListAt(LayoutIndex index, const Place& place, Record& re
         isFirstConditional |= m_Layout[first].m_Kind == LayoutKind::When;
     bool isComplete = true;
     for (; !count || element.m_Index < static_cast<std::uint32_t>(*count); ++element.m_Index) {
-        SkipStrays(record);
+        SkipStrays(record, index);
         const bool standsHere = StandsInElement(index);
         Place firstPlace;
         if (!isFirstConditional)

@@ -24,7 +24,9 @@ void TextExplainer::ReportMissing(LayoutIndex index, const ElementPlace* element
 
 // The current line moves to `end`; each line in front of it is told of once, with what is nested in it.
 void TextExplainer::PassOver(LineIndex end, LayoutIndex wanted, Record& record, Passing passing) {
-    std::vector<std::string_view> told;
+    if (m_Line < end)
+        m_Taken.insert(end);
+    bool isTold = false; // many fields that come too early have come by one move
     while (m_Line < end) {
         const ArchiveLine line = m_Lines[m_Line];
         const std::string_view label = line.GetLabel();
@@ -33,12 +35,11 @@ void TextExplainer::PassOver(LineIndex end, LayoutIndex wanted, Record& record, 
         if (!isLater || passing == Passing::NoElements) {
             ReportUnknown(m_Line, record);
         } else {
-            // Many elements that come too early have come by one move.
-            if (std::find(told.begin(), told.end(), label) == told.end()) {
-                told.push_back(label);
+            if (!isTold)
                 Report(DiagnosticCode::OutOfOrder, m_Line, line.m_LabelStart, m_Path.OfLabel(label),
-                       "comes too early: " + m_Layout[wanted].m_Label + " is due here");
-            }
+                       "comes too early: " + m_Layout[wanted].m_Label + " is due here, and stands in line " +
+                           std::to_string(m_Lines.GetNumber(end)));
+            isTold = true;
             record.m_Early[label].push_back(m_Line);
         }
         m_Line = std::min(line.m_Next, end);
@@ -73,29 +74,6 @@ void TextExplainer::PassOverStrangers(const Record& record) {
         ReportUnknown(m_Line, record);
         m_Line = m_Lines[m_Line].m_Next;
     }
-}
-
-// Blank lines, and lines in front of the record's depth that neither it nor a record around it asks for, where it goes
-// on right behind them.
-void TextExplainer::SkipStrays(Record& record) {
-    while (m_Line < m_Lines.GetSize() && (m_Lines[m_Line].IsBlank() || IsStray(record))) {
-        if (!m_Lines[m_Line].IsBlank())
-            record.m_Lines.reset(); // they were gathered up to here
-        ReportUnknown(m_Line++, record);
-    }
-}
-
-bool TextExplainer::IsStray(const Record& record) const {
-    const ArchiveLine line = m_Lines[m_Line];
-    if (line.m_Depth >= record.m_Depth || !m_Lines.IsIndented())
-        return false;
-    for (const Record* around = &record; around != nullptr; around = around->m_Outer) {
-        if (around->m_Labels->AsksFor(line.GetLabel()))
-            return false;
-    }
-    const LineIndex next = NextText(m_Line);
-    return next < m_Lines.GetSize() && m_Lines[next].m_Depth >= record.m_Depth &&
-           record.m_Labels->AsksFor(m_Lines[next].GetLabel());
 }
 
 // The next line that is not blank.

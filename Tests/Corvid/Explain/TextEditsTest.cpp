@@ -16,7 +16,7 @@ const char kHull[] = "Entity/HullFragments.entity";
 const std::string kLongWord = '"' + std::string(256, 'w') + '"';
 const std::string kLongLine = '"' + std::string(2000, 'w') + '"';
 
-enum class Do { Replace, Drop, Double, Swap, Insert, Cut };
+enum class Do { Replace, Drop, Double, Swap, Insert, Move, Cut };
 
 // One edit of an example: what it does to the line, and all that may be found then. Lines count from 1.
 struct Edit {
@@ -27,6 +27,8 @@ struct Edit {
     const char* m_Old; // of Replace
     const char* m_New; // of Replace, Insert
     const char* m_Findings;
+    std::size_t m_To = 0;    // of Move: the line it then is
+    std::size_t m_Count = 1; // of Move: lines
 };
 
 const Edit kEdits[] = {
@@ -58,6 +60,23 @@ const Edit kEdits[] = {
      "21:3 MeshData.Position [unknown-label]\n"},
     {"RecordLineInFrontOfItsCount", kCube, Do::Swap, 8, "", "", "8:2 MeshData.Material [out-of-order]\n"},
     {"IndentedTooFar", kCube, Do::Replace, 5, "\t", "\t\t\t", ""},
+
+    // Lines that were moved
+    {"FarDownItsRecord", kHull, Do::Move, 4, "", "", "4:1 minLinearSpeed [out-of-order]\n", 10},
+    {"IntoANestedRecord", kCube, Do::Move, 7, "", "", "7:2 MeshData.NumMaterials [out-of-order]\n", 13},
+    {"EarlyIntoANestedRecord", kPanels, Do::Move, 22, "", "", "14:2 brush[1].fileName [out-of-order]\n", 14},
+    {"RecordLineIntoARecord", kPanels, Do::Move, 39, "", "",
+     "29:2 brush[2].Normal [unknown-label]\n40:3 brush[2].Normal [missing-field]\n", 29},
+    {"OutOfAllRecords", kPanels, Do::Move, 2, "", "", "2:1 brushCount [out-of-order]\n", 37},
+    {"BehindTheLineOfARecord", kPanels, Do::Move, 35, "", "",
+     "35:2 brush[2].CursorOver.pixelBox [missing-field]\n42:3 brush[3].pixelBox [unknown-label]\n", 42},
+    {"ElementIntoAnElement", kCube, Do::Move, 36, "", "",
+     "50:2 MeshData.Vertex [unknown-label]\n252:2 MeshData.Vertex[23] [missing-field]\n", 50, 9},
+    {"FileLineIntoAList", kCube, Do::Move, 2, "", "", "2:2 MeshData [missing-field]\n300:1 MeshData [unknown-label]\n",
+     300},
+    {"CopyInFrontOfWhatIsNested", kPanels, Do::Insert, 31, "",
+     "\tPressed\r\n\t\tfileName \"a\"\r\n\t\tpixelBox [ 0 , 0 , 1 , 1 ]", "31:2 brush[2].Pressed [unknown-label]\n"},
+    {"OtherElementInAList", kCube, Do::Insert, 258, "", "\tIndex 4", "258:2 MeshData.Index [unknown-label]\n"},
 
     // Lists
     {"CountMissing", kCube, Do::Drop, 35, "", "", "35:2 MeshData.NumVertices [missing-field]\n"},
@@ -156,6 +175,12 @@ std::string Apply(const Edit& edit) {
     case Do::Insert:
         lines.insert(line, edit.m_New);
         break;
+    case Do::Move: {
+        const std::vector<std::string> moved(line, line + static_cast<std::ptrdiff_t>(edit.m_Count));
+        lines.erase(line, line + static_cast<std::ptrdiff_t>(edit.m_Count));
+        lines.insert(lines.begin() + static_cast<std::ptrdiff_t>(edit.m_To) - 1, moved.begin(), moved.end());
+        break;
+    }
     case Do::Cut:
         lines.erase(line + 1, lines.end());
         break;
