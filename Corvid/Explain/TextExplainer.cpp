@@ -10,6 +10,10 @@ TextExplainer::TextExplainer(const Layout& layout, TextLines& lines, DiagnosticL
 void TextExplainer::Run(bool isWholeLayout) {
     Record file;
     file.m_Labels = &LabelsOf(0, m_Layout.GetSize());
+    for (const MergeConflict& conflict : m_Lines.GetConflicts())
+        m_Log.Add(DiagnosticCode::UnknownLabel, DiagnosticPlace::AtLine(std::uint64_t{conflict.m_First} + 2, 1), {},
+                  "a merge has left a conflict here, down to line " +
+                      std::to_string(std::uint64_t{conflict.m_Last} + 2) + ": one of its sides has to go");
     ReadFields(0, m_Layout.GetSize(), file, nullptr);
     if (isWholeLayout)
         EndRecord(file);
@@ -69,16 +73,17 @@ void TextExplainer::ReadFieldAt(LayoutIndex index, const Place& place, Record& r
     if (place.m_Kind == Place::Kind::Line) {
         m_Line = place.m_Line + 1;
         const ArchiveLine line = m_Lines[place.m_Line];
+        const std::size_t labelEnd = place.m_LabelEnd != 0 ? place.m_LabelEnd : line.GetLabelEnd();
         TextFault fault;
         bool isWhole = true;
         if (isLabelLine) {
-            isWhole = ReadTextEnd(line.m_Text, line.GetLabelEnd(), fault);
+            isWhole = ReadTextEnd(line.m_Text, labelEnd, fault);
         } else {
             TextValue value;
-            isWhole = ReadTextValue(node, line.m_Text, line.GetLabelEnd(), value, fault);
+            isWhole = ReadTextValue(node, line.m_Text, labelEnd, value, fault);
             if (isWhole || fault.m_Code == DiagnosticCode::TooLong)
                 value.AddTo(m_Tree, node.m_Label);
-            if (isWhole)
+            if (isWhole || fault.m_IsBehindValue)
                 value.KeepFor(m_Conditions, index);
         }
         if (!isWhole && !place.m_IsMisspelt)

@@ -56,8 +56,9 @@ private:
 
         Kind m_Kind = Kind::Missing;
         LineIndex m_Line = 0;
-        bool m_IsMisspelt = false; // and diagnosed: nothing more is said of its value
-        bool m_IsEarly = false;    // the current line stays where it is
+        bool m_IsMisspelt = false;  // and diagnosed: nothing more is said of its value
+        std::size_t m_LabelEnd = 0; // in the line; 0: where its label ends
+        bool m_IsEarly = false;     // the current line stays where it is
     };
 
     // What a line that is passed over may come too early for.

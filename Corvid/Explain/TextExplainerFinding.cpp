@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "Corvid/Explain/LabelExcerpt.h"
+#include "Corvid/Explain/TornLabel.h"
 #include "Engine/String/NearWord.h"
 
 namespace Corvid {
@@ -109,6 +110,15 @@ std::optional<TextExplainer::Place> TextExplainer::FindMisspelt(LayoutIndex inde
         return std::nullopt;
     const LayoutNode& node = m_Layout[index];
     const ArchiveLine line = m_Lines[m_Line];
+    const std::size_t labelEnd = FindEndOfTornLabel(line.m_Text, line.m_LabelStart, node.m_Label);
+    if (labelEnd != 0 && line.GetLabel() != node.m_Label) {
+        Report(DiagnosticCode::MissingField, m_Line, line.m_LabelStart, m_Path.Of(m_Layout, node, element),
+               "missing; here it stands with a blank lost or too many, or one that is neither a space nor a tab");
+        Place place{Place::Kind::Line, m_Line};
+        place.m_IsMisspelt = true;
+        place.m_LabelEnd = labelEnd;
+        return place;
+    }
     const bool isInRecord = line.m_Depth >= record.m_Depth || !m_Lines.IsIndented();
     if (isInRecord && IsNearWord(line.GetLabel(), node.m_Label) && !record.m_Labels->AsksFor(line.GetLabel())) {
         Report(DiagnosticCode::MissingField, m_Line, line.m_LabelStart, m_Path.Of(m_Layout, node, element),

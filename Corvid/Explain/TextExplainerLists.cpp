@@ -89,12 +89,13 @@ std::optional<std::int32_t> TextExplainer::ReadCount(LayoutIndex index, const Pl
     TextValue value;
     TextFault fault;
     const std::string field = m_Path.Of(m_Layout, node, outer);
-    if (!ReadTextValue(node, line.m_Text, line.GetLabelEnd(), value, fault)) {
+    const std::size_t labelEnd = place.m_LabelEnd != 0 ? place.m_LabelEnd : line.GetLabelEnd();
+    if (!ReadTextValue(node, line.m_Text, labelEnd, value, fault)) {
         if (!place.m_IsMisspelt)
             Report(fault.m_Code, place.m_Line, fault.m_Position, field, fault.m_Message);
         return std::nullopt;
     }
-    const std::size_t start = line.m_Text.find_first_not_of(" \t\v\f\r", line.GetLabelEnd());
+    const std::size_t start = line.m_Text.find_first_not_of(" \t\v\f\r", labelEnd);
     const auto rest = static_cast<std::uint64_t>(m_Lines.GetTextEnd() - (line.m_Text.data() + line.m_Text.size()));
     const std::uint64_t smallest = std::max<std::uint64_t>(SmallestElementLetters(index + 1, node.m_End) / 2, 1);
     const std::string why = ExplainBadCount(node, value.m_Integer, rest / smallest);

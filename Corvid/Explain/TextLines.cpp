@@ -49,13 +49,26 @@ std::uint64_t ArchiveLine::GetColumn(std::size_t byte) const {
 
 TextLines::TextLines(std::string_view text) {
     TakeLine(text); // the header
+    m_EndNumber = static_cast<std::uint64_t>(std::count(text.begin(), text.end(), '\n')) + 2 +
+                  (!text.empty() && !text.ends_with('\n') ? 1 : 0);
+    m_Resolved = LeaveOutConflicts(text);
+    if (!m_Resolved.m_Conflicts.empty())
+        text = m_Resolved.m_Text;
     m_Text = text;
     m_IsLastLineCut = !text.empty() && !text.ends_with('\n');
     const auto size = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) + (m_IsLastLineCut ? 1 : 0);
     m_Next.resize(size);
     m_Marks.reserve(size / kLinesPerMark + 1);
-    m_EndNumber = size + 2;
     LinkLines();
+}
+
+std::uint64_t TextLines::GetNumber(LineIndex index) const {
+    if (index >= GetSize())
+        return m_EndNumber;
+    const std::vector<LinesLeftOut>& leftOut = m_Resolved.m_LeftOut;
+    const auto behind = std::upper_bound(leftOut.begin(), leftOut.end(), index,
+                                         [](LineIndex line, const LinesLeftOut& part) { return line < part.m_Index; });
+    return std::uint64_t{index} + 2 + (behind != leftOut.begin() ? (behind - 1)->m_Count : 0);
 }
 
 void TextLines::MarkSpoilt(LineIndex index) {

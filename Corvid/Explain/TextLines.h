@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "Corvid/Explain/MergeConflicts.h"
 #include "Corvid/Values/LargeBlockAllocator.h"
 
 namespace Corvid {
@@ -30,11 +31,14 @@ struct ArchiveLine {
 };
 
 // The lines behind the header of a text archive, blank ones at its end left out. A line is worked out of the text when
-// it is asked for: a large file has millions of them, and each is asked for a few times in a row.
+// it is asked for: a large file has millions of them, and each is asked for a few times in a row. Of a conflict that a
+// merge has left, the lines of the first side are there.
 class TextLines {
 public:
     // UTF-8, without a byte-order mark; lives as long as this object.
     explicit TextLines(std::string_view text);
+    TextLines(const TextLines&) = delete;
+    TextLines& operator=(const TextLines&) = delete;
 
     LineIndex GetSize() const { return static_cast<LineIndex>(m_Next.size()); }
     ArchiveLine operator[](LineIndex index) const { return Find(index).m_Line; }
@@ -48,9 +52,8 @@ public:
     bool IsLastReported() const { return m_IsLastReported; }
 
     // As people count: the header is line 1. Of the end: one more than the last line.
-    std::uint64_t GetNumber(LineIndex index) const {
-        return index < GetSize() ? std::uint64_t{index} + 2 : m_EndNumber;
-    }
+    std::uint64_t GetNumber(LineIndex index) const;
+    const std::vector<MergeConflict>& GetConflicts() const { return m_Resolved.m_Conflicts; }
 
     const char* GetTextEnd() const { return m_Text.data() + m_Text.size(); }
     bool IsIndented() const { return m_IsIndented; }       // whether any line stands behind a tab
@@ -70,6 +73,7 @@ private:
     std::size_t FindStart(LineIndex index) const;
     void LinkLines();
 
+    TextWithoutConflicts m_Resolved;                               // empty where there are none
     std::string_view m_Text;                                       // behind the header
     std::vector<LineIndex, LargeBlockAllocator<LineIndex>> m_Next; // by line
     std::vector<std::size_t> m_Marks;                              // where each kLinesPerMark-th line starts

@@ -38,7 +38,7 @@ public:
     }
 
     bool Fail(std::size_t position, std::string message, DiagnosticCode code = DiagnosticCode::BadValue) {
-        m_Fault = {code, position, std::move(message)};
+        m_Fault = {code, position, std::move(message), false};
         return false;
     }
 
@@ -59,7 +59,11 @@ public:
 
     bool End() {
         SkipBlanks();
-        return IsAtEnd() || Fail(m_Position, "'" + Excerpt(GetRest()) + "' stands behind the value");
+        if (IsAtEnd())
+            return true;
+        Fail(m_Position, "'" + Excerpt(GetRest()) + "' stands behind the value");
+        m_Fault.m_IsBehindValue = true;
+        return false;
     }
 
     // Whether `mark` stands next, which is then behind.

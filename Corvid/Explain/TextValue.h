@@ -16,6 +16,7 @@ struct TextFault {
     DiagnosticCode m_Code = DiagnosticCode::BadValue;
     std::size_t m_Position = 0; // the first wrong byte of the line
     std::string m_Message;
+    bool m_IsBehindValue = false; // which itself has been read
 };
 
 // One value of a text archive, read whole: nothing but white space may stand in front of it, between its parts or

@@ -78,6 +78,26 @@ const Edit kEdits[] = {
      "\tPressed\r\n\t\tfileName \"a\"\r\n\t\tpixelBox [ 0 , 0 , 1 , 1 ]", "31:2 brush[2].Pressed [unknown-label]\n"},
     {"OtherElementInAList", kCube, Do::Insert, 258, "", "\tIndex 4", "258:2 MeshData.Index [unknown-label]\n"},
 
+    // What merges and editors leave
+    {"Conflict", kCube, Do::Replace, 5, "\tBoundingRadius 0.866025",
+     "<<<<<<< HEAD\r\n\tBoundingRadius 0.5x\r\n=======\r\n\tBoundingRadius 0.6\r\n>>>>>>> topic",
+     "5:1 [unknown-label]\n6:20 MeshData.BoundingRadius [bad-value]\n"},
+    {"ConflictWithItsOrigin", kCube, Do::Insert, 36, "",
+     "<<<<<<< HEAD\r\n||||||| base\r\n\tVertex\r\n=======\r\n\tVertex\r\n>>>>>>> topic", "36:1 [unknown-label]\n"},
+    {"FaultBehindAConflict", kCube, Do::Replace, 35, "\tNumVertices 24",
+     "<<<<<<< HEAD\r\n\tNumVertices 24\r\n=======\r\n>>>>>>> topic\r\n\tExtra 1",
+     "35:1 [unknown-label]\n39:2 MeshData.Extra [unknown-label]\n"},
+    {"HalfAConflict", kCube, Do::Insert, 35, "", "<<<<<<< HEAD", "35:1 MeshData [unknown-label]\n"},
+    {"NoBreakSpaceBehindALabel", kCube, Do::Replace, 35, "NumVertices ", "NumVertices\xC2\xA0",
+     "35:2 MeshData.NumVertices [missing-field]\n"},
+    {"NoBreakSpaceInFront", kCube, Do::Replace, 36, "\t", "\t\xC2\xA0", "36:2 MeshData.Vertex[0] [missing-field]\n"},
+    {"TabInALabel", kCube, Do::Replace, 22, "DataString", "Data\tString",
+     "22:3 MeshData.Point[0].DataString [missing-field]\n"},
+    {"NoBlankBehindALabel", kCube, Do::Replace, 22, "DataString ", "DataString",
+     "22:3 MeshData.Point[0].DataString [missing-field]\n"},
+    {"TailOfAWordThatDecides", kPanels, Do::Replace, 26, "\"States\"", "\"States\" x",
+     "26:19 brush[2].content [bad-value]\n"},
+
     // Lists
     {"CountMissing", kCube, Do::Drop, 35, "", "", "35:2 MeshData.NumVertices [missing-field]\n"},
     {"CountOfEqualElementsMissing", kCube, Do::Drop, 318, "", "",
