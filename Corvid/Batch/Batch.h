@@ -6,11 +6,13 @@
 #include <condition_variable>
 #include <cstddef>
 #include <cstdint>
+#include <exception>
 #include <functional>
 #include <map>
 #include <mutex>
+#include <new>
+#include <optional>
 #include <span>
-#include <system_error>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -32,6 +34,9 @@ int DefaultJobs();
 //
 // Small files are done within microseconds, so the threads share next to nothing: each has a lane for its results, and
 // the caller's thread collects them from time to time.
+//
+// A thread that runs out of memory ends, and so gives some back; the caller's does what it leaves. Run() throws
+// std::bad_alloc only if that is not enough either.
 template <class Result> class Batch {
 public:
     using Work = std::function<Result(std::size_t)>;
@@ -48,6 +53,7 @@ public:
         std::vector<Lane> lanes(wanted);
         m_ThreadCount = wanted;
         std::vector<std::jthread> threads;
+        threads.reserve(wanted);
         try {
             for (Lane& lane : lanes)
                 threads.emplace_back([this, &lane] {
@@ -55,12 +61,19 @@ public:
                     AwaitOthers();
                     WorkThrough(lane);
                 });
-        } catch (const std::system_error&) { // the system gives no more of them
+        } catch (const std::exception&) { // the system gives no more of them, or no memory for one
             SetThreadCount(threads.size());
             if (threads.empty())
                 return RunAlone();
         }
-        return HandOn(lanes);
+        try {
+            return HandOn(lanes);
+        } catch (...) {
+            const std::lock_guard lock(m_Mutex);
+            m_IsStopped = true;
+            m_HasRoom.notify_all();
+            throw;
+        }
     }
 
 private:
@@ -70,6 +83,8 @@ private:
     struct alignas(64) Lane {
         std::mutex m_Mutex;
         std::vector<std::pair<std::size_t, Result>> m_Done;
+        std::optional<std::size_t> m_LeftItem; // that there was too little memory for
+        std::optional<Result> m_LeftResult;    // of that item, if it got so far
     };
 
     static constexpr std::size_t kMostWaiting = 2048; // results that an earlier one keeps waiting
@@ -102,17 +117,36 @@ private:
         for (;;) {
             if (m_Waiting >= kMostWaiting)
                 AwaitRoom();
-            const std::size_t place = m_IsStopped || IsInterrupted() ? m_Order.size() : m_NextInOrder++;
-            if (place >= m_Order.size())
+            const std::optional<std::size_t> item = TakeNext();
+            if (!item || !WorkOn(*item, lane))
                 break;
-            std::pair<std::size_t, Result> done(m_Order[place], m_Work(m_Order[place]));
-            ++m_Waiting;
-            const std::lock_guard lock(lane.m_Mutex);
-            lane.m_Done.push_back(std::move(done));
         }
         const std::lock_guard lock(m_Mutex);
         ++m_ThreadsDone;
         m_AreThreadsDone.notify_one();
+    }
+
+    std::optional<std::size_t> TakeNext() {
+        const std::size_t place = m_IsStopped || IsInterrupted() ? m_Order.size() : m_NextInOrder++;
+        return place < m_Order.size() ? std::optional(m_Order[place]) : std::nullopt;
+    }
+
+    // False where memory is short.
+    bool WorkOn(std::size_t item, Lane& lane) {
+        std::optional<Result> result;
+        try {
+            result.emplace(m_Work(item));
+            ++m_Waiting;
+            const std::lock_guard lock(lane.m_Mutex);
+            lane.m_Done.emplace_back(item, std::move(*result));
+            return true;
+        } catch (const std::bad_alloc&) {
+            m_Waiting += result ? 0 : 1;
+            const std::lock_guard lock(lane.m_Mutex);
+            lane.m_LeftItem = item;
+            lane.m_LeftResult = std::move(result);
+            return false;
+        }
     }
 
     void AwaitRoom() {
@@ -133,6 +167,11 @@ private:
         while (!m_IsStopped && !isLast) {
             isLast = AwaitResults();
             Collect(lanes, results);
+            if (const std::optional<std::size_t> item = isLast ? TakeNext() : std::nullopt) { // no thread is left
+                results.emplace(*item, m_Work(*item));
+                ++m_Waiting;
+                isLast = false;
+            }
             // At the end, what was done behind a gap is handed on, too.
             while (!m_IsStopped && !results.empty() && (isLast || results.begin()->first == m_NextToTake)) {
                 auto ready = results.extract(results.begin());
@@ -153,15 +192,21 @@ private:
         return m_AreThreadsDone.wait_for(lock, kGathering, [&] { return m_ThreadsDone == m_ThreadCount; });
     }
 
-    static void Collect(std::vector<Lane>& lanes, Results& results) {
+    void Collect(std::vector<Lane>& lanes, Results& results) {
         for (Lane& lane : lanes) {
             std::vector<std::pair<std::size_t, Result>> done;
+            std::optional<std::size_t> leftItem;
+            std::optional<Result> leftResult;
             {
                 const std::lock_guard lock(lane.m_Mutex);
                 done.swap(lane.m_Done);
+                leftItem.swap(lane.m_LeftItem);
+                leftResult.swap(lane.m_LeftResult);
             }
             for (auto& [item, result] : done)
                 results.emplace(item, std::move(result));
+            if (leftItem)
+                results.emplace(*leftItem, leftResult ? std::move(*leftResult) : m_Work(*leftItem));
         }
     }
 

@@ -1,7 +1,7 @@
 #include "Corvid/Batch/Parts.h"
 
 #include <algorithm>
-#include <system_error>
+#include <exception>
 #include <thread>
 #include <vector>
 
@@ -19,7 +19,7 @@ void WorkInParts(std::size_t count, std::size_t leastPart, int jobs,
             threads.emplace_back([&work, begin, end] { work(begin, end); });
             begin = end;
         }
-    } catch (const std::system_error&) { // the system gives no more threads: the caller's does what is left
+    } catch (const std::exception&) { // no thread or no memory for one: the caller's does what is left
     }
     work(begin, count);
 }

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <atomic>
+#include <new>
 #include <numeric>
+#include <thread>
 #include <tuple>
 
 #include "Corvid/Batch/Batch.h"
@@ -43,6 +45,41 @@ TEST(BatchTest, StopsWhenTheRestIsNotWanted) {
         Batch<int> batch(
             order, [](std::size_t) { return 0; }, [&](std::size_t, int) { return ++taken < 10; });
         EXPECT_EQ(batch.Run(jobs), 10u);
+    }
+}
+
+TEST(BatchTest, TheCallerDoesWhatThreadsHaveNoMemoryFor) {
+    constexpr std::size_t kCount = 3000;
+    const std::thread::id caller = std::this_thread::get_id();
+    for (const std::size_t soundItems : {0u, 1u, 2500u}) { // in threads; the last number is more than may wait
+        std::vector<std::size_t> order(kCount);
+        std::iota(order.begin(), order.end(), std::size_t{0});
+        std::rotate(order.begin(), order.end() - 1, order.end()); // a large one comes first
+        std::vector<std::size_t> taken;
+        Batch<std::size_t> batch(
+            order,
+            [&](std::size_t item) {
+                if (std::this_thread::get_id() != caller && item >= soundItems)
+                    throw std::bad_alloc();
+                return item;
+            },
+            [&](std::size_t item, std::size_t result) {
+                taken.push_back(item);
+                return item == result;
+            });
+        EXPECT_EQ(batch.Run(4), kCount);
+        EXPECT_TRUE(std::is_sorted(taken.begin(), taken.end())) << soundItems;
+    }
+}
+
+TEST(BatchTest, EndsWhereMemoryIsShortForTheCallerToo) {
+    for (const int jobs : {1, 4}) {
+        std::vector<std::size_t> order(10'000);
+        std::iota(order.begin(), order.end(), std::size_t{0});
+        Batch<int> batch(
+            order, [](std::size_t) { return 0; },
+            [](std::size_t item, int) { return item < 5 ? true : throw std::bad_alloc(); });
+        EXPECT_THROW(batch.Run(jobs), std::bad_alloc);
     }
 }
 
