@@ -64,12 +64,13 @@ void FixKinds(RecordDraft& record, std::uint32_t first, const Layout& block, Lay
     }
 }
 
-class Maker {
+// Adds the nodes of one layout, in order.
+class DraftWriter {
 public:
-    Maker(const LayoutBlocks& blocks, bool isAssumed, const Layout* known)
+    DraftWriter(const LayoutBlocks& blocks, bool isAssumed, const Layout* known)
         : m_Blocks(blocks), m_IsAssumed(isAssumed), m_Known(known) {}
 
-    DraftLayout Make(RecordDraft& draft, const std::string& name) {
+    DraftLayout Write(RecordDraft& draft, const std::string& name) {
         FindDeciders(draft);
         AddRecord(draft);
         m_Result.m_Layout = m_Builder.Finish(name, m_IsAssumed);
@@ -108,7 +109,7 @@ private:
     std::vector<const DraftField*> m_Deciders; // on which conditions stand
 };
 
-void Maker::FindDeciders(const RecordDraft& record) {
+void DraftWriter::FindDeciders(const RecordDraft& record) {
     for (const DraftField& field : record.m_Fields) {
         for (const DraftWhen& when : field.m_Whens) {
             if (!when.IsUnknown())
@@ -121,7 +122,7 @@ void Maker::FindDeciders(const RecordDraft& record) {
     }
 }
 
-bool Maker::Translate(const DraftCondition& condition, LayoutCondition& translated) const {
+bool DraftWriter::Translate(const DraftCondition& condition, LayoutCondition& translated) const {
     const DraftField& field = condition.m_Record->m_Fields[condition.m_Field];
     translated.m_Field = m_Builder.FindEarlier(field.m_Label);
     translated.m_Words = condition.m_Words;
@@ -129,7 +130,7 @@ bool Maker::Translate(const DraftCondition& condition, LayoutCondition& translat
     return translated.m_Field == field.m_Node && field.m_Node != kNoLayoutIndex;
 }
 
-void Maker::AddWhen(DraftWhen& when) {
+void DraftWriter::AddWhen(DraftWhen& when) {
     LayoutCondition condition;
     std::vector<LayoutCondition> alternatives;
     bool isWhole = true;
@@ -147,7 +148,8 @@ void Maker::AddWhen(DraftWhen& when) {
     m_Builder.Begin();
 }
 
-void Maker::AddBlock(RecordDraft& record, std::uint32_t first, const Layout& block, LayoutIndex node, LayoutIndex end) {
+void DraftWriter::AddBlock(RecordDraft& record, std::uint32_t first, const Layout& block, LayoutIndex node,
+                           LayoutIndex end) {
     for (; node < end; node = block[node].m_End, ++first) {
         DraftField& field = record.m_Fields[first];
         LayoutNode copy = block[node];
@@ -167,7 +169,7 @@ LayoutKind UsualKindOf(const DraftField& field) {
     return field.m_Usual.has_value() && field.m_Kinds.Has(*field.m_Usual) ? *field.m_Usual : LikelyKind(field.m_Kinds);
 }
 
-void Maker::AddValue(DraftField& field) {
+void DraftWriter::AddValue(DraftField& field) {
     const LayoutKind kind = field.m_IsWord ? LayoutKind::Word : UsualKindOf(field);
     LayoutNode& node = m_Builder.GetNode(Add(kind, field.m_Label, &field));
     if (kind == LayoutKind::Word)
@@ -204,7 +206,7 @@ void Maker::AddValue(DraftField& field) {
 }
 
 // Of an integer that was always 1: the field that stands right behind it, always, so that it may count that.
-std::uint32_t Maker::FindLoneElement(const RecordDraft& record, std::uint32_t index) const {
+std::uint32_t DraftWriter::FindLoneElement(const RecordDraft& record, std::uint32_t index) const {
     const DraftField& field = record.m_Fields[index];
     if (m_IsAssumed || field.m_Known != kNoLayoutIndex || field.m_IsBuiltIn || field.m_Shape != DraftShape::Value ||
         field.m_Numbers.size() != 1 || field.m_Numbers[0] != 1 || !(field.m_Kinds == KindSet{LayoutKind::Int}) ||
@@ -223,7 +225,7 @@ std::uint32_t Maker::FindLoneElement(const RecordDraft& record, std::uint32_t in
 }
 
 // Returns the index of the field behind what was added.
-std::uint32_t Maker::AddField(RecordDraft& record, std::uint32_t index) {
+std::uint32_t DraftWriter::AddField(RecordDraft& record, std::uint32_t index) {
     DraftField& field = record.m_Fields[index];
     if (FindLoneElement(record, index) != kNone) {
         LayoutNode& node = m_Builder.GetNode(Add(LayoutKind::Count, field.m_Label, &field));
@@ -252,7 +254,7 @@ std::uint32_t Maker::AddField(RecordDraft& record, std::uint32_t index) {
     return index + 1;
 }
 
-void Maker::AddRecord(RecordDraft& record) {
+void DraftWriter::AddRecord(RecordDraft& record) {
     std::vector<DraftWhen> open;
     std::vector<LayoutIndex> openNodes;
     std::uint32_t index = 0;
@@ -309,9 +311,8 @@ void FindBlocks(RecordDraft& draft, const LayoutBlocks& blocks) {
     }
 }
 
-DraftLayout MakeLayout(RecordDraft& draft, const std::string& name, const LayoutBlocks& blocks, bool isAssumed,
-                       const Layout* known) {
-    return Maker(blocks, isAssumed, known).Make(draft, name);
+DraftLayout LayoutMaker::Make(RecordDraft& draft, bool isAssumed) const {
+    return DraftWriter(m_Blocks, isAssumed, m_Known).Write(draft, m_TypeWord);
 }
 
 } // namespace Corvid

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "Engine/Layout/Infer/RecordDraft.h"
@@ -18,10 +19,21 @@ struct DraftLayout {
 // Finds runs of fields that are one of `blocks`, and fixes their kinds.
 void FindBlocks(RecordDraft& draft, const LayoutBlocks& blocks);
 
-// `isAssumed`: no binary sample has told anything, so that decimals are taken for floats and digits for 32 bits without
-// a mark. The draft must outlive the result.
-// Records keep the names that they have in `known`, if there is one.
-DraftLayout MakeLayout(RecordDraft& draft, const std::string& name, const LayoutBlocks& blocks, bool isAssumed,
-                       const Layout* known);
+// Makes layouts of one type from drafts, which must outlive the results.
+class LayoutMaker {
+public:
+    // Records keep the names that they have in `known`, if there is one. It and the blocks must outlive the maker.
+    LayoutMaker(std::string typeWord, const LayoutBlocks& blocks, const Layout* known)
+        : m_TypeWord(std::move(typeWord)), m_Blocks(blocks), m_Known(known) {}
+
+    // `isAssumed`: no binary sample has told anything, so that decimals are taken for floats and digits for 32 bits
+    // without a mark.
+    DraftLayout Make(RecordDraft& draft, bool isAssumed) const;
+
+private:
+    std::string m_TypeWord;
+    const LayoutBlocks& m_Blocks;
+    const Layout* m_Known;
+};
 
 } // namespace Corvid
