@@ -16,9 +16,6 @@ struct DraftLayout {
     std::vector<std::vector<DraftWhen*>> m_Whens; // by node, of each field that it holds
 };
 
-// Finds runs of fields that are one of `blocks`, and fixes their kinds.
-void FindBlocks(RecordDraft& draft, const LayoutBlocks& blocks);
-
 // Makes layouts of one type from drafts, which must outlive the results.
 class LayoutMaker {
 public:

@@ -5,6 +5,7 @@
 #include <optional>
 #include <utility>
 
+#include "Engine/Layout/Infer/BlockRuns.h"
 #include "Engine/Layout/Infer/ConditionFinder.h"
 #include "Engine/Layout/Infer/DraftBuilder.h"
 #include "Engine/Layout/Infer/DraftLayout.h"
