@@ -29,13 +29,17 @@ public:
     std::optional<SampleConflict> Build(RecordDraft& record);
 
 private:
-    const SampleLine& LineOf(const DraftInstance& instance, const SampleToken& token) const {
-        return (*m_Trees[instance.m_Sample])[token.m_Line];
-    }
+    // What a field is in one sample.
+    struct Reading {
+        DraftShape m_Shape;
+        KindSet m_Kinds;
+    };
+
     void TakeKnown(DraftField& field) const;
     KindSet KindsOfRows(const SampleTree& tree, std::uint32_t line) const;
     std::optional<SampleConflict> ReadField(RecordDraft& record, std::uint32_t index);
-    void ReadValue(DraftField& field, const SampleLine& line) const;
+    Reading ReadToken(const DraftInstance& instance, const SampleToken& token) const;
+    void ReconcileCounts(DraftField& field, std::string_view value, Reading& reading) const;
     std::optional<SampleConflict> EnterField(RecordDraft& record, std::uint32_t index);
 
     std::span<const SampleTree* const> m_Trees;
@@ -58,18 +62,23 @@ KindSet Builder::KindsOfRows(const SampleTree& tree, std::uint32_t line) const {
     return rows == 4 && kinds.Has(LayoutKind::Vector4) ? KindSet{LayoutKind::Matrix44} : KindSet{};
 }
 
-void Builder::ReadValue(DraftField& field, const SampleLine& line) const {
-    if (field.m_Kinds.Has(LayoutKind::Bool))
-        field.m_WasSeen[line.m_Value == "TRUE" ? 1 : 0] = true;
-    if (field.m_Kinds.Has(LayoutKind::String))
-        Remember(field.m_Words, ReadStringText(line.m_Value), kMostWords);
-    if (const auto number = ReadIntText(line.m_Value))
+// What the values of a field are like.
+void Gather(DraftField& field, std::string_view value) {
+    if (field.m_Shape == DraftShape::Record)
+        return;
+    if (const auto number = ReadIntText(value))
         Remember(field.m_Numbers, *number, kMostNumbers);
+    if (field.m_Shape == DraftShape::List)
+        return;
+    if (field.m_Kinds.Has(LayoutKind::Bool))
+        field.m_WasSeen[value == "TRUE" ? 1 : 0] = true;
+    if (field.m_Kinds.Has(LayoutKind::String))
+        Remember(field.m_Words, ReadStringText(value), kMostWords);
     if ((field.m_Kinds & kNumberKinds).IsEmpty())
         return;
-    field.m_Decimals.Add(line.m_Value);
-    field.m_HasNegative = field.m_HasNegative || line.m_Value.starts_with('-');
-    field.m_Largest = std::max(field.m_Largest, std::abs(std::strtod(std::string(line.m_Value).c_str(), nullptr)));
+    field.m_Decimals.Add(value);
+    field.m_HasNegative = field.m_HasNegative || value.starts_with('-');
+    field.m_Largest = std::max(field.m_Largest, std::abs(std::strtod(std::string(value).c_str(), nullptr)));
 }
 
 // The kinds that a field of a known layout leaves open.
@@ -118,12 +127,36 @@ void Builder::TakeKnown(DraftField& field) const {
     }
 }
 
+// As far as the lines alone tell.
+Builder::Reading Builder::ReadToken(const DraftInstance& instance, const SampleToken& token) const {
+    if (token.m_IsCount)
+        return {DraftShape::List, {LayoutKind::Count}};
+    const SampleTree& tree = *m_Trees[instance.m_Sample];
+    const std::string_view value = tree[token.m_Line].m_Value;
+    if (!value.empty())
+        return {DraftShape::Value, KindsOfValue(value)};
+    const KindSet matrix = KindsOfRows(tree, token.m_Line);
+    if (matrix.IsEmpty())
+        return {DraftShape::Record, {LayoutKind::Record}};
+    return {DraftShape::Value, matrix};
+}
+
+// The layout and the samples may differ in whether a count counts anything.
+void Builder::ReconcileCounts(DraftField& field, std::string_view value, Reading& reading) const {
+    if (reading.m_Shape == DraftShape::Value && field.m_Shape == DraftShape::List && value == "0")
+        reading = {DraftShape::List, {LayoutKind::Count}}; // of which nobody has seen an element
+    if (reading.m_Shape == DraftShape::List && field.m_Shape == DraftShape::Value &&
+        m_Known->GetLayout()[field.m_Known].m_Kind == LayoutKind::Count) {
+        field.m_Shape = DraftShape::List;
+        field.m_Kinds = {LayoutKind::Count};
+    }
+}
+
 std::optional<SampleConflict> Builder::ReadField(RecordDraft& record, std::uint32_t index) {
     DraftField& field = record.m_Fields[index];
     const bool isKnown = field.m_Known != kNoLayoutIndex;
     if (isKnown)
         TakeKnown(field);
-    const int knownLine = isKnown ? m_Known->GetLayout()[field.m_Known].m_Line : 0;
     bool isFirst = !isKnown;
     SamplePlace firstPlace;
     for (std::uint32_t i = 0; i < record.m_Instances.size(); ++i) {
@@ -131,49 +164,28 @@ std::optional<SampleConflict> Builder::ReadField(RecordDraft& record, std::uint3
             continue;
         const DraftInstance& instance = record.m_Instances[i];
         const SampleToken& token = instance.m_Tokens[field.m_Tokens[i]];
-        const SampleTree& tree = *m_Trees[instance.m_Sample];
-        const SampleLine& line = tree[token.m_Line];
+        const SampleLine& line = (*m_Trees[instance.m_Sample])[token.m_Line];
         const SamplePlace place{instance.m_Sample, token.m_Line};
-
-        DraftShape shape = token.m_IsCount ? DraftShape::List : DraftShape::Value;
-        KindSet kinds{LayoutKind::Count};
-        if (isKnown && shape == DraftShape::Value && field.m_Shape == DraftShape::List && line.m_Value == "0")
-            shape = DraftShape::List; // of which nobody has seen an element
-        if (isKnown && shape == DraftShape::List && field.m_Shape == DraftShape::Value &&
-            m_Known->GetLayout()[field.m_Known].m_Kind == LayoutKind::Count) {
-            field.m_Shape = DraftShape::List;
-            field.m_Kinds = {LayoutKind::Count};
-        }
-        if (shape == DraftShape::Value && line.m_Value.empty()) {
-            kinds = KindsOfRows(tree, token.m_Line);
-            if (kinds.IsEmpty()) {
-                shape = DraftShape::Record;
-                kinds = {LayoutKind::Record};
-            }
-        } else if (shape == DraftShape::Value) {
-            kinds = KindsOfValue(line.m_Value);
-        }
-        if (shape == DraftShape::Value && kinds.IsEmpty())
+        Reading reading = ReadToken(instance, token);
+        if (isKnown)
+            ReconcileCounts(field, line.m_Value, reading);
+        if (reading.m_Kinds.IsEmpty())
             return SampleConflict{"'" + field.m_Label + "' has no value of any kind", place, place, 0};
         if (isFirst) {
-            field.m_Shape = shape;
-            field.m_Kinds = kinds;
+            field.m_Shape = reading.m_Shape;
+            field.m_Kinds = reading.m_Kinds;
             firstPlace = place;
+            isFirst = false;
         }
-        field.m_Kinds &= kinds;
-        if (isKnown && (field.m_Shape != shape || field.m_Kinds.IsEmpty()))
+        field.m_Kinds &= reading.m_Kinds;
+        const bool agrees = field.m_Shape == reading.m_Shape && !field.m_Kinds.IsEmpty();
+        if (!agrees && isKnown)
             return SampleConflict{"'" + field.m_Label + "' has a value of another kind than in the layout", place,
-                                  place, knownLine};
-        if (field.m_Shape != shape || field.m_Kinds.IsEmpty())
+                                  place, m_Known->GetLayout()[field.m_Known].m_Line};
+        if (!agrees)
             return SampleConflict{"'" + field.m_Label + "' has a value of another kind here than there", place,
                                   firstPlace, 0};
-        isFirst = false;
-        if (shape == DraftShape::List) {
-            if (const auto number = ReadIntText(line.m_Value))
-                Remember(field.m_Numbers, *number, kMostNumbers);
-        } else if (shape == DraftShape::Value) {
-            ReadValue(field, line);
-        }
+        Gather(field, line.m_Value);
     }
     return std::nullopt;
 }
