@@ -16,6 +16,27 @@ constexpr std::int32_t kMostEmptyElements = 65'536; // of elements that take no 
 constexpr std::int32_t kUnknownWord = -1;
 constexpr std::int32_t kNotThere = -2;
 
+// One that no sample shows has two letters at least; anything else is no word at all.
+bool CanBeNewWord(std::u16string_view word) {
+    return word.size() >= 2 &&
+           std::all_of(word.begin(), word.end(), [](char16_t unit) { return unit < 0x7F && unit > u' '; });
+}
+
+void NoteNumber(std::vector<std::int32_t>& numbers, std::int32_t number) {
+    const auto place = std::lower_bound(numbers.begin(), numbers.end(), number);
+    if (place == numbers.end() || *place != number)
+        numbers.insert(place, number);
+}
+
+// The file cannot be followed any further.
+void Drop(FitState& state, std::size_t file) {
+    const FileSet others = ~(FileSet{1} << file);
+    state.m_Dropped |= ~others;
+    state.m_Active &= others;
+    for (FitFrame& frame : state.m_Frames)
+        frame.m_Outside &= others;
+}
+
 } // namespace
 
 FitSearch::FitSearch(const FitQuestion& question, std::span<const std::string_view> files)
@@ -143,14 +164,9 @@ bool FitSearch::ReadValue(FitState& state, LayoutKind kind) {
             const std::u16string word = TakeString(bytes);
             value = WordIndex(node, word);
             if (value == kUnknownWord) {
-                // A word of two letters at least is a new one; anything else is no word at all.
-                if (word.size() < 2 ||
-                    !std::all_of(word.begin(), word.end(), [](char16_t unit) { return unit < 0x7F && unit > u' '; }))
+                if (!CanBeNewWord(word))
                     return false;
-                state.m_Dropped |= FileSet{1} << file;
-                state.m_Active &= ~(FileSet{1} << file);
-                for (FitFrame& frame : state.m_Frames)
-                    frame.m_Outside &= ~(FileSet{1} << file);
+                Drop(state, file);
                 continue;
             }
         } else if (kind == LayoutKind::String && decider >= 0) {
@@ -160,12 +176,9 @@ bool FitSearch::ReadValue(FitState& state, LayoutKind kind) {
             if (m_Notes != nullptr)
                 m_Notes->m_SeenBools[node] |= static_cast<std::uint8_t>(1 << value);
         } else if ((kind == LayoutKind::Int || kind == LayoutKind::Int64) && m_Notes != nullptr) {
-            std::vector<std::int32_t>& numbers = m_Notes->m_SeenNumbers[node];
             const bool isLarge = kind == LayoutKind::Int64 && TakeInt(bytes.substr(sizeof(std::int32_t))) != 0;
-            const std::int32_t number = isLarge ? std::numeric_limits<std::int32_t>::max() : TakeInt(bytes);
-            const auto place = std::lower_bound(numbers.begin(), numbers.end(), number);
-            if (place == numbers.end() || *place != number)
-                numbers.insert(place, number);
+            NoteNumber(m_Notes->m_SeenNumbers[node],
+                       isLarge ? std::numeric_limits<std::int32_t>::max() : TakeInt(bytes));
         }
         if (decider >= 0)
             state.m_Deciders[static_cast<std::size_t>(decider)][file] = value;
@@ -177,26 +190,50 @@ bool FitSearch::ReadValue(FitState& state, LayoutKind kind) {
 }
 
 // The counts of all active files; the elements are read one after the other, side by side.
-void FitSearch::EnterCount(FitState& state) {
+bool FitSearch::ReadCount(FitState& state) {
+    const LayoutIndex node = state.m_Node;
+    if (!ReadValue(state, LayoutKind::Int))
+        return false;
     FitFrame& frame = state.m_Frames.emplace_back();
-    frame.m_Node = state.m_Node;
+    frame.m_Node = node;
     frame.m_Outside = state.m_Active;
     frame.m_Element = -1;
     frame.m_Counts.assign(m_Files.size(), 0);
     for (std::size_t file = 0; file < m_Files.size(); ++file) {
-        if ((state.m_Active >> file & 1) != 0)
-            frame.m_Counts[file] = TakeInt(m_Files[file].substr(state.m_Offsets[file] - sizeof(std::int32_t)));
+        if ((state.m_Active >> file & 1) == 0)
+            continue;
+        const std::size_t offset = state.m_Offsets[file];
+        frame.m_Counts[file] = TakeInt(m_Files[file].substr(offset - sizeof(std::int32_t)));
+        if (!IsCountPossible(node, frame.m_Counts[file], m_Files[file].size() - offset))
+            return false;
     }
-    state.m_Node = m_Layout[frame.m_Node].m_End;
+    return true;
 }
 
-// False where no file can be followed any further.
-bool FitSearch::EnterWhen(FitState& state, int choice) {
+// Whether `left` bytes can hold so many elements.
+bool FitSearch::IsCountPossible(LayoutIndex node, std::int32_t number, std::size_t left) const {
+    const bool hasElements = m_Layout[node].m_End > node + 1;
+    const auto most = std::max(kMostEmptyElements, static_cast<std::int32_t>(std::min<std::size_t>(left, 1u << 30)));
+    return number >= 0 && (hasElements || number == 0) && number <= most &&
+           static_cast<std::uint64_t>(number) <= std::max<std::uint64_t>(left, 1);
+}
+
+bool FitSearch::Holds(const LayoutCondition& condition, std::int32_t value) const {
+    if (condition.m_Words.empty())
+        return (value == 1) != condition.m_IsNegated;
+    const std::vector<std::u16string>& known = WordsOf(condition.m_Field);
+    const bool isOneOf = value >= 0 && std::find(condition.m_Words.begin(), condition.m_Words.end(),
+                                                 known[static_cast<std::size_t>(value)]) != condition.m_Words.end();
+    return isOneOf != condition.m_IsNegated;
+}
+
+// Goes on with the files in which the condition holds; past what it holds where there are none.
+void FitSearch::EnterWhen(FitState& state, int choice) {
     const LayoutIndex node = state.m_Node;
     const LayoutCondition& condition =
         choice == 0 ? m_Layout[node].m_Condition
                     : m_Layout[node].m_Doubt.m_Alternatives[static_cast<std::size_t>(choice - 1)];
-    FitFrame frame;
+    FitFrame& frame = state.m_Frames.emplace_back();
     frame.m_Node = node;
     frame.m_Outside = state.m_Active;
     for (std::size_t file = 0; file < m_Files.size(); ++file) {
@@ -207,29 +244,16 @@ bool FitSearch::EnterWhen(FitState& state, int choice) {
         if (condition.m_Field != kNoLayoutIndex)
             value = state.m_Deciders[static_cast<std::size_t>(m_DeciderOf[condition.m_Field])][file];
         if (value == kNotThere) {
-            state.m_Dropped |= bit;
-            state.m_Active &= ~bit;
-            frame.m_Outside &= ~bit;
-            for (FitFrame& outer : state.m_Frames)
-                outer.m_Outside &= ~bit;
+            Drop(state, file);
             continue;
         }
-        bool isThere = value == 1;
-        if (!condition.m_Words.empty()) {
-            const auto& words = WordsOf(condition.m_Field);
-            isThere = value >= 0 && std::find(condition.m_Words.begin(), condition.m_Words.end(),
-                                              words[static_cast<std::size_t>(value)]) != condition.m_Words.end();
-        }
-        isThere = isThere != condition.m_IsNegated;
+        const bool isThere = Holds(condition, value);
         if (m_Notes != nullptr)
             ++m_Notes->m_Sides[isThere ? 1 : 0][node];
         if (!isThere)
             state.m_Active &= ~bit;
     }
-    const bool isEntered = state.m_Active != 0;
-    state.m_Frames.push_back(std::move(frame));
-    state.m_Node = isEntered ? node + 1 : m_Layout[node].m_End;
-    return true;
+    state.m_Node = state.m_Active != 0 ? node + 1 : m_Layout[node].m_End;
 }
 
 // At the end of what the innermost frame holds: the next element, or out of it. False when not at such an end.
@@ -345,37 +369,19 @@ bool FitSearch::Run(FitState& state) {
             ++state.m_Node;
             continue;
         }
-        int choice = state.m_Choices[state.m_Node];
+        std::int8_t& choice = state.m_Choices[state.m_Node];
         if (choice == kUndecidedChoice && IsOpen(state.m_Node))
             return Branch(state);
         if (choice == kUndecidedChoice)
-            choice = state.m_Choices[state.m_Node] =
-                static_cast<std::int8_t>(node.m_Kind == LayoutKind::When ? 0 : static_cast<int>(node.m_Kind));
+            choice = static_cast<std::int8_t>(node.m_Kind == LayoutKind::When ? 0 : static_cast<int>(node.m_Kind));
         if (node.m_Kind == LayoutKind::When) {
-            if (!EnterWhen(state, choice))
-                return false;
+            EnterWhen(state, choice);
             continue;
         }
-        if (node.m_Kind != LayoutKind::Count) {
-            if (!ReadValue(state, static_cast<LayoutKind>(choice)))
-                return false;
-            continue;
-        }
-        const LayoutIndex count = state.m_Node;
-        if (!ReadValue(state, LayoutKind::Int))
+        const bool isRead =
+            node.m_Kind == LayoutKind::Count ? ReadCount(state) : ReadValue(state, static_cast<LayoutKind>(choice));
+        if (!isRead)
             return false;
-        state.m_Node = count;
-        EnterCount(state);
-        const FitFrame& frame = state.m_Frames.back();
-        for (std::size_t file = 0; file < m_Files.size(); ++file) {
-            const std::int32_t number = frame.m_Counts[file];
-            const std::size_t left = m_Files[file].size() - state.m_Offsets[file];
-            const bool isEmpty = node.m_End == count + 1;
-            if (number < 0 || (isEmpty && number != 0) ||
-                static_cast<std::uint64_t>(number) > std::max<std::uint64_t>(left, 1) ||
-                number > std::max(kMostEmptyElements, static_cast<std::int32_t>(std::min<std::size_t>(left, 1u << 30))))
-                return false;
-        }
     }
     return false;
 }

@@ -71,8 +71,10 @@ private:
     bool Run(FitState& state);
     bool Leave(FitState& state);
     bool ReadValue(FitState& state, LayoutKind kind);
-    void EnterCount(FitState& state);
-    bool EnterWhen(FitState& state, int choice);
+    bool ReadCount(FitState& state);
+    bool IsCountPossible(LayoutIndex node, std::int32_t number, std::size_t left) const;
+    bool Holds(const LayoutCondition& condition, std::int32_t value) const;
+    void EnterWhen(FitState& state, int choice);
     bool IsOver(const FitState& state) const;
     bool Branch(const FitState& state);
     std::uint64_t HashOf(const FitState& state) const;
