@@ -1,6 +1,9 @@
 #include "Corvid/Explain/TextExplainer.h"
 
 #include <algorithm>
+#include <utility>
+
+#include "Corvid/Explain/LineDepths.h"
 
 namespace Corvid {
 
@@ -8,6 +11,8 @@ TextExplainer::TextExplainer(const Layout& layout, TextLines& lines, DiagnosticL
     : m_Layout(layout), m_Lines(lines), m_Log(log), m_Tree(tree), m_Conditions(layout) {}
 
 void TextExplainer::Run(bool isWholeLayout) {
+    if (std::vector<std::uint16_t> depths = FindDepths(m_Layout, m_Lines); !depths.empty())
+        m_Lines.SetDepths(std::move(depths));
     Record file;
     file.m_Labels = &LabelsOf(0, m_Layout.GetSize());
     for (const MergeConflict& conflict : m_Lines.GetConflicts())

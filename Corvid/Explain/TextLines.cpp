@@ -1,6 +1,7 @@
 #include "Corvid/Explain/TextLines.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "Engine/Archive/Text/TextLine.h"
 #include "Engine/String/Unicode.h"
@@ -85,6 +86,8 @@ const TextLines::FoundLine& TextLines::Find(LineIndex index) const {
     std::string_view rest = m_Text.substr(start);
     found.m_Line = MakeLine(TakeLine(rest));
     found.m_Line.m_Next = m_Next[index];
+    if (!m_Depths.empty())
+        found.m_Line.m_Depth = m_Depths[index];
     found.m_Behind = m_Text.size() - rest.size();
     found.m_Index = index;
     return found;
@@ -100,7 +103,15 @@ std::size_t TextLines::FindStart(LineIndex index) const {
     return m_Text.size() - rest.size();
 }
 
+void TextLines::SetDepths(std::vector<std::uint16_t> depths) {
+    m_Depths = std::move(depths);
+    m_Found = {};
+    LinkLines();
+}
+
 void TextLines::LinkLines() {
+    m_Marks.clear();
+    m_IsIndented = false;
     struct OpenLine {
         LineIndex m_Index;
         std::uint32_t m_Depth;
@@ -111,7 +122,9 @@ void TextLines::LinkLines() {
     for (LineIndex index = 0; index < GetSize(); ++index) {
         if (index % kLinesPerMark == 0)
             m_Marks.push_back(m_Text.size() - rest.size());
-        const ArchiveLine line = MakeLine(TakeLine(rest));
+        ArchiveLine line = MakeLine(TakeLine(rest));
+        if (!m_Depths.empty() && index < m_Depths.size())
+            line.m_Depth = m_Depths[index];
         m_IsIndented = m_IsIndented || line.m_Depth > 0;
         if (!line.IsBlank() || line.m_Text.find('\0') != std::string_view::npos)
             behindLast = index + 1;

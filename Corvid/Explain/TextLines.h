@@ -17,7 +17,7 @@ using LineIndex = std::uint32_t;
 // One physical line of a text archive, its line end taken off.
 struct ArchiveLine {
     std::string_view m_Text;
-    std::uint32_t m_Depth = 0;       // tabs in front of the label; a blank line has none
+    std::uint32_t m_Depth = 0;       // tabs in front of the label, or what they should be; a blank line has none
     std::uint32_t m_LabelStart = 0;  // bytes in front of the label
     std::uint32_t m_LabelLength = 0; // bytes; 0: a blank line
     LineIndex m_Next = 0;            // the next line that is not nested in this one: no deeper, and not blank
@@ -42,6 +42,9 @@ public:
 
     LineIndex GetSize() const { return static_cast<LineIndex>(m_Next.size()); }
     ArchiveLine operator[](LineIndex index) const { return Find(index).m_Line; }
+
+    // How deep each line stands, where that is not the number of its tabs.
+    void SetDepths(std::vector<std::uint16_t> depths);
 
     // The text of a line cannot be relied on, which has been reported: no more of it.
     void MarkSpoilt(LineIndex index);
@@ -77,6 +80,7 @@ private:
     std::string_view m_Text;                                       // behind the header
     std::vector<LineIndex, LargeBlockAllocator<LineIndex>> m_Next; // by line
     std::vector<std::size_t> m_Marks;                              // where each kLinesPerMark-th line starts
+    std::vector<std::uint16_t> m_Depths;                           // by line; empty: their tabs
     std::vector<bool> m_Spoilt;                                    // empty where none is
     mutable std::array<FoundLine, 4> m_Found;                      // the last ones, by index
     std::uint64_t m_EndNumber = 2;

@@ -241,23 +241,47 @@ TEST(TextEdits, CutWithinALineIsFoundOnce) {
     }
 }
 
-// Tabs are for people: where there are none, a slip costs no more.
+std::string WithSpacesForTabs(std::string text) {
+    for (std::size_t tab = text.find('\t'); tab != text.npos; tab = text.find('\t', tab))
+        text.replace(tab, 1, "    ");
+    return text;
+}
+
+// Tabs are for people: where they are gone, in the whole text or in a part of it, a slip costs no more.
 TEST(TextEdits, EachIsFoundOnceWithoutTabs) {
     const Edit edits[] = {
         {"Misspelt", kBlast, Do::Replace, 3, "HasInfinite", "HasInfinit", ""},
+        {"RecordMisspelt", kCube, Do::Replace, 45, "Vertex", "Vertxe", ""},
         {"FieldDropped", kCube, Do::Drop, 41, "", "", ""},
         {"FieldDoubled", kPanels, Do::Double, 13, "", "", ""},
         {"FieldsSwapped", kCube, Do::Swap, 10, "", "", ""},
         {"RecordLineDropped", kCube, Do::Drop, 28, "", "", ""},
+        {"StateLineDropped", kPanels, Do::Drop, 58, "", "", ""},
+        {"RecordLineDoubled", kCube, Do::Double, 45, "", "", ""},
         {"LineInAList", kCube, Do::Insert, 42, "", "Extra 1", ""},
         {"LineInFrontOfAll", kPanels, Do::Insert, 2, "", "Extra 1", ""},
         {"CountTooLarge", kCube, Do::Replace, 20, "2", "4", ""},
+        {"CountTooSmall", kCube, Do::Replace, 35, "24", "20", ""},
+        {"FieldMoved", kCube, Do::Move, 7, "", "", "", 13},
+        {"ElementTooMany", kCube, Do::Insert, 61, "",
+         "Triangle\r\niVertex0 1\r\niVertex1 1\r\niVertex2 1\r\niMaterial 0", ""},
     };
     for (const Edit& edit : edits) {
-        std::string text = Apply(edit);
-        std::erase(text, '\t');
-        const LoadedFile file = LoadNamed(text, edit.m_Example);
-        EXPECT_EQ(file.m_Log.GetAll().size(), 1u) << edit.m_Name << "\n" << FindingsOf(file);
+        const std::string text = Apply(edit);
+        std::string flat = text;
+        std::erase(flat, '\t');
+        const std::size_t middle = text.find('\n', text.size() / 2) + 1;
+        const std::string texts[] = {
+            flat,
+            flat + "\t\r\n", // a single tab says nothing about the others
+            WithSpacesForTabs(text),
+            WithSpacesForTabs(text.substr(0, middle)) + text.substr(middle),
+        };
+        for (const std::string& each : texts) {
+            const LoadedFile file = LoadNamed(each, edit.m_Example);
+            EXPECT_EQ(file.m_Log.GetAll().size(), 1u) << edit.m_Name << " " << (&each - texts) << "\n"
+                                                      << FindingsOf(file);
+        }
     }
 }
 
