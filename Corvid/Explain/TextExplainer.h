@@ -1,5 +1,6 @@
 #pragma once
 
+#include <deque>
 #include <map>
 #include <memory>
 #include <optional>
@@ -41,10 +42,10 @@ private:
         const RecordLabels* m_Labels = nullptr;
         std::uint32_t m_Depth = 0; // of its lines
         Record* m_Outer = nullptr;
-        LayoutIndex m_OuterNode = 0;                                // its own node among the outer record's
-        std::size_t m_OuterPath = 0;                                // the length of the outer record's path
-        std::map<std::string_view, std::vector<LineIndex>> m_Early; // lines that came too early, in order
-        std::set<std::string_view> m_Mismatched;                    // elements that were too few or too many
+        LayoutIndex m_OuterNode = 0;                               // its own node among the outer record's
+        std::size_t m_OuterPath = 0;                               // the length of the outer record's path
+        std::map<std::string_view, std::deque<LineIndex>> m_Early; // lines that came too early, in order
+        std::set<std::string_view> m_Mismatched;                   // elements that were too few or too many
         // Lines of the record by label, from where they were gathered on.
         std::optional<std::unordered_map<std::string_view, std::vector<LineIndex>>> m_Lines;
         LineIndex m_LinesEnd = 0; // to where on

@@ -95,7 +95,7 @@ std::optional<TextExplainer::Place> TextExplainer::FindHere(std::string_view lab
     if (early == record.m_Early.end() || early->second.empty())
         return std::nullopt;
     Place place{Place::Kind::Line, early->second.front()};
-    early->second.erase(early->second.begin());
+    early->second.pop_front();
     const bool isAlone = m_Lines[place.m_Line].m_Next == NextText(place.m_Line);
     if (isAlone && StandsNested(index, record)) // its own line alone has come too early
         return Place{Place::Kind::NestedOnly, m_Line};
