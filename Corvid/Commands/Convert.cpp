@@ -1,10 +1,12 @@
 #include "Corvid/Commands/Convert.h"
 
 #include <array>
+#include <span>
 
 #include "Corvid/Commands/FileRun.h"
 #include "Corvid/Files/Destinations.h"
 #include "Corvid/Files/FileStatus.h"
+#include "Corvid/Files/FileTurns.h"
 #include "Corvid/Files/PrintedPath.h"
 #include "Corvid/Files/ResultFile.h"
 #include "Corvid/Values/ValueDifferences.h"
@@ -238,10 +240,12 @@ int RunCommand(const ConvertOptions& options, Console& console) {
     printing.m_Limits.m_MostLines = options.m_Diagnostics.m_MostLines;
     if (options.m_Look.m_IsQuiet)
         printing.m_Limits.m_Least = Severity::Error;
+    FileTurns turns(options.m_IsInPlace ? std::span(list.m_Files) : std::span<const ListedFile>());
     std::array<std::uint64_t, kTallyCount> tally{};
     const FileRunResult result = RunOverFiles(
         list, options.m_Batch.m_Jobs, options.m_Look, printing, console,
         [&](const ListedFile& file) {
+            const std::unique_lock<std::mutex> turn = turns.Await(file);
             return Conversion{options, plan, plan.PathFor(file), file}.Run();
         },
         [&](const ListedFile&, const FileOutcome& outcome) { ++tally[static_cast<std::size_t>(outcome.m_Tally)]; });

@@ -218,8 +218,10 @@ void Finder::AddFile(std::string path, std::string name, const FileStatus& statu
     ListedFile file;
     file.m_Path = std::move(path);
     file.m_Name = std::move(name);
+    file.m_Identity = status.m_Identity;
     file.m_Size = status.m_Size;
     file.m_Modified = status.m_Modified;
+    file.m_IsFile = status.m_Type == FileType::File;
     m_List.m_Files.push_back(std::move(file));
 }
 

@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "Corvid/Files/FileStatus.h"
+
 namespace Corvid {
 
 // The K-th of N parts of all files, by the hash of their printed paths.
@@ -37,8 +39,10 @@ struct ListedFile {
     std::string m_Path;  // as it is printed and opened
     std::string m_Error; // not empty: cannot be read, as the system says
     std::string m_Name;  // where it goes below a destination folder
+    FileIdentity m_Identity;
     std::uint64_t m_Size = 0;
     std::int64_t m_Modified = 0;
+    bool m_IsFile = false; // when it was found; otherwise a pipe, a device or standard input
     bool m_IsInShard = true;
     bool m_IsFolder = false; // one that cannot be searched
 
