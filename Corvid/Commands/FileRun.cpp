@@ -48,7 +48,9 @@ std::optional<std::string> ReadListedFile(const ListedFile& file, FileOutcome& o
         AddFailure(outcome, DiagnosticCode::CannotRead, file.m_Error);
         return std::nullopt;
     }
-    ReadResult read = file.IsStandardInput() ? ReadStandardInput() : ReadFileBytes(file.m_Path);
+    ReadResult read = file.IsStandardInput() ? ReadStandardInput()
+                      : file.m_IsFile        ? ReadFoundFile(file.m_Path)
+                                             : ReadFileBytes(file.m_Path);
     if (!read.m_Error.empty()) {
         AddFailure(outcome, DiagnosticCode::CannotRead, read.m_Error);
         return std::nullopt;

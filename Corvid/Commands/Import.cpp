@@ -22,9 +22,7 @@ public:
 
     std::optional<GltfBytes> Read(const std::string& name) {
         const std::string path = m_Folder + name;
-        const std::optional<FileStatus> status = GetFileStatus(path);
-        const ReadResult read =
-            status && status->m_Type != FileType::File ? ReadResult{{}, "not a file"} : ReadFileBytes(path);
+        const ReadResult read = ReadFoundFile(path);
         if (read.m_Error.empty())
             return GltfBytes(read.m_Bytes.begin(), read.m_Bytes.end());
         m_Error = PrintedPath(path) + ": " + read.m_Error;

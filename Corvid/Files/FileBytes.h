@@ -18,6 +18,9 @@ struct ReadResult {
 ReadResult ReadFileBytes(const std::string& path);
 ReadResult ReadStandardInput();
 
+// Refuses what is no file: one that a folder held may be a pipe by now, which nobody writes into.
+ReadResult ReadFoundFile(const std::string& path);
+
 // Whether two files hold the same; no, where one of them cannot be read.
 bool HoldSameBytes(const std::string& path, const std::string& otherPath);
 

@@ -58,8 +58,7 @@ std::optional<std::string> TextureFolder::ReadPicture(std::u16string_view textur
         return std::nullopt;
     }
     const std::string path = m_Path + found->second;
-    const std::optional<FileStatus> status = GetFileStatus(path);
-    ReadResult read = status && status->m_Type != FileType::File ? ReadResult{{}, "not a file"} : ReadFileBytes(path);
+    ReadResult read = ReadFoundFile(path);
     if (!read.m_Error.empty())
         problem = PrintedPath(path) + ": " + read.m_Error;
     else if (!IsPicture(read.m_Bytes))

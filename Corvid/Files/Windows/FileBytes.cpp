@@ -51,6 +51,11 @@ ReadResult ReadFileBytes(const std::string& path) {
     return ReadAll(file.Get());
 }
 
+ReadResult ReadFoundFile(const std::string& path) {
+    const std::optional<FileStatus> status = GetFileStatus(path);
+    return status && status->m_Type == FileType::Other ? ReadResult{{}, "not a file"} : ReadFileBytes(path);
+}
+
 ReadResult ReadStandardInput() {
     return ReadAll(GetStdHandle(STD_INPUT_HANDLE));
 }

@@ -98,7 +98,55 @@ class Shell:
         os.mkfifo(os.path.join(self.folder, "pipe.particle"))
         run = self.run("convert", "--to", "bin", "-i", "pipe.particle")
         expect(run.returncode == 2 and b"use -o" in run.stderr, "a pipe is not converted in place", run.stderr)
+        for arguments in (["check", "pipe.particle", "many/f00000.particle"], ["check", "-", "many/f00000.particle"],
+                          ["diff", "pipe.particle", "-"]):
+            process = subprocess.Popen([self.corvid, *arguments], cwd=self.folder, stdin=subprocess.PIPE,
+                                       stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+            time.sleep(0.3)
+            process.send_signal(signal.SIGTERM)
+            try:
+                expect(process.wait(timeout=30) == -signal.SIGTERM, "a pipe that is silent is no reason to stay", arguments)
+            except subprocess.TimeoutExpired:
+                process.kill()
+                expect(False, "a pipe that is silent is no reason to stay", arguments)
+            process.communicate()
         os.remove(os.path.join(self.folder, "pipe.particle"))
+
+    def names_of_one_file(self):
+        """Hard links to a large file are rewritten one after the other: nobody reads a half."""
+        with open(os.path.join(self.examples, "Mesh", "cube.mesh"), "rb") as file:
+            cube = file.read()
+        begin, end = cube.index(b"\tVertex\r\n"), cube.index(b"\tNumTriangles")
+        mesh = cube[:begin].replace(b"NumVertices 24", b"NumVertices 9600") + cube[begin:end] * 400 + cube[end:]
+        for _ in range(10):
+            folder = os.path.join(self.folder, "names")
+            os.makedirs(folder)
+            with open(os.path.join(folder, "a.mesh"), "wb") as file:
+                file.write(mesh)
+            for name in "bcd":
+                os.link(os.path.join(folder, "a.mesh"), os.path.join(folder, name + ".mesh"))
+            run = self.run("convert", "-j", "4", "--to", "bin", "-i", "names")
+            expect(run.stderr == b"1 converted, 3 unchanged, 0 refused, 0 failed\n", "one file of four names", run.stderr)
+            shutil.rmtree(folder)
+
+    def turned_into_pipe(self):
+        """What was a file when the folder was searched, and is a pipe by the time it is read, is not waited for."""
+        going = os.path.join(self.folder, "turning")
+        shutil.copytree(os.path.join(self.folder, "many"), going)
+        process = subprocess.Popen([self.corvid, "convert", "--to", "bin", "-o", "turned", "-j", "1", "turning"],
+                                   cwd=self.folder, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+        while process.poll() is None and not os.path.exists(os.path.join(self.folder, "turned", "f00100.particle")):
+            time.sleep(0.001)
+        for name in ("f01400.particle", "f01499.particle"):
+            os.remove(os.path.join(going, name))
+            os.mkfifo(os.path.join(going, name))
+        try:
+            errors = process.communicate(timeout=60)[1]
+            expect(process.returncode in (0, 2) and (process.returncode == 0 or b"not a file [cannot-read]" in errors),
+                   "a pipe in place of a file", errors[-300:])
+        except subprocess.TimeoutExpired:
+            process.kill()
+            expect(False, "a pipe in place of a file is not waited for")
 
     def kills(self):
         """Each destination is old or whole, and no temporary stays, whenever the run is killed."""
@@ -266,8 +314,9 @@ def main():
     with tempfile.TemporaryDirectory(prefix="shell-") as folder:
         shell = Shell(options.corvid, options.examples, folder)
         shell.fill("many", 1500)
-        for step in (shell.look, shell.pipes, shell.kills, shell.many, shell.vanishing, shell.long_paths, shell.forbidden,
-                     shell.without_threads, shell.little_memory, shell.full_disk):
+        for step in (shell.look, shell.pipes, shell.names_of_one_file, shell.turned_into_pipe, shell.kills, shell.many,
+                     shell.vanishing, shell.long_paths, shell.forbidden, shell.without_threads, shell.little_memory,
+                     shell.full_disk):
             step()
     sys.exit(1 if FAILED else 0)
 
