@@ -112,6 +112,8 @@ std::string BashCompletionsOf(std::span<const CommandRow> commands) {
         "_corvid() {\n"
         "    local cur=${COMP_WORDS[COMP_CWORD]} prev=${COMP_WORDS[COMP_CWORD-1]} command=${COMP_WORDS[1]}\n"
         "    COMPREPLY=()\n"
+        "    [[ $cur == '=' ]] && cur= # --option=value comes as three words\n"
+        "    [[ $prev == '=' ]] && prev=${COMP_WORDS[COMP_CWORD-2]}\n"
         "    if ((COMP_CWORD == 1)); then\n"
         "        COMPREPLY=($(compgen -W '" +
         Joined(FirstWords(declared)) + " --help --version' -- \"$cur\"))\n        return\n    fi\n";

@@ -23,19 +23,20 @@ ROWS = [
     ("corvid convert --to bi", "bin"),
     ("corvid check --format git", "github"),
     ("corvid check --vers", "--version"),
+    ("corvid check --format=git", "github"),
 ]
 FAILED = []
 
 
 def expect(shell, line, word, offered):
-    if word not in offered:
+    if word not in [each.rstrip("=").split("=")[-1] for each in offered]:
         FAILED.append(line)
         print("FAIL %s: %r offers %r, not %r" % (shell, line, offered, word))
 
 
 def bash(script):
     for line, word in ROWS:
-        words = " ".join("'%s'" % each for each in line.split(" "))
+        words = " ".join("'%s'" % each for each in line.replace("=", " = ").split(" "))  # as it breaks words
         asked = "source '%s'; COMP_WORDS=(%s); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _corvid; echo ${COMPREPLY[*]}"
         run = subprocess.run(["bash", "-c", asked % (script, words)], capture_output=True, text=True, check=False)
         expect("bash", line, word, run.stdout.split() + run.stderr.split())
@@ -76,7 +77,7 @@ def zsh(script):
     with open(seen, encoding="utf-8") as file:
         completed = file.read().splitlines()
     for (line, word), result in zip(ROWS, completed + [""] * len(ROWS)):
-        expect("zsh", line, word, [each.rstrip("=") for each in result.split()])
+        expect("zsh", line, word, result.split())
 
 
 def main():
