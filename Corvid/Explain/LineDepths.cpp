@@ -17,7 +17,9 @@ namespace {
 class DepthFinder {
 public:
     DepthFinder(const Layout& layout, const TextLines& lines)
-        : m_Layout(layout), m_Lines(lines), m_AreTabsRight(lines.IsIndented()) {
+        : m_Layout(layout),
+          m_Lines(lines),
+          m_AreTabsRight(lines.GetIndentedCount() >= lines.GetSize() / kLinesForATab) {
         for (LayoutIndex index = 0; index < layout.GetSize(); ++index) {
             if (layout[index].m_Kind == LayoutKind::Record)
                 m_Records[layout[index].m_Label].push_back(index);
@@ -55,6 +57,7 @@ private:
     void Enter(std::string_view label);
     const RecordLabels* LabelsOf(LayoutIndex first, LayoutIndex end);
 
+    static constexpr LineIndex kLinesForATab = 8; // one that is indented among so many: tabs are in use
     static constexpr std::size_t kNone = ~std::size_t{0};
 
     const Layout& m_Layout;

@@ -22,6 +22,7 @@ public:
 
     // The node of an element whose list is the last one to have ended at `node`, under that label.
     const std::vector<std::string_view>& GetAll() const { return m_All; }
+    std::string_view GetFirst() const { return m_All.empty() ? std::string_view() : m_All.front(); }
     const std::vector<LayoutIndex>* FindNodes(std::string_view label) const;
 
     // The elements of the list are told apart by the label of the count.

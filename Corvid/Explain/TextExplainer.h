@@ -126,6 +126,7 @@ private:
     void SkipStrays(Record& record, LayoutIndex wanted);
     std::optional<LineIndex> FindEndOfStray(Record& record, LayoutIndex wanted);
     LineIndex FindEndOfStrayRecord(const std::vector<LayoutIndex>& nodes, const Record& record, LayoutIndex wanted);
+    bool BeginsNested(LayoutIndex wanted, LineIndex line);
     LineIndex FindEndOfNested(LayoutIndex owner, LineIndex line);
     void ReportStray(Record& record);
 

@@ -140,7 +140,7 @@ bool TextExplainer::HasLostItsLine(LayoutIndex index, LineIndex own, const Recor
     const LayoutNode& node = m_Layout[index];
     if (node.m_Kind != LayoutKind::Record || !StandsNested(index, outer))
         return false;
-    const std::string_view first = LabelsOf(index + 1, node.m_End).GetAll().front();
+    const std::string_view first = LabelsOf(index + 1, node.m_End).GetFirst();
     return HasLabel(m_Line, first) && !HasLabel(NextText(own), first);
 }
 
@@ -159,7 +159,7 @@ bool TextExplainer::StandsNested(LayoutIndex index, const Record& outer) {
     if (!labels.AsksFor(here))
         return false;
     if (!m_Lines.IsIndented())
-        return here == labels.GetAll().front() && !outer.m_Labels->AsksFor(here);
+        return here == labels.GetFirst() && !outer.m_Labels->AsksFor(here);
     return labels.GetAll().size() == 1 || !HasLabel(m_Lines[m_Line].m_Next, node.m_Label);
 }
 

@@ -44,8 +44,18 @@ std::optional<LineIndex> TextExplainer::FindEndOfStray(Record& record, LayoutInd
     if (end >= m_Lines.GetSize() || m_Lines[end].m_Depth < record.m_Depth)
         return std::nullopt;
     const std::string_view next = m_Lines[end].GetLabel();
-    const bool goesOn = isKnown ? record.m_Labels->AsksForBehind(next, wanted) : record.m_Labels->AsksFor(next);
+    const bool goesOn = isKnown ? record.m_Labels->AsksForBehind(next, wanted)
+                                : record.m_Labels->AsksFor(next) || BeginsNested(wanted, end);
     return goesOn ? std::optional(end) : std::nullopt;
+}
+
+// Whether the lines nested in the wanted record, or in an element of the wanted list, begin at `line`.
+bool TextExplainer::BeginsNested(LayoutIndex wanted, LineIndex line) {
+    const LayoutIndex node = m_Layout[wanted].m_Kind == LayoutKind::Count ? wanted + 1 : wanted;
+    if (node >= m_Layout.GetSize() || m_Layout[node].m_Kind != LayoutKind::Record)
+        return false;
+    const std::vector<std::string_view>& labels = LabelsOf(node + 1, m_Layout[node].m_End).GetAll();
+    return labels.size() > 1 && HasLabel(line, labels[0]) && HasLabel(NextText(line), labels[1]);
 }
 
 // Behind the current line, which may open one of these nodes, and what belongs to it: nothing does where the record
@@ -58,7 +68,7 @@ LineIndex TextExplainer::FindEndOfStrayRecord(const std::vector<LayoutIndex>& no
         const bool isRecord = m_Layout[node].m_Kind == LayoutKind::Record;
         const bool isAlone = isRecord && next < m_Lines.GetSize() && m_Lines[next].m_Depth == record.m_Depth &&
                              record.m_Labels->AsksForBehind(m_Lines[next].GetLabel(), wanted) &&
-                             !HasLabel(next, LabelsOf(node + 1, m_Layout[node].m_End).GetAll().front());
+                             !HasLabel(next, LabelsOf(node + 1, m_Layout[node].m_End).GetFirst());
         end = std::max(end, isAlone ? next : FindEndOfNested(node, m_Line));
     }
     return end;

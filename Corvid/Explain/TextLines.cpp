@@ -111,7 +111,7 @@ void TextLines::SetDepths(std::vector<std::uint16_t> depths) {
 
 void TextLines::LinkLines() {
     m_Marks.clear();
-    m_IsIndented = false;
+    m_IndentedCount = 0;
     struct OpenLine {
         LineIndex m_Index;
         std::uint32_t m_Depth;
@@ -125,7 +125,7 @@ void TextLines::LinkLines() {
         ArchiveLine line = MakeLine(TakeLine(rest));
         if (!m_Depths.empty() && index < m_Depths.size())
             line.m_Depth = m_Depths[index];
-        m_IsIndented = m_IsIndented || line.m_Depth > 0;
+        m_IndentedCount += line.m_Depth > 0 ? 1 : 0;
         if (!line.IsBlank() || line.m_Text.find('\0') != std::string_view::npos)
             behindLast = index + 1;
         if (line.IsBlank()) {

@@ -59,7 +59,8 @@ public:
     const std::vector<MergeConflict>& GetConflicts() const { return m_Resolved.m_Conflicts; }
 
     const char* GetTextEnd() const { return m_Text.data() + m_Text.size(); }
-    bool IsIndented() const { return m_IsIndented; }       // whether any line stands behind a tab
+    bool IsIndented() const { return m_IndentedCount > 0; } // whether any line stands behind a tab
+    LineIndex GetIndentedCount() const { return m_IndentedCount; }
     bool IsLastLineCut() const { return m_IsLastLineCut; } // the text ends without a line end
 
 private:
@@ -84,7 +85,7 @@ private:
     std::vector<bool> m_Spoilt;                                    // empty where none is
     mutable std::array<FoundLine, 4> m_Found;                      // the last ones, by index
     std::uint64_t m_EndNumber = 2;
-    bool m_IsIndented = false;
+    LineIndex m_IndentedCount = 0;
     bool m_IsLastLineCut = false;
     bool m_IsLastReported = false;
 };

@@ -12,10 +12,12 @@ bool IsBlank(char32_t character) {
     constexpr char32_t kNarrowNoBreakSpace = 0x202F;
     constexpr char32_t kIdeographicSpace = 0x3000;
     constexpr char32_t kByteOrderMark = 0xFEFF;
+    constexpr char32_t kLineSeparator = 0x2028;
+    constexpr char32_t kParagraphSeparator = 0x2029;
     const bool isOfAWidth = character >= 0x2000 && character <= 0x200B; // from an en quad to no width at all
     return (character < 0x80 && IsWhiteSpace(static_cast<char>(character))) || isOfAWidth ||
-           character == kNoBreakSpace || character == kNarrowNoBreakSpace || character == kIdeographicSpace ||
-           character == kByteOrderMark;
+           character == kNoBreakSpace || character == kLineSeparator || character == kParagraphSeparator ||
+           character == kNarrowNoBreakSpace || character == kIdeographicSpace || character == kByteOrderMark;
 }
 
 bool BeginsValue(char32_t character) {

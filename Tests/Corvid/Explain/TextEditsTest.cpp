@@ -91,6 +91,8 @@ const Edit kEdits[] = {
     {"NoBreakSpaceBehindALabel", kCube, Do::Replace, 35, "NumVertices ", "NumVertices\xC2\xA0",
      "35:2 MeshData.NumVertices [missing-field]\n"},
     {"NoBreakSpaceInFront", kCube, Do::Replace, 36, "\t", "\t\xC2\xA0", "36:2 MeshData.Vertex[0] [missing-field]\n"},
+    {"RecordLineCommentedOut", kCube, Do::Replace, 45, "\tVertex", "//\tVertex",
+     "45:1 MeshData [unknown-label]\n46:3 MeshData.Vertex[1] [missing-field]\n"},
     {"TabInALabel", kCube, Do::Replace, 22, "DataString", "Data\tString",
      "22:3 MeshData.Point[0].DataString [missing-field]\n"},
     {"NoBlankBehindALabel", kCube, Do::Replace, 22, "DataString ", "DataString",
