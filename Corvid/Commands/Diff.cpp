@@ -8,6 +8,7 @@
 #include "Corvid/Commands/DiffPair.h"
 #include "Corvid/Files/FileStatus.h"
 #include "Corvid/Files/PrintedPath.h"
+#include "Corvid/Files/SystemError.h"
 
 namespace Corvid {
 
@@ -88,9 +89,16 @@ int RunCommand(const DiffOptions& options, Console& console) {
     if (before == kStandardInputPath && after == kStandardInputPath)
         return console.PrintUsageError("diff", "standard input ('-') can be read only once");
     const bool areFolders = IsFolder(before);
-    if (areFolders != IsFolder(after))
-        return console.PrintUsageError("diff", PrintedPath(areFolders ? before : after) + " is a folder, and " +
-                                                   PrintedPath(areFolders ? after : before) + " is none");
+    if (areFolders != IsFolder(after)) {
+        const std::string& folder = areFolders ? before : after;
+        const std::string& other = areFolders ? after : before;
+        if (other != kStandardInputPath && !GetFileStatus(other)) {
+            console.PrintError(PrintedPath(other) + ": error: " + LastSystemError() + " [cannot-read]\n");
+            return kExitCouldNotRun;
+        }
+        return console.PrintUsageError("diff",
+                                       PrintedPath(folder) + " is a folder, and " + PrintedPath(other) + " is none");
+    }
     if (areFolders)
         return DiffTwoFolders(before, after, options, console);
 

@@ -72,6 +72,7 @@ TEST_F(DiffCommandTest, TwoFiles) {
         {{"garbage.entity", "a.entity"}, 2, "", "[not-an-archive]"},
         {{"gone.entity", "a.entity"}, 2, "", "[cannot-read]"},
         {{"folder", "a.entity"}, 2, "", "folder is a folder, and a.entity is none"},
+        {{"folder", "gone.entity"}, 2, "", "gone.entity: error: "},
         {{"a.entity"}, 2, "", "two paths"},
         {{"a.entity", "b.entity", "a.entity"}, 2, "", "two paths"},
         {{"-", "-"}, 2, "", "only once"},
