@@ -162,7 +162,8 @@ private:
 
     const LayoutInferOptions& m_Options;
     Console& m_Console;
-    std::optional<LayoutToContinue> m_Known;
+    std::shared_ptr<const LibraryLayout> m_KnownFile; // of --with
+    std::optional<LayoutToContinue> m_Known;          // that lives in it
     std::vector<Sample> m_Samples;
     Findings m_Findings;
     std::string m_Summary;
@@ -197,12 +198,12 @@ bool InferRun::ReadKnown() {
     if (!m_Options.m_Known.has_value())
         return true;
     const std::string& path = *m_Options.m_Known;
-    const std::shared_ptr<const LibraryLayout> known = LayoutLibrary::Read(EnginePath(path), BuiltInBlocks());
-    if (known->m_Plan == nullptr) {
-        m_Status = AddLayoutErrors(known->m_Errors, m_Findings.Of(path)) ? kExitFindings : kExitCouldNotRun;
+    m_KnownFile = LayoutLibrary::Read(EnginePath(path), BuiltInBlocks());
+    if (m_KnownFile->m_Plan == nullptr) {
+        m_Status = AddLayoutErrors(m_KnownFile->m_Errors, m_Findings.Of(path)) ? kExitFindings : kExitCouldNotRun;
         return false;
     }
-    m_Known.emplace(LayoutToContinue{known->m_Plan->GetLayout(), path});
+    m_Known.emplace(LayoutToContinue{m_KnownFile->m_Plan->GetLayout(), path});
     return true;
 }
 
