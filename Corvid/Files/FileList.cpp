@@ -53,6 +53,9 @@ bool IsAbsolute(std::string_view path) {
 
 // The paths of a list: one per line with LF or CR LF, or one up to each NUL.
 std::vector<std::string> PathsOf(std::string_view list, bool isByNul) {
+    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF"; // which some shells put in front
+    if (!isByNul && list.starts_with(kByteOrderMark))
+        list.remove_prefix(kByteOrderMark.size());
     std::vector<std::string> paths;
     while (!list.empty()) {
         const std::size_t end = std::min(list.find(isByNul ? '\0' : '\n'), list.size());

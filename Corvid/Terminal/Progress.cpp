@@ -67,7 +67,7 @@ void Progress::Tick() {
     for (auto wait = kQuietTime; !m_End.wait_for(lock, wait, [this] { return m_IsAtEnd; }); wait = kInterval) {
         std::string line =
             LineFor(m_FilesDone, m_Files, m_BytesDone, m_Bytes, std::chrono::steady_clock::now() - m_Start);
-        const auto columns = static_cast<std::size_t>(std::max(m_Console.GetProgressColumns() - 1, 20));
+        const auto columns = static_cast<std::size_t>(std::max(m_Console.GetProgressColumns() - 1, 1));
         line.resize(std::min(line.size(), columns)); // a line that wraps could not be taken away
         m_Console.ShowProgress(line);
     }

@@ -57,7 +57,7 @@ TEST_F(FilesTest, LinksWithinAFolderAreFilesOfTheirOwn) {
 #endif
 
 TEST_F(FilesTest, ListsTakeStandardInputAndNoNul) {
-    Put("list", std::string("-\nd/a.entity\0d/b.entity\n", 24));
+    Put("list", std::string("\xEF\xBB\xBF-\nd/a.entity\0d/b.entity\n", 27));
     FileSelection selection;
     selection.m_ListPath = "list";
     const FileList list = FindFiles(selection, "");
