@@ -68,11 +68,11 @@ bool TextExplainer::EndsWithin(LayoutIndex index, const ElementPlace* element) {
     return true;
 }
 
-// Whether the elements that are still due stand there all the same, so that the current line, right in front of
-// `found`, is one too many or comes too early.
+// Whether the elements that are still due stand there all the same, so that the current line, a part of an element
+// right in front of `found`, is one too many or comes too early.
 bool TextExplainer::AreElementsComplete(LineIndex found, const ElementPlace& element, Record& record) {
     if (!element.m_Count || m_Line == m_Lines.GetSize() || m_Lines[m_Line].m_Next != found ||
-        (!StandsInElement(element.m_List) && record.m_Labels->IsNamedByCount(element.m_List)))
+        !StandsInElement(element.m_List))
         return false;
     LayoutIndex first = element.m_List + 1;
     while (m_Layout[first].m_Kind == LayoutKind::Use || m_Layout[first].m_Kind == LayoutKind::When)

@@ -76,7 +76,6 @@ const Edit kEdits[] = {
      300},
     {"CopyInFrontOfWhatIsNested", kPanels, Do::Insert, 31, "",
      "\tPressed\r\n\t\tfileName \"a\"\r\n\t\tpixelBox [ 0 , 0 , 1 , 1 ]", "31:2 brush[2].Pressed [unknown-label]\n"},
-    {"OtherElementInAList", kCube, Do::Insert, 258, "", "\tIndex 4", "258:2 MeshData.Index [unknown-label]\n"},
 
     // What merges and editors leave
     {"Conflict", kCube, Do::Replace, 5, "\tBoundingRadius 0.866025",
