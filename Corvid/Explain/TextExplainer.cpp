@@ -88,7 +88,8 @@ void TextExplainer::ReadFieldAt(LayoutIndex index, const Place& place, Record& r
             isWhole = ReadTextValue(node, line.m_Text, labelEnd, value, fault);
             if (isWhole || fault.m_Code == DiagnosticCode::TooLong)
                 value.AddTo(m_Tree, node.m_Label);
-            if (isWhole || fault.m_IsBehindValue)
+            const bool canDecide = node.m_Kind == LayoutKind::Bool || IsWordOf(value.m_String, node);
+            if (isWhole || (fault.m_IsBehindValue && canDecide))
                 value.KeepFor(m_Conditions, index);
         }
         if (!isWhole && !place.m_IsMisspelt)

@@ -98,6 +98,8 @@ const Edit kEdits[] = {
      "22:3 MeshData.Point[0].DataString [missing-field]\n"},
     {"TailOfAWordThatDecides", kPanels, Do::Replace, 26, "\"States\"", "\"States\" x",
      "26:19 brush[2].content [bad-value]\n"},
+    {"QuoteInFrontOfAWordThatDecides", kPanels, Do::Replace, 26, "\"States\"", "\"\"States\"",
+     "26:12 brush[2].content [bad-value]\n"},
 
     // Lists
     {"CountMissing", kCube, Do::Drop, 35, "", "", "35:2 MeshData.NumVertices [missing-field]\n"},
