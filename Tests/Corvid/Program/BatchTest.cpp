@@ -94,6 +94,18 @@ TEST(BatchTest, LargeItemsAreBegunFirst) {
     EXPECT_EQ(order.back(), 198u);
 }
 
+TEST(PartsTest, WhatAThreadLacksTheMemoryForIsDoneByTheCaller) {
+    const std::thread::id caller = std::this_thread::get_id();
+    std::vector<int> visits(1000);
+    WorkInParts(visits.size(), 100, 4, [&](std::size_t begin, std::size_t end) {
+        if (std::this_thread::get_id() != caller)
+            throw std::bad_alloc();
+        for (std::size_t place = begin; place < end; ++place)
+            ++visits[place];
+    });
+    EXPECT_TRUE(std::all_of(visits.begin(), visits.end(), [](int visited) { return visited == 1; }));
+}
+
 TEST(PartsTest, EveryPlaceIsInOnePart) {
     for (const auto& [count, jobs, mostParts] :
          {std::tuple(0, 4, 1), {499, 4, 1}, {1000, 4, 2}, {5003, 3, 3}, {7, 0, 1}}) {
