@@ -10,14 +10,15 @@ constexpr std::uint64_t kLargeShare = 64; // an item is large when it is this pa
 
 } // namespace
 
-std::vector<std::size_t> OrderOfWork(std::span<const std::uint64_t> sizes) {
-    std::vector<std::size_t> order(sizes.size());
-    std::iota(order.begin(), order.end(), std::size_t{0});
+WorkOrder OrderOfWork(std::span<const std::uint64_t> sizes) {
+    std::vector<std::size_t> items(sizes.size());
+    std::iota(items.begin(), items.end(), std::size_t{0});
     const std::uint64_t all = std::accumulate(sizes.begin(), sizes.end(), std::uint64_t{0});
     const auto isLarge = [&](std::size_t item) { return sizes[item] > 0 && sizes[item] >= all / kLargeShare; };
-    const auto rest = std::stable_partition(order.begin(), order.end(), isLarge);
-    std::stable_sort(order.begin(), rest, [&](std::size_t a, std::size_t b) { return sizes[a] > sizes[b]; });
-    return order;
+    const auto rest = std::stable_partition(items.begin(), items.end(), isLarge);
+    std::stable_sort(items.begin(), rest, [&](std::size_t a, std::size_t b) { return sizes[a] > sizes[b]; });
+    const auto earlyCount = static_cast<std::size_t>(rest - items.begin());
+    return {std::move(items), earlyCount};
 }
 
 int DefaultJobs() {

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <atomic>
-#include <chrono>
 #include <condition_variable>
 #include <cstddef>
 #include <cstdint>
@@ -18,213 +17,214 @@
 #include <vector>
 
 #include "Corvid/Batch/Interrupt.h"
-#include "Corvid/Batch/OwnDescriptors.h"
+#include "Corvid/Batch/WorkThread.h"
 
 namespace Corvid {
 
-// The order in which items are begun: as they are, but for the few that are far larger than the rest, so that none of
-// these is left over for one thread at the end.
-std::vector<std::size_t> OrderOfWork(std::span<const std::uint64_t> sizes);
+// The order in which items are begun.
+struct WorkOrder {
+    std::vector<std::size_t> m_Items;
+    std::size_t m_EarlyCount = 0; // the first of them, which are begun before their turn; the others stand as they are
+};
+
+// As they are, but for the few that are far larger than the rest: begun early, none of these is left over for one
+// thread at the end.
+WorkOrder OrderOfWork(std::span<const std::uint64_t> sizes);
 
 // How many processors are at hand.
 int DefaultJobs();
 
-// Works on many items at once and hands the results on in the order of the items, on the caller's thread. Results that
-// wait for an earlier one are bounded in number, so memory is bounded by what is in work.
+// Works on many items at once and hands the results on in the order of the items. Results that wait for an earlier one
+// are bounded in number, so memory is bounded by what is in work.
 //
-// Small files are done within microseconds, so the threads share next to nothing: each has a lane for its results, and
-// the caller's thread collects them from time to time.
+// Small files are done within microseconds, so the threads share next to nothing, and none waits for another: whoever
+// has done the item whose turn it is hands it on, and what waited for it. The caller's thread is one of them.
 //
-// A thread that runs out of memory ends, and so gives some back; the caller's does what it leaves. Run() throws
+// Where one lacks memory all others end, which gives some back, and the caller's does the rest alone. Run() throws
 // std::bad_alloc only if that is not enough either.
 template <class Result> class Batch {
 public:
-    using Work = std::function<Result(std::size_t)>;
-    using Take = std::function<bool(std::size_t, Result)>; // false: the rest is not wanted
+    using Work = std::function<Result(std::size_t)>;       // from several threads
+    using Take = std::function<bool(std::size_t, Result)>; // from one at a time; false: the rest is not wanted
 
-    Batch(std::vector<std::size_t> order, Work work, Take take)
+    Batch(WorkOrder order, Work work, Take take)
         : m_Order(std::move(order)), m_Work(std::move(work)), m_Take(std::move(take)) {}
 
     // The number of results that were taken: fewer than there are items after an interruption.
     std::size_t Run(int jobs) {
-        if (jobs <= 1 || m_Order.size() <= 1)
+        const std::size_t wanted = std::min(static_cast<std::size_t>(std::max(jobs, 1)), m_Order.m_Items.size());
+        if (wanted <= 1)
             return RunAlone();
-        const std::size_t wanted = std::min<std::size_t>(static_cast<std::size_t>(jobs), m_Order.size());
-        std::vector<Lane> lanes(wanted);
-        m_ThreadCount = wanted;
-        std::vector<std::jthread> threads;
-        threads.reserve(wanted);
-        try {
-            for (Lane& lane : lanes)
-                threads.emplace_back([this, &lane] {
-                    TakeOwnDescriptors();
-                    AwaitOthers();
-                    WorkThrough(lane);
-                });
-        } catch (const std::exception&) { // the system gives no more of them, or no memory for one
-            SetThreadCount(threads.size());
-            if (threads.empty())
-                return RunAlone();
+        m_Places = std::vector<Place>(std::min(kMostWaiting, m_Order.m_Items.size()));
+        for (std::size_t i = 0; i < m_Order.m_EarlyCount; ++i)
+            m_EarlyPlaces.try_emplace(m_Order.m_Items[i]);
+        m_LeftItems.reserve(wanted);
+        {
+            std::vector<std::jthread> threads;
+            try {
+                while (threads.size() + 1 < wanted)
+                    threads.emplace_back([this] { WorkThrough(); });
+            } catch (const std::exception&) { // the system gives no more of them, or no memory for one
+            }
+            WorkThrough();
         }
-        try {
-            return HandOn(lanes);
-        } catch (...) {
-            const std::lock_guard lock(m_Mutex);
-            m_IsStopped = true;
-            m_HasRoom.notify_all();
-            throw;
-        }
+        DoWhatIsLeft();
+        if (m_Failure)
+            std::rethrow_exception(m_Failure);
+        return m_TakenCount;
     }
 
 private:
-    using Results = std::map<std::size_t, Result>;
-
-    // What one thread has done and nobody has collected. On cache lines of its own.
-    struct alignas(64) Lane {
-        std::mutex m_Mutex;
-        std::vector<std::pair<std::size_t, Result>> m_Done;
-        std::optional<std::size_t> m_LeftItem; // that there was too little memory for
-        std::optional<Result> m_LeftResult;    // of that item, if it got so far
+    // Where a result waits for its turn.
+    struct alignas(64) Place {
+        std::atomic<bool> m_IsFilled = false;
+        std::optional<Result> m_Result;
     };
 
     static constexpr std::size_t kMostWaiting = 2048; // results that an earlier one keeps waiting
-    static constexpr std::chrono::milliseconds kGathering{2};
 
     std::size_t RunAlone() {
         std::size_t taken = 0;
-        for (std::size_t item = 0; item < m_Order.size() && !IsInterrupted(); ++item, ++taken) {
+        for (std::size_t item = 0; item < m_Order.m_Items.size() && !IsInterrupted(); ++item, ++taken) {
             if (!m_Take(item, m_Work(item)))
                 return taken + 1;
         }
         return taken;
     }
 
-    // Until all threads have their own descriptors: a file that one has open by then would stay open in another's.
-    void AwaitOthers() {
-        std::unique_lock lock(m_Mutex);
-        ++m_ThreadsReady;
-        m_AreThreadsReady.notify_all();
-        m_AreThreadsReady.wait(lock, [this] { return m_ThreadsReady >= m_ThreadCount; });
-    }
-
-    void SetThreadCount(std::size_t count) {
-        const std::lock_guard lock(m_Mutex);
-        m_ThreadCount = count;
-        m_AreThreadsReady.notify_all();
-    }
-
-    void WorkThrough(Lane& lane) {
-        for (;;) {
-            if (m_Waiting >= kMostWaiting)
-                AwaitRoom();
-            const std::optional<std::size_t> item = TakeNext();
-            if (!item || !WorkOn(*item, lane))
-                break;
+    void WorkThrough() {
+        BecomeWorkThread();
+        for (std::optional<std::size_t> item = BeginNext(); item; item = BeginNext()) {
+            std::optional<Result> result;
+            try {
+                if (AwaitPlaceFor(*item))
+                    result.emplace(m_Work(*item));
+            } catch (const std::bad_alloc&) {
+                result.reset();
+            }
+            if (!result) {
+                Leave(*item);
+                return;
+            }
+            Deliver(*item, std::move(*result));
         }
-        const std::lock_guard lock(m_Mutex);
-        ++m_ThreadsDone;
-        m_AreThreadsDone.notify_one();
     }
 
-    std::optional<std::size_t> TakeNext() {
-        const std::size_t place = m_IsStopped || IsInterrupted() ? m_Order.size() : m_NextInOrder++;
-        return place < m_Order.size() ? std::optional(m_Order[place]) : std::nullopt;
+    std::optional<std::size_t> BeginNext() {
+        const bool isEnding = m_IsStopped || m_IsMemoryShort || IsInterrupted();
+        const std::size_t next = isEnding ? m_Order.m_Items.size() : m_NextInOrder++;
+        return next < m_Order.m_Items.size() ? std::optional(m_Order.m_Items[next]) : std::nullopt;
     }
 
-    // False where memory is short.
-    bool WorkOn(std::size_t item, Lane& lane) {
-        std::optional<Result> result;
-        try {
-            result.emplace(m_Work(item));
-            ++m_Waiting;
-            const std::lock_guard lock(lane.m_Mutex);
-            lane.m_Done.emplace_back(item, std::move(*result));
+    // Items other than the early ones are begun in order, so what this waits for is in work. False: it is in vain.
+    bool AwaitPlaceFor(std::size_t item) {
+        const auto hasPlace = [&] { return item < m_NextToTake + m_Places.size() || m_EarlyPlaces.contains(item); };
+        if (hasPlace())
             return true;
-        } catch (const std::bad_alloc&) {
-            m_Waiting += result ? 0 : 1;
-            const std::lock_guard lock(lane.m_Mutex);
-            lane.m_LeftItem = item;
-            lane.m_LeftResult = std::move(result);
-            return false;
-        }
-    }
-
-    void AwaitRoom() {
+        ++m_WaitingThreads;
         std::unique_lock lock(m_Mutex);
-        m_HasRoom.wait(lock, [this] { return m_IsStopped || m_Waiting < kMostWaiting || IsNextBehind(); });
+        m_HasMoved.wait(lock, [&] { return m_IsStopped || m_IsMemoryShort || hasPlace(); });
+        --m_WaitingThreads;
+        return hasPlace();
     }
 
-    // The item that everything waits for may not be held up itself.
-    bool IsNextBehind() const {
-        const std::size_t place = m_NextInOrder;
-        return place < m_Order.size() && m_Order[place] <= m_NextToTake;
-    }
-
-    std::size_t HandOn(std::vector<Lane>& lanes) {
-        Results results;
-        std::size_t taken = 0;
-        bool isLast = false;
-        while (!m_IsStopped && !isLast) {
-            isLast = AwaitResults();
-            Collect(lanes, results);
-            if (const std::optional<std::size_t> item = isLast ? TakeNext() : std::nullopt) { // no thread is left
-                results.emplace(*item, m_Work(*item));
-                ++m_Waiting;
-                isLast = false;
-            }
-            // At the end, what was done behind a gap is handed on, too.
-            while (!m_IsStopped && !results.empty() && (isLast || results.begin()->first == m_NextToTake)) {
-                auto ready = results.extract(results.begin());
-                m_NextToTake = ready.key() + 1;
-                --m_Waiting;
-                ++taken;
-                m_IsStopped = !m_Take(ready.key(), std::move(ready.mapped()));
-            }
-            const std::lock_guard lock(m_Mutex); // whoever looks for room now does so before or behind this
-            m_HasRoom.notify_all();
+    void Leave(std::size_t item) {
+        {
+            const std::lock_guard lock(m_Mutex);
+            m_LeftItems.push_back(item); // there is room for one of each thread
         }
-        return taken;
+        m_IsMemoryShort = true;
+        WakeWaiting();
     }
 
-    // For a moment: to wake up for every small file would cost more than the file. True: all threads are done.
-    bool AwaitResults() {
-        std::unique_lock lock(m_Mutex);
-        return m_AreThreadsDone.wait_for(lock, kGathering, [&] { return m_ThreadsDone == m_ThreadCount; });
-    }
-
-    void Collect(std::vector<Lane>& lanes, Results& results) {
-        for (Lane& lane : lanes) {
-            std::vector<std::pair<std::size_t, Result>> done;
-            std::optional<std::size_t> leftItem;
-            std::optional<Result> leftResult;
-            {
-                const std::lock_guard lock(lane.m_Mutex);
-                done.swap(lane.m_Done);
-                leftItem.swap(lane.m_LeftItem);
-                leftResult.swap(lane.m_LeftResult);
-            }
-            for (auto& [item, result] : done)
-                results.emplace(item, std::move(result));
-            if (leftItem)
-                results.emplace(*leftItem, leftResult ? std::move(*leftResult) : m_Work(*leftItem));
+    void Deliver(std::size_t item, Result result) {
+        if (item == m_NextToTake && !m_IsHandingOn.exchange(true)) {
+            HandOn(item, std::move(result));
+            m_IsHandingOn = false;
+        } else {
+            Place& place = PlaceOf(item);
+            place.m_Result.emplace(std::move(result));
+            place.m_IsFilled = true;
+        }
+        // A thread that is handing on looks once more after it has let go, so no result is overlooked.
+        while (IsNextFilled() && !m_IsHandingOn.exchange(true)) {
+            while (IsNextFilled())
+                HandOnFrom(PlaceOf(m_NextToTake), m_NextToTake);
+            m_IsHandingOn = false;
         }
     }
 
-    const std::vector<std::size_t> m_Order;
+    Place& PlaceOf(std::size_t item) {
+        const auto early = m_EarlyPlaces.find(item);
+        return early != m_EarlyPlaces.end() ? early->second : m_Places[item % m_Places.size()];
+    }
+
+    bool IsNextFilled() {
+        const std::size_t next = m_NextToTake;
+        return !m_IsStopped && next < m_Order.m_Items.size() && PlaceOf(next).m_IsFilled;
+    }
+
+    void HandOnFrom(Place& place, std::size_t item) {
+        Result result = std::move(*place.m_Result);
+        place.m_Result.reset();
+        place.m_IsFilled = false;
+        HandOn(item, std::move(result));
+    }
+
+    void HandOn(std::size_t item, Result result) {
+        m_NextToTake = item + 1;
+        ++m_TakenCount;
+        try {
+            if (!m_Take(item, std::move(result)))
+                m_IsStopped = true;
+        } catch (...) {
+            m_Failure = std::current_exception();
+            m_IsStopped = true;
+        }
+        WakeWaiting();
+    }
+
+    void WakeWaiting() {
+        if (m_WaitingThreads == 0)
+            return;
+        const std::lock_guard lock(m_Mutex); // whoever looks for a place now does so before or behind this
+        m_HasMoved.notify_all();
+    }
+
+    // The threads are gone.
+    void DoWhatIsLeft() {
+        std::sort(m_LeftItems.begin(), m_LeftItems.end());
+        for (const std::size_t item : m_LeftItems) {
+            if (!m_IsStopped)
+                Deliver(item, m_Work(item));
+        }
+        m_IsMemoryShort = false;
+        for (std::optional<std::size_t> item = BeginNext(); item; item = BeginNext())
+            Deliver(*item, m_Work(*item));
+        // After an interruption, what was done behind a gap is handed on, too.
+        for (auto& [item, place] : m_EarlyPlaces) {
+            if (place.m_IsFilled && !m_IsStopped)
+                HandOnFrom(place, item);
+        }
+    }
+
+    const WorkOrder m_Order;
     const Work m_Work;
     const Take m_Take;
+    std::vector<Place> m_Places; // of an item by its number, but of the early ones
+    std::map<std::size_t, Place> m_EarlyPlaces;
     std::atomic<bool> m_IsStopped = false;
-    // What all threads change stands on cache lines of its own, apart from what they only read.
-    alignas(64) std::atomic<std::size_t> m_NextInOrder = 0; // the next place in m_Order that nobody has begun
-    alignas(64) std::atomic<std::size_t> m_Waiting = 0;     // results that are done and have not been handed on
-    alignas(64) std::atomic<std::size_t> m_NextToTake = 0;  // the item whose turn it is to be handed on
+    std::atomic<bool> m_IsMemoryShort = false;
+    std::atomic<std::size_t> m_WaitingThreads = 0;
     std::mutex m_Mutex;
-    std::condition_variable m_HasRoom;
-    std::condition_variable m_AreThreadsReady;
-    std::condition_variable m_AreThreadsDone;
-    std::size_t m_ThreadCount = 0;
-    std::size_t m_ThreadsReady = 0;
-    std::size_t m_ThreadsDone = 0;
+    std::condition_variable m_HasMoved;
+    std::vector<std::size_t> m_LeftItems; // begun, and given up for lack of memory
+    std::exception_ptr m_Failure;
+    // What changes with every item stands together on a cache line, apart from what is only read.
+    alignas(64) std::atomic<std::size_t> m_NextInOrder = 0; // of m_Order: nobody has begun it
+    std::atomic<std::size_t> m_NextToTake = 0;              // the item whose turn it is to be handed on
+    std::atomic<bool> m_IsHandingOn = false;                // a thread is
+    std::size_t m_TakenCount = 0;                           // of the thread that is handing on
 };
 
 } // namespace Corvid

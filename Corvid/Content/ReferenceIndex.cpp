@@ -3,7 +3,7 @@
 #include <span>
 #include <vector>
 
-#include "Corvid/Files/FileStatus.h"
+#include "Corvid/Files/FolderListing.h"
 #include "Corvid/Files/PrintedPath.h"
 #include "Corvid/Files/SystemError.h"
 #include "Corvid/Values/ValueText.h"

@@ -8,6 +8,7 @@
 
 #include "Corvid/Files/FileBytes.h"
 #include "Corvid/Files/FileStatus.h"
+#include "Corvid/Files/FolderListing.h"
 #include "Corvid/Files/PrintedPath.h"
 #include "Corvid/Files/SystemError.h"
 #include "Kinds/Kind.h"
@@ -173,7 +174,7 @@ void Finder::AddFolder(const std::string& folder, const std::string& prefix, con
         return;
     if (status && !m_Folders.try_emplace(status->m_Identity).second)
         return; // given twice, or below another one that was given
-    std::optional<std::vector<FolderEntry>> entries = ListFolder(folder);
+    std::optional<std::vector<FolderEntry>> entries = ListFolder(folder, IsTaken, m_Jobs);
     if (!entries) {
         AddError(WithoutLastSeparators(folder), name, true);
         return;
@@ -183,20 +184,19 @@ void Finder::AddFolder(const std::string& folder, const std::string& prefix, con
         std::reverse(entries->begin(), entries->end());
     else
         std::sort(entries->begin(), entries->end(), isBefore);
-    const std::vector<std::optional<FileStatus>> statuses = GetStatusesOf(*entries, folder, IsTaken, m_Jobs);
     std::vector<std::string> taken;
+    taken.reserve(entries->size());
     if (entries->size() > m_List.m_Files.size())
         m_List.m_Files.reserve(m_List.m_Files.size() + entries->size());
-    for (std::size_t i = 0; i < entries->size(); ++i) {
-        FolderEntry& entry = (*entries)[i];
+    for (FolderEntry& entry : *entries) {
         if (entry.m_Name.starts_with('.'))
             continue;
         std::string path = prefix + entry.m_Name;
         std::string below = name.empty() ? entry.m_Name : name + "/" + entry.m_Name;
         if (entry.m_Type == FolderEntry::Type::Folder)
             AddFolder(path, path + "/", below);
-        else if ((statuses[i] || IsTaken(entry)) && !IsGiven(status, entry.m_Name) &&
-                 AddFound(std::move(path), std::move(below), statuses[i]))
+        else if ((entry.m_Status || IsTaken(entry)) && !IsGiven(status, entry.m_Name) &&
+                 AddFound(std::move(path), std::move(below), entry.m_Status))
             taken.push_back(std::move(entry.m_Name));
     }
     if (status)
@@ -218,14 +218,13 @@ bool Finder::AddFound(std::string path, std::string name, std::optional<FileStat
 }
 
 void Finder::AddFile(std::string path, std::string name, const FileStatus& status) {
-    ListedFile file;
+    ListedFile& file = m_List.m_Files.emplace_back();
     file.m_Path = std::move(path);
     file.m_Name = std::move(name);
     file.m_Identity = status.m_Identity;
     file.m_Size = status.m_Size;
     file.m_Modified = status.m_Modified;
     file.m_IsFile = status.m_Type == FileType::File;
-    m_List.m_Files.push_back(std::move(file));
 }
 
 void Finder::AddError(std::string path, std::string name, bool isFolder) {

@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace Corvid {
 
@@ -39,23 +38,6 @@ std::optional<FileStatus> GetStatusOfName(const std::string& path);
 
 // What a symbolic link finally leads to, as a whole path; nothing where the path is no link, or cannot be followed.
 std::optional<std::string> TargetOfLink(const std::string& path);
-
-struct FolderEntry {
-    enum class Type { File, Folder, Link, Other };
-
-    std::string m_Name;
-    Type m_Type = Type::File;
-};
-
-// The entries but for "." and "..", in no order; nothing when the folder cannot be read.
-std::optional<std::vector<FolderEntry>> ListFolder(const std::string& path);
-
-// GetFileStatus() of the entries that `wants` picks, by their places; cheaper than by whole paths. Asks on up to `jobs`
-// threads.
-std::vector<std::optional<FileStatus>> GetStatusesOf(const std::vector<FolderEntry>& entries, const std::string& folder,
-                                                     bool (*wants)(const FolderEntry&), int jobs);
-
-inline constexpr std::size_t kLeastStatusesOfThread = 500; // they take ten times as long as starting the thread
 
 // Makes the folder and those above it; false when it is not there afterwards.
 bool MakeFolders(const std::string& path);

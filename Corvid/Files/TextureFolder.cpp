@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "Corvid/Files/FileBytes.h"
-#include "Corvid/Files/FileStatus.h"
+#include "Corvid/Files/FolderListing.h"
 #include "Corvid/Files/PrintedPath.h"
 #include "Corvid/Files/SystemError.h"
 #include "Engine/File/PathParts.h"

@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <atomic>
 #include <csignal>
 #include <cstdlib>
 
@@ -9,7 +10,8 @@ namespace Corvid {
 
 namespace {
 
-volatile std::sig_atomic_t g_Signal = 0;
+std::atomic<int> g_Signal = 0; // whichever thread it comes to
+static_assert(std::atomic<int>::is_always_lock_free);
 
 void NoteSignal(int signal) {
     g_Signal = signal;

@@ -1,49 +1,15 @@
 #include "Corvid/Files/FileStatus.h"
 
-#include <dirent.h>
-#include <fcntl.h>
-#include <sys/stat.h>
-
 #include <cerrno>
 #include <cstdlib>
 #include <memory>
 
-#include "Corvid/Batch/Parts.h"
+#include "Corvid/Files/Posix/SystemStatus.h"
 #include "Engine/File/NativePath.h"
-#include "Engine/File/Posix/Descriptor.h"
 
 namespace Corvid {
 
-namespace {
-
-struct FolderCloser {
-    void operator()(DIR* folder) const { closedir(folder); }
-};
-
-FolderEntry::Type TypeOf(const dirent& entry, const std::string& folder) {
-    switch (entry.d_type) {
-    case DT_REG:
-        return FolderEntry::Type::File;
-    case DT_DIR:
-        return FolderEntry::Type::Folder;
-    case DT_LNK:
-        return FolderEntry::Type::Link;
-    case DT_UNKNOWN: // a file system that does not tell
-        break;
-    default:
-        return FolderEntry::Type::Other;
-    }
-    struct stat status;
-    if (lstat((folder + '/' + entry.d_name).c_str(), &status) != 0)
-        return FolderEntry::Type::File; // reading it will say why
-    if (S_ISDIR(status.st_mode))
-        return FolderEntry::Type::Folder;
-    if (S_ISLNK(status.st_mode))
-        return FolderEntry::Type::Link;
-    return S_ISREG(status.st_mode) ? FolderEntry::Type::File : FolderEntry::Type::Other;
-}
-
-FileStatus StatusOf(const struct stat& found) {
+FileStatus StatusFromSystem(const struct stat& found) {
     FileStatus status;
     status.m_Type = S_ISREG(found.st_mode)   ? FileType::File
                     : S_ISDIR(found.st_mode) ? FileType::Folder
@@ -54,22 +20,20 @@ FileStatus StatusOf(const struct stat& found) {
     return status;
 }
 
-} // namespace
-
 std::u16string EnginePath(const std::string& path) {
     return PathFromNative(path);
 }
 
 std::optional<FileStatus> GetFileStatus(const std::string& path) {
     struct stat found;
-    return stat(path.c_str(), &found) == 0 ? std::optional(StatusOf(found)) : std::nullopt;
+    return stat(path.c_str(), &found) == 0 ? std::optional(StatusFromSystem(found)) : std::nullopt;
 }
 
 std::optional<FileStatus> GetStatusOfName(const std::string& path) {
     struct stat found;
     if (lstat(path.c_str(), &found) != 0)
         return errno == ENOENT ? std::nullopt : std::optional(FileStatus());
-    return S_ISLNK(found.st_mode) ? GetFileStatus(path).value_or(FileStatus()) : StatusOf(found);
+    return S_ISLNK(found.st_mode) ? GetFileStatus(path).value_or(FileStatus()) : StatusFromSystem(found);
 }
 
 std::optional<std::string> TargetOfLink(const std::string& path) {
@@ -78,41 +42,6 @@ std::optional<std::string> TargetOfLink(const std::string& path) {
         return std::nullopt;
     const std::unique_ptr<char, decltype(&std::free)> target(realpath(path.c_str(), nullptr), &std::free);
     return target != nullptr ? std::optional<std::string>(target.get()) : std::nullopt;
-}
-
-std::optional<std::vector<FolderEntry>> ListFolder(const std::string& path) {
-    const std::unique_ptr<DIR, FolderCloser> folder(opendir(path.c_str()));
-    if (folder == nullptr)
-        return std::nullopt;
-    std::vector<FolderEntry> entries;
-    for (;;) {
-        errno = 0;
-        const dirent* const entry = readdir(folder.get());
-        if (entry == nullptr)
-            break;
-        std::string name = entry->d_name;
-        if (name == "." || name == "..")
-            continue;
-        entries.push_back({std::move(name), TypeOf(*entry, path)});
-    }
-    if (errno != 0)
-        return std::nullopt;
-    return entries;
-}
-
-std::vector<std::optional<FileStatus>> GetStatusesOf(const std::vector<FolderEntry>& entries, const std::string& folder,
-                                                     bool (*wants)(const FolderEntry&), int jobs) {
-    std::vector<std::optional<FileStatus>> statuses(entries.size());
-    WorkInParts(entries.size(), kLeastStatusesOfThread, jobs, [&](std::size_t begin, std::size_t end) {
-        // Threads that asked by one descriptor would wait for each other.
-        const Descriptor own(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-        for (std::size_t i = begin; i < end; ++i) {
-            struct stat found;
-            if (wants(entries[i]) && fstatat(own.Get(), entries[i].m_Name.c_str(), &found, 0) == 0)
-                statuses[i] = StatusOf(found);
-        }
-    });
-    return statuses;
 }
 
 bool MakeFolders(const std::string& path) {

@@ -1,6 +1,5 @@
 #include "Corvid/Files/FileStatus.h"
 
-#include "Corvid/Batch/Parts.h"
 #include "Engine/File/NativePath.h"
 #include "Engine/File/Windows/Handle.h"
 #include "Engine/File/Windows/SystemPath.h"
@@ -12,12 +11,6 @@ namespace {
 
 std::uint64_t Whole(DWORD high, DWORD low) {
     return std::uint64_t{high} << 32 | low;
-}
-
-FolderEntry::Type TypeOf(DWORD attributes) {
-    if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0)
-        return FolderEntry::Type::Link;
-    return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ? FolderEntry::Type::Folder : FolderEntry::Type::File;
 }
 
 } // namespace
@@ -62,37 +55,6 @@ std::optional<std::string> TargetOfLink(const std::string& path) {
         return std::nullopt;
     target.resize(length);
     return ToUtf8(PathFromNative(target));
-}
-
-std::optional<std::vector<FolderEntry>> ListFolder(const std::string& path) {
-    WIN32_FIND_DATAW found;
-    const HANDLE search = FindFirstFileW((SystemPath(EnginePath(path + "/")) + L"*").c_str(), &found);
-    if (search == INVALID_HANDLE_VALUE)
-        return std::nullopt;
-    std::vector<FolderEntry> entries;
-    do {
-        std::string name = ToUtf8(PathFromNative(found.cFileName));
-        if (name == "." || name == "..")
-            continue;
-        entries.push_back({std::move(name), TypeOf(found.dwFileAttributes)});
-    } while (FindNextFileW(search, &found));
-    const bool isWhole = GetLastError() == ERROR_NO_MORE_FILES;
-    FindClose(search);
-    if (!isWhole)
-        return std::nullopt;
-    return entries;
-}
-
-std::vector<std::optional<FileStatus>> GetStatusesOf(const std::vector<FolderEntry>& entries, const std::string& folder,
-                                                     bool (*wants)(const FolderEntry&), int jobs) {
-    std::vector<std::optional<FileStatus>> statuses(entries.size());
-    WorkInParts(entries.size(), kLeastStatusesOfThread, jobs, [&](std::size_t begin, std::size_t end) {
-        for (std::size_t i = begin; i < end; ++i) {
-            if (wants(entries[i]))
-                statuses[i] = GetFileStatus(folder + "/" + entries[i].m_Name);
-        }
-    });
-    return statuses;
 }
 
 bool MakeFolders(const std::string& path) {

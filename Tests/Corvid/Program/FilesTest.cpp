@@ -85,6 +85,26 @@ TEST_F(FilesTest, ShardsAreDisjointAndTogetherEverything) {
     EXPECT_EQ(count, 40u);
 }
 
+// While it is still being read, threads ask for what is known of its files.
+TEST_F(FilesTest, ALargeFolderIsTheSameOnManyThreads) {
+    for (int i = 0; i < 1500; ++i)
+        Put("d/f" + std::to_string(i) + (i % 3 == 0 ? ".txt" : ".mesh"), std::string(static_cast<std::size_t>(i), 'x'));
+    FileSelection selection;
+    selection.m_Paths = {"d"};
+    const FileList one = FindFiles(selection, "", 1);
+    ASSERT_EQ(one.m_Files.size(), 1000u);
+    for (const int jobs : {2, 5}) {
+        const FileList many = FindFiles(selection, "", jobs);
+        ASSERT_EQ(many.m_Files.size(), one.m_Files.size());
+        for (std::size_t i = 0; i < one.m_Files.size(); ++i) {
+            EXPECT_EQ(many.m_Files[i].m_Path, one.m_Files[i].m_Path);
+            EXPECT_EQ(std::to_string(many.m_Files[i].m_Size),
+                      one.m_Files[i].m_Path.substr(3, one.m_Files[i].m_Path.size() - 8));
+            EXPECT_TRUE(many.m_Files[i].m_IsFile);
+        }
+    }
+}
+
 TEST_F(FilesTest, ControlCharactersAreQuoted) {
     EXPECT_EQ(PrintedPath("sp ace\xC3\xA9"), "sp ace\xC3\xA9");
     EXPECT_EQ(PrintedPath("t\tb\x01\x7F\n\"q\""), "\"t\\tb\\001\\177\\n\\\"q\\\"\"");

@@ -1,8 +1,8 @@
-#include "Corvid/Batch/OwnDescriptors.h"
+#include "Corvid/Batch/WorkThread.h"
 
 namespace Corvid {
 
 // Handles are the process's.
-void TakeOwnDescriptors() {}
+void BecomeWorkThread() {}
 
 } // namespace Corvid
