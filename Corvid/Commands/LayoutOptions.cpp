@@ -13,7 +13,7 @@ namespace Corvid {
 namespace {
 
 std::shared_ptr<const LayoutLibrary> MakeLibrary(const std::optional<std::string>& folder) {
-    return std::make_shared<LayoutLibrary>(GetLayoutFolders(folder), BuiltInBlocks());
+    return std::make_shared<LayoutLibrary>(GetLayoutFolders(folder), BuiltInBlocks);
 }
 
 } // namespace

@@ -38,7 +38,7 @@ std::shared_ptr<const LibraryLayout> LayoutLibrary::Load(std::string_view typeWo
         path += ToUtf16(typeWord) + u".layout";
         if (GetPathKind(path) != PathKind::File)
             continue;
-        auto layout = Read(std::move(path), m_Blocks);
+        auto layout = Read(std::move(path), m_Blocks());
         if (layout->m_Plan == nullptr || layout->m_Plan->GetLayout().GetName() == typeWord)
             return layout;
         auto wrong = std::make_shared<LibraryLayout>();

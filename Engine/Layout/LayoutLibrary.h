@@ -33,8 +33,9 @@ protected:
 // Layouts in folders, one file per type: FOLDER/TypeWord.layout. They are read when they are first asked for, once.
 class LayoutLibrary final : public LayoutSource {
 public:
-    // The first folder that has a file for a type gives it, sound or not. `blocks` outlives the library.
-    LayoutLibrary(std::vector<std::u16string> folders, const LayoutBlocks& blocks)
+    // The first folder that has a file for a type gives it, sound or not. `blocks` is first called for one, since most
+    // runs need none.
+    LayoutLibrary(std::vector<std::u16string> folders, const LayoutBlocks& (*blocks)())
         : m_Folders(std::move(folders)), m_Blocks(blocks) {}
 
     std::shared_ptr<const LibraryLayout> Find(std::string_view typeWord) const override;
@@ -48,7 +49,7 @@ private:
     std::shared_ptr<const LibraryLayout> Load(std::string_view typeWord) const;
 
     std::vector<std::u16string> m_Folders;
-    const LayoutBlocks& m_Blocks;
+    const LayoutBlocks& (*m_Blocks)();
     mutable std::mutex m_Mutex;
     mutable std::map<std::string, std::shared_ptr<const LibraryLayout>, std::less<>> m_Found; // null: there is none
 };

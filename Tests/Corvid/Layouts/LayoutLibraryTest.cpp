@@ -29,7 +29,7 @@ TEST(LayoutLibrary, TheFirstFolderThatHasAFileGivesIt) {
     Write("c/Quest.layout", Quest("c"));
     Write("c/Player.layout", Quest("c"));
     Write("./Evil.layout", "layout 1\nentity Evil\n");
-    const LayoutLibrary library({u"a", u"missing", u"b", u"c/"}, BuiltInBlocks());
+    const LayoutLibrary library({u"a", u"missing", u"b", u"c/"}, BuiltInBlocks);
 
     const auto quest = library.Find("Quest");
     ASSERT_TRUE(quest != nullptr && quest->m_Plan != nullptr);
