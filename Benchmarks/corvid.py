@@ -59,6 +59,7 @@ class Bench:
         for name in os.listdir(self.folder):
             if name.startswith("out."):
                 os.unlink(self.path(name))
+        time.sleep(0.05)  # what was deleted is freed a moment later, by a processor that should be idle
         return usage_of(commands, self.folder)[which]
 
     def row(self, what, ours, theirs, limit, which=0, runs=None):

@@ -7,6 +7,7 @@ namespace Corvid {
 namespace {
 
 constexpr std::uint64_t kLargeShare = 64; // an item is large when it is this part of everything, or more
+constexpr std::uint64_t kTinyShare = 512; // items are tiny when they are together this part of everything, or less
 
 } // namespace
 
@@ -17,8 +18,14 @@ WorkOrder OrderOfWork(std::span<const std::uint64_t> sizes) {
     const auto isLarge = [&](std::size_t item) { return sizes[item] > 0 && sizes[item] >= all / kLargeShare; };
     const auto rest = std::stable_partition(items.begin(), items.end(), isLarge);
     std::stable_sort(items.begin(), rest, [&](std::size_t a, std::size_t b) { return sizes[a] > sizes[b]; });
-    const auto earlyCount = static_cast<std::size_t>(rest - items.begin());
-    return {std::move(items), earlyCount};
+    WorkOrder order;
+    order.m_EarlyCount = static_cast<std::size_t>(rest - items.begin());
+    order.m_Items = std::move(items);
+    const std::uint64_t largest = sizes.empty() ? 0 : *std::max_element(sizes.begin(), sizes.end());
+    if (largest > 0)
+        order.m_AtOnce =
+            static_cast<std::size_t>(std::clamp<std::uint64_t>(all / kTinyShare / largest, 1, kMostAtOnce));
+    return order;
 }
 
 int DefaultJobs() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <condition_variable>
 #include <cstddef>
@@ -25,10 +26,13 @@ namespace Corvid {
 struct WorkOrder {
     std::vector<std::size_t> m_Items;
     std::size_t m_EarlyCount = 0; // the first of them, which are begun before their turn; the others stand as they are
+    std::size_t m_AtOnce = 1;     // how many a thread begins together, kMostAtOnce at the most
 };
 
+inline constexpr std::size_t kMostAtOnce = 8;
+
 // As they are, but for the few that are far larger than the rest: begun early, none of these is left over for one
-// thread at the end.
+// thread at the end. Where all are tiny, a thread takes several at once.
 WorkOrder OrderOfWork(std::span<const std::uint64_t> sizes);
 
 // How many processors are at hand.
@@ -58,7 +62,7 @@ public:
         m_Places = std::vector<Place>(std::min(kMostWaiting, m_Order.m_Items.size()));
         for (std::size_t i = 0; i < m_Order.m_EarlyCount; ++i)
             m_EarlyPlaces.try_emplace(m_Order.m_Items[i]);
-        m_LeftItems.reserve(wanted);
+        m_LeftItems.reserve(wanted * m_Order.m_AtOnce);
         {
             std::vector<std::jthread> threads;
             try {
@@ -75,6 +79,8 @@ public:
     }
 
 private:
+    using Items = std::span<const std::size_t>;
+
     // Where a result waits for its turn.
     struct alignas(64) Place {
         std::atomic<bool> m_IsFilled = false;
@@ -94,26 +100,38 @@ private:
 
     void WorkThrough() {
         BecomeWorkThread();
-        for (std::optional<std::size_t> item = BeginNext(); item; item = BeginNext()) {
-            std::optional<Result> result;
-            try {
-                if (AwaitPlaceFor(*item))
-                    result.emplace(m_Work(*item));
-            } catch (const std::bad_alloc&) {
-                result.reset();
-            }
-            if (!result) {
-                Leave(*item);
+        std::array<std::optional<Result>, kMostAtOnce> results;
+        for (Items items = BeginNext(); !items.empty(); items = BeginNext()) {
+            std::size_t done = 0;
+            while (done < items.size() && WorkOn(items[done], results[done]))
+                ++done;
+            for (std::size_t i = 0; i < done; ++i)
+                Deliver(items[i], std::move(*results[i]));
+            if (done < items.size()) {
+                Leave(items.subspan(done));
                 return;
             }
-            Deliver(*item, std::move(*result));
         }
     }
 
-    std::optional<std::size_t> BeginNext() {
-        const bool isEnding = m_IsStopped || m_IsMemoryShort || IsInterrupted();
-        const std::size_t next = isEnding ? m_Order.m_Items.size() : m_NextInOrder++;
-        return next < m_Order.m_Items.size() ? std::optional(m_Order.m_Items[next]) : std::nullopt;
+    Items BeginNext() {
+        const Items all(m_Order.m_Items);
+        if (m_IsStopped || m_IsMemoryShort || IsInterrupted())
+            return {};
+        const std::size_t next = std::min(m_NextInOrder.fetch_add(m_Order.m_AtOnce), all.size());
+        return all.subspan(next, std::min(m_Order.m_AtOnce, all.size() - next));
+    }
+
+    // False where memory is short.
+    bool WorkOn(std::size_t item, std::optional<Result>& result) {
+        result.reset();
+        try {
+            if (AwaitPlaceFor(item))
+                result.emplace(m_Work(item));
+        } catch (const std::bad_alloc&) {
+            result.reset();
+        }
+        return result.has_value();
     }
 
     // Items other than the early ones are begun in order, so what this waits for is in work. False: it is in vain.
@@ -128,10 +146,10 @@ private:
         return hasPlace();
     }
 
-    void Leave(std::size_t item) {
+    void Leave(Items items) {
         {
             const std::lock_guard lock(m_Mutex);
-            m_LeftItems.push_back(item); // there is room for one of each thread
+            m_LeftItems.insert(m_LeftItems.end(), items.begin(), items.end()); // there is room for those of each thread
         }
         m_IsMemoryShort = true;
         WakeWaiting();
@@ -199,8 +217,10 @@ private:
                 Deliver(item, m_Work(item));
         }
         m_IsMemoryShort = false;
-        for (std::optional<std::size_t> item = BeginNext(); item; item = BeginNext())
-            Deliver(*item, m_Work(*item));
+        for (Items items = BeginNext(); !items.empty(); items = BeginNext()) {
+            for (const std::size_t item : items)
+                Deliver(item, m_Work(item));
+        }
         // After an interruption, what was done behind a gap is handed on, too.
         for (auto& [item, place] : m_EarlyPlaces) {
             if (place.m_IsFilled && !m_IsStopped)

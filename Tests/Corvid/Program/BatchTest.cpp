@@ -7,6 +7,8 @@
 #include <new>
 #include <numeric>
 #include <thread>
+#include <utility>
+#include <vector>
 
 #include "Corvid/Batch/Batch.h"
 #include "Corvid/Batch/Interrupt.h"
@@ -16,8 +18,9 @@ namespace Corvid {
 
 namespace {
 
-WorkOrder OrderOf(std::size_t count) {
+WorkOrder OrderOf(std::size_t count, std::size_t atOnce = 1) {
     WorkOrder order;
+    order.m_AtOnce = atOnce;
     order.m_Items.resize(count);
     std::iota(order.m_Items.begin(), order.m_Items.end(), std::size_t{0});
     return order;
@@ -67,11 +70,18 @@ TEST(BatchTest, StopsWhenTheRestIsNotWanted) {
 TEST(BatchTest, TheCallerDoesWhatThreadsHaveNoMemoryFor) {
     constexpr std::size_t kCount = 3000;
     const std::thread::id caller = std::this_thread::get_id();
-    for (const std::size_t soundItems : {0u, 1u, 2500u}) { // in threads; the last number is more than may wait
+    struct Row {
+        WorkOrder m_Order;
+        std::size_t m_SoundItems; // in threads
+    };
+    for (const auto& [order, soundItems] :
+         {Row{OrderWithTheLastFirst(kCount), 0}, Row{OrderWithTheLastFirst(kCount), 1},
+          Row{OrderWithTheLastFirst(kCount), 2500}, // more than may wait
+          Row{OrderOf(kCount, 8), 0}, Row{OrderOf(kCount, 8), 2501}}) {
         std::vector<std::size_t> taken;
         Batch<std::size_t> batch(
-            OrderWithTheLastFirst(kCount),
-            [&](std::size_t item) {
+            order,
+            [&, soundItems = soundItems](std::size_t item) {
                 if (std::this_thread::get_id() != caller && item >= soundItems)
                     throw std::bad_alloc();
                 return item;
@@ -99,7 +109,7 @@ TEST(BatchTest, NoResultIsOverlooked) {
     for (int round = 0; round < 300; ++round) {
         std::size_t taken = 0;
         Batch<std::size_t> batch(
-            OrderWithTheLastFirst(50), [](std::size_t item) { return item; },
+            round % 2 == 0 ? OrderWithTheLastFirst(50) : OrderOf(50, 3), [](std::size_t item) { return item; },
             [&](std::size_t item, std::size_t result) { return item == result && item == taken++; });
         ASSERT_EQ(batch.Run(4), 50u);
     }
@@ -141,10 +151,19 @@ TEST(BatchTest, LargeItemsAreBegunFirst) {
     sizes[199] = 1000;
     const WorkOrder order = OrderOfWork(sizes);
     EXPECT_EQ(order.m_EarlyCount, 2u);
+    EXPECT_EQ(order.m_AtOnce, 1u);
     EXPECT_EQ(order.m_Items[0], 199u);
     EXPECT_EQ(order.m_Items[1], 150u);
     EXPECT_EQ(order.m_Items[2], 0u);
     EXPECT_EQ(order.m_Items.back(), 198u);
+}
+
+TEST(BatchTest, SeveralTinyItemsAreBegunAtOnce) {
+    for (const auto& [count, atOnce] : {std::pair(0, 1), {100, 1}, {1023, 1}, {1024, 2}, {100'000, 8}}) {
+        const std::vector<std::uint64_t> sizes(static_cast<std::size_t>(count), 3000);
+        EXPECT_EQ(OrderOfWork(sizes).m_AtOnce, static_cast<std::size_t>(atOnce)) << count;
+    }
+    EXPECT_EQ(OrderOfWork(std::vector<std::uint64_t>(5000)).m_AtOnce, 1u); // pipes, which tell no size
 }
 
 TEST(ProgressTest, LineTellsFilesRateAndTimeLeft) {
