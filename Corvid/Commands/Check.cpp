@@ -73,7 +73,7 @@ int RunCommand(const CheckOptions& options, Console& console) {
         return status;
     ReferenceIndex index;
     if (options.m_ReferencesFolder && !index.Read(*options.m_ReferencesFolder)) {
-        console.PrintError(index.GetError() + "\n");
+        console.PrintError(index.GetError());
         return kExitCouldNotRun;
     }
     DiagnosticPrinting printing;

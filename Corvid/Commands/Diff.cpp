@@ -6,6 +6,7 @@
 #include "Corvid/Commands/DiffFolders.h"
 #include "Corvid/Commands/DiffForGit.h"
 #include "Corvid/Commands/DiffPair.h"
+#include "Corvid/Files/FailureLine.h"
 #include "Corvid/Files/FileStatus.h"
 #include "Corvid/Files/PrintedPath.h"
 #include "Corvid/Files/SystemError.h"
@@ -93,7 +94,7 @@ int RunCommand(const DiffOptions& options, Console& console) {
         const std::string& folder = areFolders ? before : after;
         const std::string& other = areFolders ? after : before;
         if (other != kStandardInputPath && !GetFileStatus(other)) {
-            console.PrintError(PrintedPath(other) + ": error: " + LastSystemError() + " [cannot-read]\n");
+            console.PrintError(FailureLine(other, DiagnosticCode::CannotRead, LastSystemError()));
             return kExitCouldNotRun;
         }
         return console.PrintUsageError("diff",

@@ -5,6 +5,7 @@
 
 #include "Corvid/Commands/DiffPair.h"
 #include "Corvid/Compare/FilePairs.h"
+#include "Corvid/Files/FailureLine.h"
 #include "Corvid/Files/PrintedPath.h"
 #include "Corvid/Terminal/Progress.h"
 
@@ -96,7 +97,7 @@ private:
             else
                 TellUnreadable(outcome, only);
         } catch (const std::bad_alloc&) {
-            outcome.m_Errors = PrintedPath(style.m_File) + ": error: there is not enough memory [cannot-read]\n";
+            outcome.m_Errors = FailureLine(style.m_File, DiagnosticCode::CannotRead, "there is not enough memory");
             outcome.m_Status = kExitCouldNotRun;
         }
         return outcome;

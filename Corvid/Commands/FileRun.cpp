@@ -119,7 +119,7 @@ int CheckFileList(const FileList& list, std::string_view command, Console& conso
     if (!list.m_UsageError.empty())
         return console.PrintUsageError(command, list.m_UsageError);
     if (!list.m_ListError.empty()) {
-        console.PrintError(list.m_ListError + "\n");
+        console.PrintError(list.m_ListError);
         return kExitCouldNotRun;
     }
     return kExitDone;

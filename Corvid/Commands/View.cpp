@@ -10,6 +10,7 @@
 
 #include "Corvid/Commands/FileRun.h"
 #include "Corvid/Content/ContentChecks.h"
+#include "Corvid/Files/FailureLine.h"
 #include "Corvid/Files/FileStatus.h"
 #include "Corvid/Files/PrintedPath.h"
 #include "Corvid/View/PageWriter.h"
@@ -88,8 +89,7 @@ bool DeliverPage(const std::string& path, const std::string& page, Console& cons
     }
     const std::string error = WriteFileBytes(path, page, false);
     if (!error.empty())
-        console.PrintError(PrintedPath(path) + ": error: " + error + " [" +
-                           std::string(WordOf(DiagnosticCode::CannotWrite)) + "]\n");
+        console.PrintError(FailureLine(path, DiagnosticCode::CannotWrite, error));
     return error.empty();
 }
 

@@ -3,8 +3,8 @@
 #include <span>
 #include <vector>
 
+#include "Corvid/Files/FailureLine.h"
 #include "Corvid/Files/FolderListing.h"
-#include "Corvid/Files/PrintedPath.h"
 #include "Corvid/Files/SystemError.h"
 #include "Corvid/Values/ValueText.h"
 #include "Corvid/Values/ValueTreeWriter.h"
@@ -62,7 +62,7 @@ bool ReferenceIndex::Read(const std::string& folder) {
 bool ReferenceIndex::ReadFolder(const std::string& folder) {
     const std::optional<std::vector<FolderEntry>> entries = ListFolder(folder);
     if (!entries) {
-        m_Error = PrintedPath(folder) + ": error: " + LastSystemError() + " [cannot-read]";
+        m_Error = FailureLine(folder, DiagnosticCode::CannotRead, LastSystemError());
         return false;
     }
     for (const FolderEntry& entry : *entries) {

@@ -12,8 +12,8 @@ namespace Corvid {
 // The names of all files below a folder, without their folders and without regard to case.
 class ReferenceIndex {
 public:
-    // False when the folder, or one below it, cannot be read: GetError() says which, and what the system says. Links
-    // to folders are not followed; what begins with a dot is left out.
+    // False when the folder, or one below it, cannot be read: GetError() is a line that says so. Links to folders
+    // are not followed; what begins with a dot is left out.
     bool Read(const std::string& folder);
     const std::string& GetError() const { return m_Error; }
 

@@ -6,6 +6,7 @@
 #include <set>
 #include <string_view>
 
+#include "Corvid/Files/FailureLine.h"
 #include "Corvid/Files/FileBytes.h"
 #include "Corvid/Files/FileStatus.h"
 #include "Corvid/Files/FolderListing.h"
@@ -300,7 +301,7 @@ FileList FindFiles(const FileSelection& selection, const std::string& destinatio
     if (selection.m_ListPath) {
         const ReadResult read = isListFromInput ? ReadStandardInput() : ReadFileBytes(*selection.m_ListPath);
         if (!read.m_Error.empty()) {
-            list.m_ListError = PrintedPath(*selection.m_ListPath) + ": error: " + read.m_Error + " [cannot-read]";
+            list.m_ListError = FailureLine(*selection.m_ListPath, DiagnosticCode::CannotRead, read.m_Error);
             return list;
         }
         listed = PathsOf(read.m_Bytes, selection.m_IsListByNul);

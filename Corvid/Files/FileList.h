@@ -52,7 +52,7 @@ struct ListedFile {
 struct FileList {
     std::vector<ListedFile> m_Files;    // bytewise by path, those of other shards, too
     std::string m_UsageError;           // not empty: the run ends
-    std::string m_ListError;            // not empty: the list cannot be read; the message names it
+    std::string m_ListError;            // not empty: the list cannot be read; a line that says so
     bool m_HasFolders = false;          // a folder was given, or several files, or a list
     std::vector<std::string> m_Folders; // that were given
     // A path out of a list that leaves the working folder: it has no place below a destination.
