@@ -21,10 +21,10 @@ WorkOrder OrderOfWork(std::span<const std::uint64_t> sizes) {
     WorkOrder order;
     order.m_EarlyCount = static_cast<std::size_t>(rest - items.begin());
     order.m_Items = std::move(items);
-    const std::uint64_t largest = sizes.empty() ? 0 : *std::max_element(sizes.begin(), sizes.end());
-    if (largest > 0)
+    const auto [smallest, largest] = std::minmax_element(sizes.begin(), sizes.end());
+    if (!sizes.empty() && *smallest > 0) // a pipe has no size, and may be waited for
         order.m_AtOnce =
-            static_cast<std::size_t>(std::clamp<std::uint64_t>(all / kTinyShare / largest, 1, kMostAtOnce));
+            static_cast<std::size_t>(std::clamp<std::uint64_t>(all / kTinyShare / *largest, 1, kMostAtOnce));
     return order;
 }
 

@@ -14,6 +14,7 @@
 #include <optional>
 #include <span>
 #include <thread>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -47,9 +48,12 @@ int DefaultJobs();
 // Where one lacks memory all others end, which gives some back, and the caller's does the rest alone. Run() throws
 // std::bad_alloc only if that is not enough either.
 template <class Result> class Batch {
+    static_assert(std::is_nothrow_move_constructible_v<Result>); // what waits asks for no memory
+
 public:
-    using Work = std::function<Result(std::size_t)>;       // from several threads
-    using Take = std::function<bool(std::size_t, Result)>; // from one at a time; false: the rest is not wanted
+    using Work = std::function<Result(std::size_t)>; // from several threads
+    // From one at a time; false: the rest is not wanted. After a std::bad_alloc it may be called again with the result.
+    using Take = std::function<bool(std::size_t, Result&)>;
 
     Batch(WorkOrder order, Work work, Take take)
         : m_Order(std::move(order)), m_Work(std::move(work)), m_Take(std::move(take)) {}
@@ -92,7 +96,8 @@ private:
     std::size_t RunAlone() {
         std::size_t taken = 0;
         for (std::size_t item = 0; item < m_Order.m_Items.size() && !IsInterrupted(); ++item, ++taken) {
-            if (!m_Take(item, m_Work(item)))
+            Result result = m_Work(item);
+            if (!m_Take(item, result))
                 return taken + 1;
         }
         return taken;
@@ -156,18 +161,19 @@ private:
     }
 
     void Deliver(std::size_t item, Result result) {
-        if (item == m_NextToTake && !m_IsHandingOn.exchange(true)) {
-            HandOn(item, std::move(result));
-            m_IsHandingOn = false;
+        const bool isTurn = item == m_NextToTake && !m_IsHandingOn.exchange(true);
+        if (isTurn && HandOn(item, result)) {
+            MoveOnFrom(item);
         } else {
             Place& place = PlaceOf(item);
             place.m_Result.emplace(std::move(result));
             place.m_IsFilled = true;
         }
+        if (isTurn)
+            m_IsHandingOn = false;
         // A thread that is handing on looks once more after it has let go, so no result is overlooked.
         while (IsNextFilled() && !m_IsHandingOn.exchange(true)) {
-            while (IsNextFilled())
-                HandOnFrom(PlaceOf(m_NextToTake), m_NextToTake);
+            HandOnFilled();
             m_IsHandingOn = false;
         }
     }
@@ -179,26 +185,50 @@ private:
 
     bool IsNextFilled() {
         const std::size_t next = m_NextToTake;
-        return !m_IsStopped && next < m_Order.m_Items.size() && PlaceOf(next).m_IsFilled;
+        return !m_IsStopped && !m_IsMemoryShort && next < m_Order.m_Items.size() && PlaceOf(next).m_IsFilled;
+    }
+
+    void HandOnFilled() {
+        while (IsNextFilled())
+            HandOnFrom(PlaceOf(m_NextToTake), m_NextToTake);
     }
 
     void HandOnFrom(Place& place, std::size_t item) {
-        Result result = std::move(*place.m_Result);
+        if (!HandOn(item, *place.m_Result))
+            return;
         place.m_Result.reset();
         place.m_IsFilled = false;
-        HandOn(item, std::move(result));
+        MoveOnFrom(item);
     }
 
-    void HandOn(std::size_t item, Result result) {
-        m_NextToTake = item + 1;
-        ++m_TakenCount;
+    // False: the result was not taken.
+    bool HandOn(std::size_t item, Result& result) {
+        if (m_IsStopped)
+            return false;
         try {
-            if (!m_Take(item, std::move(result)))
+            if (!m_Take(item, result))
                 m_IsStopped = true;
+            ++m_TakenCount;
+            return true;
+        } catch (const std::bad_alloc&) {
+            if (m_IsAlone)
+                Fail();
+            else
+                m_IsMemoryShort = true;
         } catch (...) {
-            m_Failure = std::current_exception();
-            m_IsStopped = true;
+            Fail();
         }
+        WakeWaiting();
+        return false;
+    }
+
+    void Fail() {
+        m_Failure = std::current_exception();
+        m_IsStopped = true;
+    }
+
+    void MoveOnFrom(std::size_t item) {
+        m_NextToTake = item + 1;
         WakeWaiting();
     }
 
@@ -211,20 +241,24 @@ private:
 
     // The threads are gone.
     void DoWhatIsLeft() {
-        std::sort(m_LeftItems.begin(), m_LeftItems.end());
-        for (const std::size_t item : m_LeftItems) {
-            if (!m_IsStopped)
-                Deliver(item, m_Work(item));
-        }
+        m_IsAlone = true;
         m_IsMemoryShort = false;
-        for (Items items = BeginNext(); !items.empty(); items = BeginNext()) {
-            for (const std::size_t item : items)
-                Deliver(item, m_Work(item));
-        }
+        HandOnFilled();
+        std::sort(m_LeftItems.begin(), m_LeftItems.end());
+        DoAlone(m_LeftItems);
+        for (Items items = BeginNext(); !items.empty(); items = BeginNext())
+            DoAlone(items);
         // After an interruption, what was done behind a gap is handed on, too.
         for (auto& [item, place] : m_EarlyPlaces) {
-            if (place.m_IsFilled && !m_IsStopped)
+            if (place.m_IsFilled)
                 HandOnFrom(place, item);
+        }
+    }
+
+    void DoAlone(Items items) {
+        for (const std::size_t item : items) {
+            if (!m_IsStopped)
+                Deliver(item, m_Work(item));
         }
     }
 
@@ -235,6 +269,7 @@ private:
     std::map<std::size_t, Place> m_EarlyPlaces;
     std::atomic<bool> m_IsStopped = false;
     std::atomic<bool> m_IsMemoryShort = false;
+    bool m_IsAlone = false; // the caller's thread is the last
     std::atomic<std::size_t> m_WaitingThreads = 0;
     std::mutex m_Mutex;
     std::condition_variable m_HasMoved;

@@ -63,9 +63,10 @@ public:
                 progress.AddFile(outcome.m_Bytes);
                 return outcome;
             },
-            [&](std::size_t, const DiffOutcome& outcome) {
+            [&](std::size_t, DiffOutcome& outcome) {
                 if (!outcome.m_Errors.empty())
                     m_Console.PrintError(outcome.m_Errors);
+                outcome.m_Errors.clear(); // and not told again, should the data want for memory
                 m_Console.Print(outcome.m_Data);
                 status = std::max(status, outcome.m_Status);
                 return !m_Console.HasLostReader();

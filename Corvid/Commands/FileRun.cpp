@@ -102,9 +102,12 @@ FileRunResult RunOverFiles(const FileList& list, int jobs, const LookOptions& lo
             progress.AddFile(outcome.m_Bytes);
             return outcome;
         },
-        [&](std::size_t i, FileOutcome outcome) {
-            PrintDiagnostics(*files[i], outcome, printing, console);
+        [&](std::size_t i, FileOutcome& outcome) {
+            if (!outcome.m_IsTold)
+                PrintDiagnostics(*files[i], outcome, printing, console);
+            outcome.m_IsTold = true;
             console.Print(outcome.m_Data);
+            outcome.m_Data.clear();
             const int found = outcome.m_Log.HasErrors() ? kExitFindings : kExitDone;
             result.m_Status = std::max({result.m_Status, outcome.m_Status, found});
             take(*files[i], outcome);

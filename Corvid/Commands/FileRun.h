@@ -17,6 +17,7 @@ struct FileOutcome {
     std::string m_Data;        // for standard output, behind the diagnostics if these go there
     int m_Status = kExitDone;  // as far as the log does not tell
     std::uint64_t m_Bytes = 0; // that were read
+    bool m_IsTold = false;     // its diagnostics are printed
     int m_Tally = 0;           // for the command to count; of a file that ran out of memory, 0
 };
 

@@ -173,13 +173,17 @@ int RunCommand(const ViewOptions& options, Console& console) {
         list, options.m_Batch.m_Jobs, options.m_Look, printing, console,
         [&](const ListedFile& file) { return MakeListedEntry(file, options, entries); },
         [&](const ListedFile& file, const FileOutcome& outcome) {
-            ViewEntry entry = entries.Take(file);
-            if (entry.m_Path.empty()) { // it could not be read
-                entry.m_Path = file.m_Path;
-                AddDiagnostics(entry, outcome.m_Log);
-            }
             brokenCount += outcome.m_Log.HasErrors();
-            writer.Add(entry);
+            try {
+                ViewEntry entry = entries.Take(file);
+                if (entry.m_Path.empty()) { // it could not be read
+                    entry.m_Path = file.m_Path;
+                    AddDiagnostics(entry, outcome.m_Log);
+                }
+                writer.Add(entry);
+            } catch (const std::bad_alloc&) {
+                isMemoryShort = true;
+            }
         });
     if (IsInterrupted()) {
         console.PrintError(InterruptionText(result) + "no page was written\n");

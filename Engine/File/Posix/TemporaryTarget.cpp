@@ -107,7 +107,8 @@ bool TemporaryTarget::LinkTo(const std::string& name) const {
         return true;
     if (errno == EEXIST)
         return false;
-    const std::string file = "/proc/self/fd/" + std::to_string(m_File.Get());
+    // Of this thread: another one may have a table of descriptors of its own.
+    const std::string file = "/proc/thread-self/fd/" + std::to_string(m_File.Get());
     return linkat(AT_FDCWD, file.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0;
 }
 

@@ -59,11 +59,13 @@ TEST(BatchTest, ResultsComeInOrderAndFewWait) {
 }
 
 TEST(BatchTest, StopsWhenTheRestIsNotWanted) {
-    for (const int jobs : {1, 3}) {
+    for (int round = 0; round < 200; ++round) {
         int taken = 0;
         Batch<int> batch(
-            OrderOf(1000), [](std::size_t) { return 0; }, [&](std::size_t, int) { return ++taken < 10; });
-        EXPECT_EQ(batch.Run(jobs), 10u);
+            OrderOf(1000, round % 2 == 0 ? 1 : 8), [](std::size_t) { return 0; },
+            [&](std::size_t, int) { return ++taken < 10; });
+        ASSERT_EQ(batch.Run(1 + round % 4), 10u);
+        ASSERT_EQ(taken, 10);
     }
 }
 
@@ -92,6 +94,29 @@ TEST(BatchTest, TheCallerDoesWhatThreadsHaveNoMemoryFor) {
             });
         EXPECT_EQ(batch.Run(4), kCount);
         EXPECT_TRUE(std::is_sorted(taken.begin(), taken.end())) << soundItems;
+    }
+}
+
+TEST(BatchTest, TheCallerTakesWhatThreadsHaveNoMemoryToTake) {
+    const std::thread::id caller = std::this_thread::get_id();
+    for (const std::size_t atOnce : {1u, 8u}) {
+        std::vector<std::size_t> taken;
+        Batch<std::size_t> batch(
+            OrderOf(3000, atOnce),
+            [&](std::size_t item) {
+                if (std::this_thread::get_id() == caller && item < 100)
+                    std::this_thread::yield(); // for the others to get a turn
+                return item;
+            },
+            [&](std::size_t item, std::size_t result) {
+                if (std::this_thread::get_id() != caller)
+                    throw std::bad_alloc();
+                EXPECT_EQ(item, result);
+                taken.push_back(item);
+                return true;
+            });
+        EXPECT_EQ(batch.Run(4), 3000u);
+        EXPECT_EQ(taken, OrderOf(3000).m_Items);
     }
 }
 
@@ -163,7 +188,9 @@ TEST(BatchTest, SeveralTinyItemsAreBegunAtOnce) {
         const std::vector<std::uint64_t> sizes(static_cast<std::size_t>(count), 3000);
         EXPECT_EQ(OrderOfWork(sizes).m_AtOnce, static_cast<std::size_t>(atOnce)) << count;
     }
-    EXPECT_EQ(OrderOfWork(std::vector<std::uint64_t>(5000)).m_AtOnce, 1u); // pipes, which tell no size
+    std::vector<std::uint64_t> sizes(100'000, 3000);
+    sizes[5] = 0; // a pipe
+    EXPECT_EQ(OrderOfWork(sizes).m_AtOnce, 1u);
 }
 
 TEST(ProgressTest, LineTellsFilesRateAndTimeLeft) {
