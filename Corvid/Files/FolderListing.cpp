@@ -40,6 +40,7 @@ private:
     void WorkThrough();
     Block* TakeNext();
     void Ask(Block& block);
+    void TellWhole(); // nothing more will be handed over
     void EndThreads();
 
     const std::string& m_Folder;
@@ -63,11 +64,7 @@ bool Listing::Read() {
     if (!isRead)
         return false;
     HandOver(std::move(entries));
-    {
-        const std::lock_guard lock(m_Mutex);
-        m_IsWhole = true;
-    }
-    m_HasMore.notify_all();
+    TellWhole();
     WorkThrough();
     EndThreads();
     for (Block& block : m_Blocks) {
@@ -129,12 +126,16 @@ void Listing::Ask(Block& block) {
     block.m_IsDone = true;
 }
 
-void Listing::EndThreads() {
+void Listing::TellWhole() {
     {
         const std::lock_guard lock(m_Mutex);
         m_IsWhole = true;
     }
     m_HasMore.notify_all();
+}
+
+void Listing::EndThreads() {
+    TellWhole();
     m_Threads.clear(); // waits for them
 }
 
